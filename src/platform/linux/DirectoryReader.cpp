@@ -1,0 +1,179 @@
+#include "platform/linux/DirectoryReader.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
+
+namespace brivane::walking {
+
+namespace {
+
+constexpr std::size_t listingSize = 64 * 1024;
+
+/// What getdents64 writes, as the kernel lays it out.
+struct ListedEntry {
+    std::uint64_t inode;
+    std::int64_t offset;
+    std::uint16_t length;
+    std::uint8_t type;
+    char name[1]; // as long as it is, with its NUL
+};
+constexpr std::size_t nameOffset = offsetof(ListedEntry, name);
+
+bool isSelfOrParent(const char* name)
+{
+    return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+}
+
+std::int64_t nanoseconds(const statx_timestamp& time)
+{
+    return time.tv_sec * 1'000'000'000 + time.tv_nsec;
+}
+
+WalkKind kindOf(std::uint32_t mode)
+{
+    if (S_ISREG(mode))
+        return WalkKind::File;
+    if (S_ISDIR(mode))
+        return WalkKind::Directory;
+    if (S_ISLNK(mode))
+        return WalkKind::SymbolicLink;
+    return WalkKind::Other;
+}
+
+} // namespace
+
+void readAttributes(int descriptor, const char* name, Record& record)
+{
+    struct statx status;
+    // Cached attributes serve: a walk shows a moment of the past in any case.
+    constexpr int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
+    if (::statx(descriptor, name, flags, STATX_BASIC_STATS, &status) != 0) {
+        record.kind = WalkKind::NoAttributes;
+        record.error = errno;
+        return;
+    }
+    record.kind = kindOf(status.stx_mode);
+    record.isMountPoint =
+        record.kind == WalkKind::Directory && (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
+    record.attributes = {
+        .device = ::makedev(status.stx_dev_major, status.stx_dev_minor),
+        .inode = status.stx_ino,
+        .size = status.stx_size,
+        .allocatedSize = status.stx_blocks * 512,
+        .modifiedAt = nanoseconds(status.stx_mtime),
+        .changedAt = nanoseconds(status.stx_ctime),
+        .mode = status.stx_mode,
+        .links = status.stx_nlink,
+    };
+}
+
+DirectoryReader::DirectoryReader(WalkQueue& queue)
+    : m_queue(queue)
+    , m_listing(listingSize)
+    , m_records(listingSize)
+{
+}
+
+void DirectoryReader::read(Directory* directory)
+{
+    const int descriptor = m_queue.open(directory);
+    while (descriptor >= 0 && !m_queue.isStopped()) {
+        const long listed =
+            ::syscall(SYS_getdents64, descriptor, m_listing.data(), m_listing.size());
+        // A listing that breaks off keeps what it gave, as readdir does.
+        if (listed <= 0)
+            break;
+        for (long at = 0; at < listed && !m_queue.isStopped();) {
+            const char* entry = m_listing.data() + at;
+            std::uint16_t length = 0;
+            std::memcpy(&length, entry + offsetof(ListedEntry, length), sizeof length);
+            at += length;
+            const char* name = entry + nameOffset;
+            if (isSelfOrParent(name) || (!m_queue.options.includeHidden && name[0] == '.'))
+                continue;
+            append(directory, descriptor, name);
+        }
+        // A small directory ends with the next call; what it holds goes out in one piece with that.
+        if (static_cast<std::size_t>(listed) > listingSize / 2)
+            m_queue.publish(directory, takeBatch(), m_children, false);
+    }
+    m_queue.publish(directory, takeBatch(), m_children, true);
+}
+
+void DirectoryReader::append(Directory* directory, int descriptor, const char* name)
+{
+    const std::size_t nameLength = std::strlen(name);
+    const std::size_t stride = Record::strideFor(nameLength);
+    if (m_used + stride > m_records.size())
+        m_records.resize(m_records.size() * 2);
+    auto* record = new (m_records.data() + m_used) Record;
+    record->nameLength = static_cast<std::uint16_t>(nameLength);
+    std::memcpy(record + 1, name, nameLength);
+    m_used += stride;
+    ++m_count;
+
+    if (!m_queue.untouchable.empty() && isUntouchable(directory, record->name())) {
+        record->kind = WalkKind::Directory;
+        record->attributes.mode = S_IFDIR;
+        record->isMountPoint = true;
+        return;
+    }
+    readAttributes(descriptor, name, *record);
+    if (record->kind != WalkKind::Directory)
+        return;
+    if (record->attributes.device != m_queue.device)
+        record->isMountPoint = true;
+    if (!record->isMountPoint) {
+        record->directory = WalkQueue::make(directory, record->name());
+        m_children.push_back(record->directory);
+    }
+}
+
+bool DirectoryReader::isUntouchable(const Directory* directory, std::string_view name) const
+{
+    for (const std::string& path : m_queue.untouchable) {
+        std::string_view rest = path;
+        const auto endsWithComponent = [&rest](std::string_view component) {
+            if (!rest.ends_with(component))
+                return false;
+            rest.remove_suffix(component.size());
+            return true;
+        };
+        if (!endsWithComponent(name))
+            continue;
+        const Directory* at = directory;
+        while (at && endsWithComponent("/") && at->parent && endsWithComponent(at->name))
+            at = at->parent;
+        // What is left has to be the start of the walk, written with or without a slash at its end.
+        if (at && !at->parent) {
+            std::string_view start = at->name;
+            while (start.ends_with('/'))
+                start.remove_suffix(1);
+            if (rest == start)
+                return true;
+        }
+    }
+    return false;
+}
+
+Batch DirectoryReader::takeBatch()
+{
+    Batch batch;
+    if (m_count > 0) {
+        batch.bytes = std::make_unique_for_overwrite<std::byte[]>(m_used);
+        std::memcpy(batch.bytes.get(), m_records.data(), m_used);
+        batch.size = m_used;
+        batch.count = m_count;
+    }
+    m_used = 0;
+    m_count = 0;
+    return batch;
+}
+
+} // namespace brivane::walking

@@ -1,0 +1,224 @@
+#include "platform/Walk.h"
+
+#include "platform/linux/DirectoryReader.h"
+#include "platform/linux/WalkQueue.h"
+
+#include <algorithm>
+#include <thread>
+
+#include <fcntl.h>
+
+namespace brivane {
+
+using walking::Batch;
+using walking::Directory;
+using walking::DirectoryReader;
+using walking::Record;
+using walking::WalkQueue;
+
+namespace {
+
+/// Directories that have to be waiting before threads are worth their start.
+constexpr std::size_t waitingWorthWorkers = 4;
+
+void readAhead(const std::shared_ptr<WalkQueue>& queue)
+{
+    {
+        DirectoryReader reader(*queue);
+        while (Directory* directory = queue->takeForReading())
+            reader.read(directory);
+    }
+    queue->workerLeaves();
+}
+
+} // namespace
+
+/// The owner's side: follows the order of the walk, and reads too when what it needs is not there.
+class Walk::Consumer {
+public:
+    Consumer(QByteArray path, WalkOptions options)
+        : m_path(std::move(path))
+        , m_queue(std::make_shared<WalkQueue>(options))
+        , m_reader(*m_queue)
+    {
+        walking::readAttributes(AT_FDCWD, m_path.constData(), m_start);
+        m_start.isMountPoint = false; // the start is walked, whatever it is
+        if (m_start.kind == WalkKind::Directory) {
+            m_queue->device = m_start.attributes.device;
+            m_start.directory =
+                WalkQueue::make(nullptr, {m_path.constData(), static_cast<size_t>(m_path.size())});
+            m_queue->begin(m_start.directory);
+        }
+    }
+
+    ~Consumer()
+    {
+        m_queue->stop();
+        if (!m_started && m_start.directory) {
+            m_queue->discard(m_start.directory);
+        } else if (m_entered && m_entered->directory && !m_isSkipped) {
+            m_queue->discard(m_entered->directory);
+        }
+        while (!m_frames.empty()) {
+            const Frame& frame = m_frames.back();
+            m_queue->discardRest(frame.batch, frame.offset);
+            m_queue->discard(frame.directory);
+            m_frames.pop_back();
+        }
+        m_queue->waitForWorkers();
+    }
+
+    const WalkEntry* next()
+    {
+        if (m_queue->isStopped())
+            return nullptr;
+        if (!m_started) {
+            m_started = true;
+            deliver(m_start, 0, 0);
+            m_entry.name = {m_path.constData(), static_cast<std::size_t>(m_path.size())};
+            return &m_entry;
+        }
+        if (const Record* entered = std::exchange(m_entered, nullptr)) {
+            if (!entered->directory || m_isSkipped) {
+                m_isSkipped = false;
+                m_entry.kind = WalkKind::DirectoryEnd;
+                return &m_entry;
+            }
+            m_frames.push_back({entered, entered->directory, {}, 0});
+        }
+        while (!m_frames.empty()) {
+            Frame& frame = m_frames.back();
+            if (frame.offset < frame.batch.size) {
+                const auto* record =
+                    reinterpret_cast<const Record*>(frame.batch.bytes.get() + frame.offset);
+                frame.offset += record->stride();
+                deliver(*record, m_frames.size(), --frame.batch.count);
+                return &m_entry;
+            }
+            Directory* toRead = nullptr;
+            switch (m_queue->takeBatch(frame.directory, frame.batch, toRead)) {
+            case WalkQueue::Next::Batch:
+                frame.offset = 0;
+                break;
+            case WalkQueue::Next::Read:
+                m_reader.read(toRead);
+                startWorkers();
+                break;
+            case WalkQueue::Next::End:
+                return &leaveDirectory();
+            case WalkQueue::Next::Stopped:
+                return nullptr;
+            }
+        }
+        return nullptr;
+    }
+
+    void skipSubtree()
+    {
+        if (!m_entered || !m_entered->directory || m_isSkipped)
+            return;
+        m_isSkipped = true;
+        m_queue->discard(m_entered->directory);
+    }
+
+    [[nodiscard]] QByteArray path() const
+    {
+        QByteArray path = m_path;
+        const auto append = [&path](std::string_view name) {
+            if (!path.endsWith('/'))
+                path += '/';
+            path.append(name.data(), static_cast<qsizetype>(name.size()));
+        };
+        for (std::size_t level = 1; level < m_entry.depth; ++level)
+            append(m_frames[level].record->name());
+        if (m_entry.depth > 0)
+            append(m_entry.name);
+        return path;
+    }
+
+private:
+    /// A directory that has been entered, at the depth that is its place in the stack.
+    struct Frame {
+        const Record* record = nullptr; ///< lies in the batch of the frame above, which stays
+        Directory* directory = nullptr;
+        Batch batch;
+        std::size_t offset = 0; ///< of the next record in `batch`
+    };
+
+    void deliver(const Record& record, std::size_t depth, std::uint32_t following)
+    {
+        m_entry.kind = record.kind;
+        m_entry.isMountPoint = record.isMountPoint;
+        m_entry.error = record.error;
+        m_entry.depth = static_cast<std::uint32_t>(depth);
+        m_entry.following = following;
+        m_entry.name = record.name();
+        m_entry.attributes = record.attributes;
+        if (record.kind == WalkKind::Directory)
+            m_entered = &record;
+    }
+
+    const WalkEntry& leaveDirectory()
+    {
+        const Frame frame = std::move(m_frames.back());
+        m_frames.pop_back();
+        const int error = frame.directory->error;
+        m_queue->release(frame.directory);
+        deliver(*frame.record, m_frames.size(), 0);
+        m_entered = nullptr;
+        if (m_frames.empty())
+            m_entry.name = {m_path.constData(), static_cast<std::size_t>(m_path.size())};
+        m_entry.kind = error ? WalkKind::UnreadableDirectory : WalkKind::DirectoryEnd;
+        m_entry.error = error;
+        return m_entry;
+    }
+
+    void startWorkers()
+    {
+        if (m_hasWorkers || m_queue->waiting() < waitingWorthWorkers)
+            return;
+        m_hasWorkers = true;
+        unsigned count = m_queue->options.workers;
+        if (count == 0) // the owner reads as well, so one less than there are cores
+            count = std::max(2U, std::thread::hardware_concurrency()) - 1;
+        for (unsigned i = 0; i < count; ++i) {
+            m_queue->workerStarts();
+            std::thread(readAhead, m_queue).detach();
+        }
+    }
+
+    const QByteArray m_path;
+    const std::shared_ptr<WalkQueue> m_queue;
+    DirectoryReader m_reader;
+    Record m_start;
+    WalkEntry m_entry;
+    std::vector<Frame> m_frames;
+    const Record* m_entered = nullptr; ///< the Directory entry that was delivered last
+    bool m_started = false;
+    bool m_isSkipped = false;
+    bool m_hasWorkers = false;
+};
+
+Walk::Walk(QByteArray path, WalkOptions options)
+    : m_consumer(std::make_unique<Consumer>(std::move(path), options))
+{
+}
+
+Walk::~Walk() = default;
+
+const WalkEntry* Walk::next()
+{
+    return m_consumer->next();
+}
+
+void Walk::skipSubtree()
+{
+    m_consumer->skipSubtree();
+}
+
+QByteArray Walk::path() const
+{
+    return m_consumer->path();
+}
+
+} // namespace brivane

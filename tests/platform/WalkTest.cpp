@@ -1,12 +1,11 @@
 #include "platform/Walk.h"
 
-#include <gtest/gtest.h>
-
 #include <random>
 #include <set>
 
 #include <fcntl.h>
 #include <fts.h>
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -74,8 +73,8 @@ std::vector<Seen> byWalk(const QByteArray& path, WalkOptions options = {})
     std::vector<Seen> entries;
     Walk walk(path, options);
     while (const WalkEntry* entry = walk.next()) {
-        entries.push_back({ftsKind(entry->kind), entry->depth, walk.path(),
-                           entry->attributes.inode, entry->attributes.size});
+        entries.push_back({ftsKind(entry->kind), entry->depth, walk.path(), entry->attributes.inode,
+                           entry->attributes.size});
     }
     return entries;
 }

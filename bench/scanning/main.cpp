@@ -1,0 +1,131 @@
+// Complete scans of one tree, side by side with other tools and with two loops that build nothing.
+// Each round runs everybody once, so that a busy machine is busy for all; the figures are medians.
+
+#include "Contender.h"
+#include "Loops.h"
+#include "platform/Clock.h"
+#include "platform/PathText.h"
+#include "platform/Walk.h"
+#include "scanner/DiskScanner.h"
+#include "scanner/FileTree.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+using namespace brivane;
+using namespace brivane::bench;
+
+namespace {
+
+/// What the child that scans tells its parent about the tree.
+struct TreeFigures {
+    std::size_t nodes = 0;
+    std::size_t bytes = 0;
+    std::size_t nameBytes = 0;
+};
+
+int scanCompletely(const QString& path, TreeFigures& figures)
+{
+    SystemClock clock;
+    DiskScanner scanner(clock);
+    const FileNodePtr root = scanner.scan(path);
+    figures.nodes = root->tree().nodeCount();
+    figures.bytes = root->tree().memoryUse();
+    return 0;
+}
+
+std::size_t lengthOfNames(const QByteArray& path)
+{
+    std::size_t bytes = 0;
+    Walk walk(path);
+    while (const WalkEntry* entry = walk.next()) {
+        if (entry->kind != WalkKind::DirectoryEnd)
+            bytes += entry->name.size();
+    }
+    return bytes;
+}
+
+void printRatios(const std::vector<Contender>& contenders)
+{
+    const double own = median(contenders.front().seconds);
+    const Contender* fastest = nullptr;
+    std::printf("\n%-24s %8s %8s %9s %7s\n", "", "median", "fastest", "peak MiB", "ours /");
+    for (const Contender& contender : contenders) {
+        const double time = median(contender.seconds);
+        std::printf("%-24s %7.3fs %7.3fs %9.1f %7.2f\n", contender.name.c_str(), time,
+                    *std::min_element(contender.seconds.begin(), contender.seconds.end()),
+                    static_cast<double>(contender.peakKiB) / 1024, own / time);
+        if (contender.isPeer && (!fastest || time < median(fastest->seconds)))
+            fastest = &contender;
+    }
+    if (fastest)
+        std::printf("\nfastest peer: %s, ratio %.2f\n", fastest->name.c_str(),
+                    own / median(fastest->seconds));
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: bench_scan PATH [ROUNDS]\n");
+        return 2;
+    }
+    const std::string path = argv[1];
+    const QString text = PathText::fromBytes(path.c_str());
+    const int rounds = argc > 2 ? std::max(1, std::atoi(argv[2])) : 7;
+    if (!std::getenv("BRIVANE_LOG")) // the log's lines are not what is looked at here
+        ::setenv("BRIVANE_LOG", "off", 1);
+
+    void* shared = ::mmap(nullptr, sizeof(TreeFigures), PROT_READ | PROT_WRITE,
+                          MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    if (shared == MAP_FAILED)
+        return 1;
+    auto* figures = new (shared) TreeFigures;
+
+    std::vector<Contender> contenders;
+    contenders.push_back(
+        {.name = "brivane, whole tree", .body = [&] { return scanCompletely(text, *figures); }});
+    const auto loop = [&path](Sum (*sum)(const char*)) {
+        return [&path, sum] { return sum(path.c_str()).entries > 0 ? 0 : 1; };
+    };
+    contenders.push_back({.name = "bare loop, 2 threads", .body = loop(bareLoop)});
+    contenders.push_back({.name = "plain fts, 1 thread", .body = loop(plainFts)});
+    const std::pair<const char*, std::vector<std::string>> commands[] = {
+        {"du -s", {"du", "-sx", path}},
+        {"find (names only)", {"find", path, "-xdev"}},
+        {"find -printf %s", {"find", path, "-xdev", "-printf", "%s\\n"}},
+        {"ncdu -o", {"ncdu", "-0", "-x", "-o", "/dev/null", path}},
+        {"gdu -n", {"gdu", "-n", "-p", "-x", path}},
+    };
+    for (const auto& [name, arguments] : commands) {
+        if (std::optional<Contender> peer = command(name, arguments))
+            contenders.push_back(std::move(*peer));
+        else
+            std::printf("%s: not installed, left out\n", name);
+    }
+
+    for (Contender& contender : contenders) // warms the caches
+        runOnce(contender);
+    for (Contender& contender : contenders)
+        contender.seconds.clear();
+    for (int round = 0; round < rounds; ++round) {
+        for (Contender& contender : contenders) {
+            if (!runOnce(contender))
+                std::printf("%s did not end well\n", contender.name.c_str());
+        }
+    }
+
+    const std::size_t names = lengthOfNames(path.c_str());
+    std::printf("%s: %zu nodes, %d rounds, warm\n", path.c_str(), figures->nodes, rounds);
+    if (figures->nodes > 0)
+        std::printf("tree: %.1f bytes for a node, %.1f of them its name\n",
+                    static_cast<double>(figures->bytes) / static_cast<double>(figures->nodes),
+                    static_cast<double>(names) / static_cast<double>(figures->nodes));
+    printRatios(contenders);
+    return 0;
+}

@@ -1,0 +1,173 @@
+#include "scanner/FileTree.h"
+
+#include "platform/PathText.h"
+
+#include <QtConcurrentMap>
+
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+namespace brivane {
+
+namespace {
+
+/// Slabs are aligned to their size, so that the address of a node leads to the head of its slab.
+constexpr std::size_t slabSize = 1 << 20;
+/// A scan of a whole disk rarely has more directories than this.
+constexpr std::size_t expectedDirectories = 500'000;
+constexpr std::uint32_t firstCapacity = 4;
+
+struct SlabHead {
+    FileTree* tree;
+};
+
+constexpr std::size_t alignedUp(std::size_t bytes)
+{
+    return (bytes + alignof(FileNode) - 1) & ~(alignof(FileNode) - 1);
+}
+
+} // namespace
+
+std::shared_ptr<FileTree> FileTree::create(const QByteArray& rootPath)
+{
+    return std::shared_ptr<FileTree>(new FileTree(rootPath));
+}
+
+FileTree::FileTree(const QByteArray& rootPath)
+    : m_rootPath(rootPath)
+    , m_id(QUuid::createUuid())
+{
+    m_directories.reserve(expectedDirectories);
+    const QByteArray last =
+        PathText::toBytes(PathText::lastComponent(PathText::fromBytes(rootPath)));
+    const QByteArray& name = last.isEmpty() ? rootPath : last;
+    m_root = make({name.constData(), static_cast<std::size_t>(name.size())}, true, 0);
+}
+
+FileTree::~FileTree()
+{
+    for (FileNode* directory : m_directories)
+        std::free(directory->m_children);
+    for (std::byte* slab : m_slabs)
+        std::free(slab);
+}
+
+void* FileTree::allocate(std::size_t bytes)
+{
+    if (m_slabs.empty() || m_used + bytes > slabSize) {
+        void* memory = std::aligned_alloc(slabSize, slabSize);
+        if (!memory)
+            throw std::bad_alloc();
+        m_slabs.push_back(static_cast<std::byte*>(memory));
+        new (memory) SlabHead{this};
+        m_used = alignedUp(sizeof(SlabHead));
+    }
+    void* place = m_slabs.back() + m_used;
+    m_used += bytes;
+    return place;
+}
+
+FileTree& FileTree::of(const FileNode& node)
+{
+    const auto address = reinterpret_cast<std::uintptr_t>(&node);
+    return *reinterpret_cast<const SlabHead*>(address & ~(slabSize - 1))->tree;
+}
+
+QUuid FileTree::idOf(const FileNode& node) const
+{
+    // The first half tells the tree, the second the node; version and variant bits stay as they
+    // are.
+    QUuid id = m_id;
+    const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(&node));
+    for (std::size_t i = 0; i < 7; ++i)
+        id.data4[i + 1] = static_cast<uchar>(address >> (8 * i));
+    return id;
+}
+
+FileNode* FileTree::make(std::string_view name, bool isDirectory, std::uint64_t size)
+{
+    name = name.substr(0, UINT16_MAX);
+    void* place = allocate(alignedUp(sizeof(FileNode) + name.size()));
+    auto* node = new (place) FileNode(name, isDirectory, size);
+    ++m_nodeCount;
+    if (isDirectory)
+        m_directories.push_back(node);
+    return node;
+}
+
+void FileTree::attach(FileNode* node, FileNode* parent, std::uint32_t expected)
+{
+    using ChildList = FileNode::ChildList;
+    node->m_parent = parent;
+    const std::lock_guard lock(m_mutex);
+    ChildList* list = parent->m_children;
+    if (!list || list->count == list->capacity) {
+        const std::uint32_t count = list ? list->count : 0;
+        const std::uint32_t capacity =
+            count + std::max({expected + 1, count / 2, expected > 0 ? 0 : firstCapacity});
+        const std::size_t bytes = sizeof(ChildList) + capacity * sizeof(FileNode*);
+        void* memory = std::realloc(list, bytes);
+        if (!memory)
+            throw std::bad_alloc();
+        m_listBytes += bytes - (list ? sizeof(ChildList) + count * sizeof(FileNode*) : 0);
+        list = new (memory) ChildList{count, capacity};
+        parent->m_children = list;
+    }
+    list->nodes()[list->count++] = node;
+}
+
+void FileTree::addSize(FileNode* node, std::uint64_t bytes)
+{
+    // One thread writes, so a plain read and write do, and cost less than an atomic addition.
+    node->m_size.store(node->size() + bytes, std::memory_order_relaxed);
+}
+
+void FileTree::setFileCount(FileNode* node, std::int64_t count)
+{
+    node->m_fileCount.store(static_cast<std::uint32_t>(count), std::memory_order_relaxed);
+}
+
+void FileTree::addIssue(FileNode* directory, bool isDirectoryItself, ScanIssue issue)
+{
+    if (isDirectoryItself)
+        directory->setFlag(FileNode::Unreadable, true);
+    // Above an incomplete directory everything is incomplete already.
+    for (FileNode* node = directory; node && !node->isIncomplete(); node = node->m_parent)
+        node->setFlag(FileNode::Incomplete, true);
+    const std::lock_guard lock(m_mutex);
+    m_issues.push_back(std::move(issue));
+}
+
+std::vector<ScanIssue> FileTree::issues() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_issues;
+}
+
+std::size_t FileTree::issueCount() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_issues.size();
+}
+
+void FileTree::sortAll()
+{
+    constexpr std::ptrdiff_t share = 2048; // directories that one thread takes at a time
+    std::vector<std::span<FileNode*>> shares;
+    const std::span<FileNode*> all = m_directories;
+    for (std::size_t from = 0; from < all.size(); from += share)
+        shares.push_back(all.subspan(from, std::min<std::size_t>(share, all.size() - from)));
+    QtConcurrent::blockingMap(shares, [](std::span<FileNode*>& part) {
+        for (FileNode* directory : part)
+            directory->sortOwnChildren();
+    });
+    m_root->setFlag(FileNode::Sorted, true);
+}
+
+std::size_t FileTree::memoryUse() const
+{
+    return m_slabs.size() * slabSize + m_listBytes + m_directories.size() * sizeof(FileNode*);
+}
+
+} // namespace brivane

@@ -1,0 +1,42 @@
+#include "platform/DefaultFileSystem.h"
+
+#include "platform/FileTrash.h"
+#include "platform/FileWriting.h"
+
+namespace brivane {
+
+DefaultFileSystem& DefaultFileSystem::shared()
+{
+    static DefaultFileSystem fileSystem;
+    return fileSystem;
+}
+
+Result<QString> DefaultFileSystem::trashItem(const QString& path,
+                                             const std::optional<FileIdentity>& expected)
+{
+    return moveToTrash(path, expected);
+}
+
+RemovalReport DefaultFileSystem::removeItem(const QString& path,
+                                            const std::optional<FileIdentity>& expected)
+{
+    return removeTree(path, expected);
+}
+
+Result<Moved> DefaultFileSystem::moveItem(const QString& from, const QString& to,
+                                          const MoveOptions& options)
+{
+    return moveWithoutReplacing(from, to, options);
+}
+
+Result<> DefaultFileSystem::makeDirectory(const QString& path, mode_t mode, ParentLinks links)
+{
+    return makeDirectoryWithParents(path, mode, links);
+}
+
+Result<> DefaultFileSystem::writeAtomically(const QString& path, QByteArrayView bytes, mode_t mode)
+{
+    return writeFileAtomically(path, bytes, mode);
+}
+
+} // namespace brivane

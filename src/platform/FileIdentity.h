@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/Result.h"
+
+#include <cstdint>
+#include <optional>
+
+namespace brivane {
+
+/// Which object stands behind a path, so that what was shown to the user can be told from what
+/// took its place. A plain value; parts that are not known are not compared.
+struct FileIdentity {
+    std::uint64_t device = 0; ///< as st_dev
+    std::uint64_t inode = 0;
+    std::optional<std::uint64_t> size = {};      ///< logical bytes
+    std::optional<std::int64_t> modifiedAt = {}; ///< nanoseconds since 1970
+    std::optional<std::int64_t> changedAt = {};  ///< nanoseconds since 1970
+
+    /// The whole identity of the object at `path`, a link itself where it is one. Any thread.
+    [[nodiscard]] static Result<FileIdentity> of(const QString& path);
+    /// Whether `actual`, which has every part, is the object that this one describes.
+    [[nodiscard]] bool matches(const FileIdentity& actual) const;
+    /// Whether both are the same object, whatever was written to it in between.
+    [[nodiscard]] bool isSameObject(const FileIdentity& other) const
+    {
+        return device == other.device && inode == other.inode;
+    }
+};
+
+} // namespace brivane

@@ -1,0 +1,25 @@
+#include "platform/FileIdentity.h"
+
+#include "platform/linux/PathPlace.h"
+
+namespace brivane {
+
+Result<FileIdentity> FileIdentity::of(const QString& path)
+{
+    const auto place = posix::PathPlace::find(path, FileOperation::Inspect);
+    if (!place)
+        return place.error();
+    posix::FileStatus status;
+    if (const int code = posix::readStatus(place->folder(), place->name(), status))
+        return place->error(code, FileOperation::Inspect);
+    return status.identity;
+}
+
+bool FileIdentity::matches(const FileIdentity& actual) const
+{
+    return isSameObject(actual) && (!size || size == actual.size) &&
+           (!modifiedAt || modifiedAt == actual.modifiedAt) &&
+           (!changedAt || changedAt == actual.changedAt);
+}
+
+} // namespace brivane

@@ -3,6 +3,7 @@
 
 #include "Contender.h"
 #include "Loops.h"
+#include "core/Log.h"
 #include "platform/Clock.h"
 #include "platform/PathText.h"
 #include "platform/Walk.h"
@@ -30,6 +31,7 @@ struct TreeFigures {
 
 int scanCompletely(const QString& path, TreeFigures& figures)
 {
+    const LogCapture quiet;
     SystemClock clock;
     DiskScanner scanner(clock);
     const FileNodePtr root = scanner.scan(path);
@@ -78,9 +80,6 @@ int main(int argc, char** argv)
     const std::string path = argv[1];
     const QString text = PathText::fromBytes(path.c_str());
     const int rounds = argc > 2 ? std::max(1, std::atoi(argv[2])) : 7;
-    if (!std::getenv("BRIVANE_LOG")) // the log's lines are not what is looked at here
-        ::setenv("BRIVANE_LOG", "off", 1);
-
     void* shared = ::mmap(nullptr, sizeof(TreeFigures), PROT_READ | PROT_WRITE,
                           MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     if (shared == MAP_FAILED)

@@ -9,11 +9,11 @@
 #include "scanner/TreeBuilder.h"
 
 #include <cerrno>
-#include <cstring>
 
 namespace brivane {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -27,19 +27,16 @@ double seconds(std::chrono::nanoseconds duration)
 
 void logOutcome(const FileTree& tree, std::int64_t filesScanned, double elapsed)
 {
-    Log::scanner.info("Scan complete: %ld files, %s, %ss", filesScanned,
-                      ByteFormatter::format(tree.root()->size()),
-                      QString::asprintf("%.1f", elapsed));
-    Log::perf.info(
-        "Scan rate: %ld files/s",
-        static_cast<std::int64_t>(static_cast<double>(filesScanned) / std::max(elapsed, 0.001)));
-    Log::perf.info("NodeMap capacity: %ld, entries: %ld",
-                   static_cast<std::int64_t>(tree.directoryCapacity()),
-                   static_cast<std::int64_t>(tree.directoryCount()));
+    const auto rate = static_cast<long>(static_cast<double>(filesScanned) / std::max(elapsed, 0.001));
     const std::optional<std::uint64_t> resident = residentMemory();
-    Log::perf.info("Memory: %s MB",
-                   resident ? QString::asprintf("%.1f", static_cast<double>(*resident) / 1048576)
-                            : QStringLiteral("N/A"));
+    Log::scanner.info(u"Scan complete: %1 files, %2, %3s"_s.arg(
+        QString::number(filesScanned), ByteFormatter::format(tree.root()->size()),
+        QString::number(elapsed, 'f', 1)));
+    Log::perf.info(u"Scan rate: %1 files/s"_s.arg(rate));
+    Log::perf.info(u"NodeMap capacity: %1, entries: %2"_s.arg(tree.directoryCapacity())
+                       .arg(tree.directoryCount()));
+    Log::perf.info(u"Memory: %1 MB"_s.arg(
+        resident ? QString::number(static_cast<double>(*resident) / 1048576, 'f', 1) : u"N/A"_s));
 }
 
 } // namespace
@@ -54,7 +51,7 @@ FileNodePtr DiskScanner::scan(const QString& path, const Progress& report)
     m_isCancelled.setValue(false);
     m_pauseFlag.setValue(false);
     const auto start = m_clock.monotonicNow();
-    Log::scanner.info("Scan started: %s", path);
+    Log::scanner.info(u"Scan started: "_s + path);
     ScanProgress progress;
     progress.startTime = m_clock.now();
 
@@ -72,7 +69,7 @@ FileNodePtr DiskScanner::scan(const QString& path, const Progress& report)
     };
     const auto giveUp = [&]() -> ScanError {
         builder.settle();
-        Log::scanner.notice("Scan cancelled at %ld files", progress.filesScanned);
+        Log::scanner.notice(u"Scan cancelled at %1 files"_s.arg(progress.filesScanned));
         return ScanError::cancelled();
     };
 

@@ -27,13 +27,6 @@ TEST(NotificationCenter, ReachesOnlyLivingReceiversOfTheName)
 
 TEST(NotificationCenter, APostFromAWorkerArrivesOnTheReceiversThread)
 {
-    int argc = 1;
-    char name[] = "test";
-    char* argv[] = {name, nullptr};
-    std::unique_ptr<QCoreApplication> application;
-    if (QCoreApplication::instance() == nullptr)
-        application = std::make_unique<QCoreApplication>(argc, argv);
-
     NotificationCenter center;
     QObject receiver;
     QThread* heardOn = nullptr;

@@ -2,6 +2,7 @@
 
 #include "platform/PathText.h"
 
+#include <QThreadPool>
 #include <QtConcurrentMap>
 
 #include <cstdlib>
@@ -17,6 +18,7 @@ constexpr std::size_t slabSize = 1 << 20;
 /// A scan of a whole disk rarely has more directories than this.
 constexpr std::size_t expectedDirectories = 500'000;
 constexpr std::uint32_t firstCapacity = 4;
+constexpr std::size_t nodesWorthAThread = 20'000;
 
 struct SlabHead {
     FileTree* tree;
@@ -31,7 +33,14 @@ constexpr std::size_t alignedUp(std::size_t bytes)
 
 std::shared_ptr<FileTree> FileTree::create(const QByteArray& rootPath)
 {
-    return std::shared_ptr<FileTree>(new FileTree(rootPath));
+    // Giving back a tree of millions takes long, and the last reference is often the screen's.
+    const auto dispose = [](FileTree* tree) {
+        if (tree->nodeCount() < nodesWorthAThread)
+            delete tree;
+        else
+            QThreadPool::globalInstance()->start([tree] { delete tree; });
+    };
+    return std::shared_ptr<FileTree>(new FileTree(rootPath), dispose);
 }
 
 FileTree::FileTree(const QByteArray& rootPath)

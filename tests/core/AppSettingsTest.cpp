@@ -1,0 +1,158 @@
+#include "core/AppSettings.h"
+
+#include "platform/PropertyList.h"
+#include "platform/UserDefaults.h"
+#include "support/ManualClock.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+using namespace brivane;
+using namespace brivane::testing;
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+class AppSettingsTest : public ::testing::Test {
+protected:
+    /// As a new start of the program loads them.
+    [[nodiscard]] std::unique_ptr<AppSettings> settings()
+    {
+        m_defaults.push_back(std::make_unique<UserDefaults>(file));
+        return std::make_unique<AppSettings>(*m_defaults.back(), clock, u"/Users/ann"_s);
+    }
+
+    QTemporaryDir folder;
+    QString file = folder.path() + u"/defaults.plist"_s;
+    ManualClock clock;
+
+private:
+    std::vector<std::unique_ptr<UserDefaults>> m_defaults;
+};
+
+struct Field {
+    const char* name;
+    QVariant standard;
+    QVariant other;
+    QVariant stored;
+};
+
+const QDateTime cleaned = QDateTime::fromMSecsSinceEpoch(1'700'000'000'500, Qt::UTC);
+
+std::vector<Field> fields()
+{
+    return {
+        {"quarantinePurgeDays", 7ll, -1ll, {}},
+        {"cleanModeKeyCode", quint16(49), quint16(65535), 65535ll},
+        {"cleanModeKeyName", u"Space"_s, u"Esc"_s, {}},
+        {"cleanModeHoldDuration", 10.0, 2.5, {}},
+        {"cleaningReminderDays", 0ll, 14ll, {}},
+        {"lastPhysicalCleanDate", QDateTime(), cleaned, 1'700'000'000.5},
+        {"useBinaryUnits", true, false, {}},
+        {"showHiddenFiles", false, true, {}},
+        {"launchAtLogin", false, true, {}},
+        {"oldFileAgeDays", 30ll, 1ll, {}},
+        {"showMenuBarWidget", true, false, {}},
+        {"lowDiskThresholdPercent", 10ll, 100ll, {}},
+        {"excludedPaths", QStringList(), QStringList{u"/b"_s, u"/c"_s},
+         QVariantList{u"/b"_s, u"/c"_s}},
+    };
+}
+
+} // namespace
+
+TEST_F(AppSettingsTest, EveryFieldHasItsDefaultAndSurvivesARestart)
+{
+    auto first = settings();
+    for (const Field& field : fields())
+        EXPECT_EQ(first->property(field.name), field.standard) << field.name;
+    EXPECT_FALSE(QFile::exists(file)); // defaults stay implicit
+
+    for (const Field& field : fields()) {
+        QSignalSpy published(first.get(), ("2"_ba + field.name + "Changed()").constData());
+        EXPECT_TRUE(first->setProperty(field.name, field.other)) << field.name;
+        EXPECT_TRUE(first->setProperty(field.name, field.other)); // no change: not published
+        EXPECT_EQ(published.count(), 1) << field.name;
+        const UserDefaults stored(file); // at once
+        EXPECT_EQ(stored.object(QString::fromUtf8(field.name)),
+                  field.stored.isValid() ? field.stored : field.other)
+            << field.name;
+    }
+    const auto second = settings();
+    for (const Field& field : fields())
+        EXPECT_EQ(second->property(field.name), field.other) << field.name;
+}
+
+TEST_F(AppSettingsTest, AWrongTypeOrRangeGivesTheDefaultAndStaysInTheFile)
+{
+    const QVariant wrong[] = {QVariantMap(), QVariantList{1ll}, QByteArray("x")};
+    for (const QVariant& value : wrong) {
+        QVariantMap values;
+        for (const Field& field : fields())
+            values.insert(QString::fromUtf8(field.name), value);
+        QFile out(file);
+        ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+        out.write(PropertyList::write(values, PropertyList::Encoding::Xml).value_or(QByteArray()));
+        out.close();
+        const auto loaded = settings();
+        for (const Field& field : fields())
+            EXPECT_EQ(loaded->property(field.name), field.standard) << field.name;
+    }
+    for (const qint64 code : {-1ll, 65536ll}) {
+        UserDefaults(file).setInteger(u"cleanModeKeyCode"_s, code);
+        EXPECT_EQ(settings()->cleanModeKeyCode(), 49);
+    }
+}
+
+TEST_F(AppSettingsTest, ClearingTheCleaningDateRemovesItsKey)
+{
+    settings()->setLastPhysicalCleanDate(cleaned);
+    settings()->setLastPhysicalCleanDate(QDateTime());
+    EXPECT_FALSE(UserDefaults(file).object(u"lastPhysicalCleanDate"_s).isValid());
+}
+
+TEST_F(AppSettingsTest, OverdueExactlyWhenTheDaysHavePassed)
+{
+    auto under = settings();
+    EXPECT_FALSE(under->isCleaningOverdue());
+    under->setCleaningReminderDays(1);
+    EXPECT_TRUE(under->isCleaningOverdue()); // never cleaned
+    under->setCleaningReminderDays(2);
+    under->setLastPhysicalCleanDate(clock.now());
+    clock.advance(48h - 1ms);
+    EXPECT_EQ(under->daysSinceLastCleaning(), 1);
+    EXPECT_FALSE(under->isCleaningOverdue());
+    clock.advance(1ms);
+    EXPECT_TRUE(under->isCleaningOverdue());
+    under->setLastPhysicalCleanDate(clock.now().addSecs(86'399)); // in the future
+    EXPECT_EQ(under->daysSinceLastCleaning(), 0);
+    under->setCleaningReminderDays(-3);
+    under->setLastPhysicalCleanDate(QDateTime());
+    EXPECT_FALSE(under->isCleaningOverdue());
+}
+
+TEST_F(AppSettingsTest, ExcludedPathsAreStandardisedSortedAndUnique)
+{
+    auto under = settings();
+    for (const QString& path :
+         {u"~/Movies/"_s, u"/b//c/."_s, u"/Users/ann/Movies"_s, u""_s, u"."_s})
+        under->addExcludedPath(path);
+    const QStringList expected = {u"/Users/ann/Movies"_s, u"/b/c"_s};
+    EXPECT_EQ(under->excludedPaths(), expected);
+    EXPECT_EQ(settings()->excludedPaths(), expected);
+
+    EXPECT_TRUE(under->isExcluded(u"/b/c/d"_s));
+    EXPECT_FALSE(under->isExcluded(u"/b/cc"_s));
+    under->removeExcludedPath(u"/b/c/"_s); // not the exact string
+    EXPECT_EQ(under->excludedPaths(), expected);
+    under->removeExcludedPath(u"/b/c"_s);
+    EXPECT_EQ(settings()->excludedPaths(), QStringList{u"/Users/ann/Movies"_s});
+
+    QFile::remove(file);
+    settings()->removeExcludedPath(u"/none"_s);
+    EXPECT_EQ(UserDefaults(file).stringArray(u"excludedPaths"_s), QStringList()); // still written
+}

@@ -27,7 +27,8 @@ double seconds(std::chrono::nanoseconds duration)
 
 void logOutcome(const FileTree& tree, std::int64_t filesScanned, double elapsed)
 {
-    const auto rate = static_cast<long>(static_cast<double>(filesScanned) / std::max(elapsed, 0.001));
+    const auto rate =
+        static_cast<long>(static_cast<double>(filesScanned) / std::max(elapsed, 0.001));
     const std::optional<std::uint64_t> resident = residentMemory();
     Log::scanner.info(u"Scan complete: %1 files, %2, %3s"_s.arg(
         QString::number(filesScanned), ByteFormatter::format(tree.root()->size()),

@@ -9,8 +9,7 @@ namespace brivane {
 
 /// A node as a screen holds it: keeps the tree alive, so what a row or a menu was opened for is
 /// what its action gets, whatever the list does meanwhile. GUI thread.
-class FileNodeRef
-{
+class FileNodeRef {
     Q_GADGET
     QML_VALUE_TYPE(fileNode)
     Q_PROPERTY(bool isValid READ isValid)

@@ -13,8 +13,7 @@ namespace brivane {
 /// sorted on the pool, one picture at a time, so the GUI thread only swaps two lists. Rows are
 /// never reset while the directory stays the same: a list that is scrolled keeps its place.
 /// GUI thread.
-class FolderModel : public QAbstractListModel
-{
+class FolderModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The view model brings it")

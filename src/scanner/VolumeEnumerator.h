@@ -9,8 +9,7 @@ namespace brivane {
 class Volumes;
 
 /// Lists the mounted volumes as the screens show them. Any thread; looks afresh at each call.
-class VolumeEnumerator
-{
+class VolumeEnumerator {
 public:
     explicit VolumeEnumerator(Volumes& volumes);
 

@@ -1,0 +1,155 @@
+#pragma once
+
+#include "platform/Host.h"
+#include "scanner/DiskScanner.h"
+#include "scanner/FileNodeRef.h"
+#include "scanner/FolderModel.h"
+#include "scanner/ScanResult.h"
+#include "scanner/ScanStats.h"
+#include "scanner/VolumeEnumerator.h"
+#include "scanner/VolumeListModel.h"
+
+#include <QCoroTask>
+#include <QObject>
+#include <QThreadPool>
+
+namespace brivane {
+
+/// Stands between the scanner's screens and the scanner: lists volumes, runs scans, hands out the
+/// growing tree, and knows where in the tree the user is looking.
+///
+/// GUI thread. A walk runs on a thread of the view model's own, one after the other; what it
+/// reports arrives through the event loop. The tree changes in place while it grows, and scanTick
+/// goes up with each report. stopScan() never waits for the walk.
+class ScanViewModel : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application brings it")
+    Q_PROPERTY(brivane::VolumeListModel* volumes READ volumeModel CONSTANT)
+    Q_PROPERTY(QString selectedMountPoint READ selectedMountPoint NOTIFY selectedVolumeChanged)
+    Q_PROPERTY(ScanState scanState READ scanState NOTIFY scanStateChanged)
+    Q_PROPERTY(bool hasTree READ hasTree NOTIFY rootNodeChanged)
+    Q_PROPERTY(brivane::FileNodeRef rootNode READ rootNode NOTIFY rootNodeChanged)
+    Q_PROPERTY(brivane::FileNodeRef focusedNode READ focusedNode NOTIFY focusedNodeChanged)
+    Q_PROPERTY(brivane::FileNodeRef hoveredNode READ hoveredNode WRITE setHoveredNode NOTIFY
+                   hoveredNodeChanged)
+    Q_PROPERTY(brivane::FileNodeRef selectedNode READ selectedNode WRITE setSelectedNode NOTIFY
+                   selectedNodeChanged)
+    Q_PROPERTY(brivane::FolderModel* folder READ folderModel CONSTANT)
+    Q_PROPERTY(brivane::ScanStats* stats READ stats CONSTANT)
+    Q_PROPERTY(uint scanTick READ scanTick NOTIFY scanTickChanged)
+    Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
+    Q_PROPERTY(bool isPaused READ isPaused NOTIFY isPausedChanged)
+
+public:
+    enum ScanState { Idle, Scanning, Completed, Error };
+    Q_ENUM(ScanState)
+
+    explicit ScanViewModel(Host& host, QObject* parent = nullptr);
+    /// Ends a walk that runs.
+    ~ScanViewModel() override;
+
+    /// Lists the volumes again, in the background: a volume that does not answer holds up nobody.
+    /// The selected volume stays as it was; an empty selection becomes the first volume.
+    Q_INVOKABLE void refreshVolumes();
+    /// Makes the volume at `mountPoint` the target of scans; nothing if it is not listed.
+    Q_INVOKABLE void selectVolume(const QString& mountPoint);
+    /// Makes a folder the target of scans, as a volume of its own, and scans it. A link is
+    /// resolved, since the walk itself does not follow any.
+    Q_INVOKABLE void scanFolder(const QString& path);
+
+    /// Returns at once. A walk that runs is not ended by it: the new one waits in line.
+    Q_INVOKABLE void startScan(const QString& path);
+    /// startScan() of the selected volume; nothing while none is selected.
+    Q_INVOKABLE void rescan();
+    /// Ends the scan without waiting for the walk; the tree stays as far as it came.
+    Q_INVOKABLE void stopScan();
+    Q_INVOKABLE void togglePause();
+
+    /// Shows `node`, a directory, in the list and the charts.
+    Q_INVOKABLE void drillDown(const brivane::FileNodeRef& node);
+    /// Shows the parent of the directory that is shown.
+    Q_INVOKABLE void drillUp();
+
+    [[nodiscard]] const QList<DiskInfo>& volumes() const { return m_volumeModel.volumes(); }
+    [[nodiscard]] VolumeListModel* volumeModel() { return &m_volumeModel; }
+    [[nodiscard]] FolderModel* folderModel() { return &m_folderModel; }
+    [[nodiscard]] ScanStats* stats() { return &m_stats; }
+    [[nodiscard]] const std::optional<DiskInfo>& selectedVolume() const { return m_selectedVolume; }
+    [[nodiscard]] QString selectedMountPoint() const;
+    [[nodiscard]] ScanState scanState() const { return m_scanState; }
+    [[nodiscard]] const std::optional<ScanResult>& scanResult() const { return m_scanResult; }
+    [[nodiscard]] bool hasTree() const { return m_rootNode.isValid(); }
+    [[nodiscard]] const FileNodeRef& rootNode() const { return m_rootNode; }
+    [[nodiscard]] const FileNodeRef& focusedNode() const { return m_focusedNode; }
+    [[nodiscard]] const FileNodeRef& hoveredNode() const { return m_hoveredNode; }
+    void setHoveredNode(const FileNodeRef& node);
+    [[nodiscard]] const FileNodeRef& selectedNode() const { return m_selectedNode; }
+    void setSelectedNode(const FileNodeRef& node);
+    [[nodiscard]] const ScanProgress& progress() const { return m_progress; }
+    [[nodiscard]] uint scanTick() const { return m_scanTick; }
+    [[nodiscard]] QString errorMessage() const { return m_errorMessage.value_or(QString()); }
+    [[nodiscard]] bool isPaused() const { return m_isPaused; }
+
+    /// The record for a path that no volume is known for.
+    static DiskInfo madeUpVolume(const QString& path);
+    /// What `disk` has in use beyond `treeSize`; 0 when its figures do not tell.
+    static std::uint64_t hiddenSpace(const DiskInfo& disk, std::uint64_t treeSize);
+
+Q_SIGNALS:
+    void volumesChanged();
+    void selectedVolumeChanged();
+    void scanStateChanged();
+    void scanResultChanged();
+    void rootNodeChanged();
+    void focusedNodeChanged();
+    void hoveredNodeChanged();
+    void selectedNodeChanged();
+    void progressChanged();
+    void scanTickChanged();
+    void errorMessageChanged();
+    void isPausedChanged();
+
+private:
+    struct ScanTask;
+    struct Outcome;
+
+    QCoro::Task<> listVolumes();
+    QCoro::Task<> runScan(QString path, std::shared_ptr<ScanTask> task);
+    Outcome walk(const QString& path, const std::shared_ptr<ScanTask>& task, bool needsVolume);
+    void receive(const ScanProgress& progress);
+    void finish(const Outcome& outcome, double seconds);
+    void fail(const DiskScanner::ScanError& error);
+
+    void setSelectedVolume(const std::optional<DiskInfo>& volume);
+    void setScanState(ScanState state);
+    void setRootNode(const FileNodePtr& node);
+    void setFocusedNode(const FileNodePtr& node);
+    void setProgress(const ScanProgress& progress);
+    void setErrorMessage(const std::optional<QString>& message);
+    void setPaused(bool paused);
+
+    Host& m_host;
+    VolumeEnumerator m_enumerator;
+    DiskScanner m_scanner;
+    VolumeListModel m_volumeModel;
+    FolderModel m_folderModel;
+    ScanStats m_stats;
+    QThreadPool m_walkThread; ///< one thread, so walks stand in line
+    std::shared_ptr<ScanTask> m_scanTask;
+    unsigned m_volumeRequest = 0;
+
+    std::optional<DiskInfo> m_selectedVolume;
+    ScanState m_scanState = Idle;
+    std::optional<ScanResult> m_scanResult;
+    FileNodeRef m_rootNode;
+    FileNodeRef m_focusedNode;
+    FileNodeRef m_hoveredNode;
+    FileNodeRef m_selectedNode;
+    ScanProgress m_progress;
+    uint m_scanTick = 0;
+    std::optional<QString> m_errorMessage;
+    bool m_isPaused = false;
+};
+
+} // namespace brivane

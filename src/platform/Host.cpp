@@ -1,0 +1,20 @@
+#include "platform/Host.h"
+
+#include "platform/Volumes.h"
+
+#include <utility>
+
+namespace brivane {
+
+OwnedHost::OwnedHost(const Locations& locations, FileSystemProviding& fileSystem,
+                     std::unique_ptr<Volumes> volumes, std::unique_ptr<Clock> clock)
+    : m_defaults(locations.path(u"~/Library/Preferences/com.brivane.app.plist"))
+    , m_volumes(volumes ? std::move(volumes) : Volumes::ofThisMachine())
+    , m_clock(clock ? std::move(clock) : std::make_unique<SystemClock>())
+    , m_host{locations, fileSystem, m_defaults, *m_volumes, *m_clock, m_notifications}
+{
+}
+
+OwnedHost::~OwnedHost() = default;
+
+} // namespace brivane

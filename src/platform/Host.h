@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/Locations.h"
+#include "platform/NotificationCenter.h"
+#include "platform/UserDefaults.h"
+
+#include <memory>
+
+namespace brivane {
+
+class FileSystemProviding;
+class Volumes;
+
+/// The machine, as far as the program reaches it: the one value that services take.
+///
+/// Holds references only; whoever makes a Host keeps what it refers to alive longer.
+struct Host {
+    Locations locations;
+    FileSystemProviding& fileSystem;
+    UserDefaults& defaults;
+    Volumes& volumes;
+    Clock& clock;
+    NotificationCenter& notifications;
+
+    /// The real machine, made on first use and alive to the end of the process. Any thread.
+    static Host& system();
+};
+
+/// A Host together with what it refers to, except the file system.
+class OwnedHost {
+public:
+    /// The preferences lie where `locations` puts them. Volumes and clock are the machine's own
+    /// unless others are given.
+    OwnedHost(const Locations& locations, FileSystemProviding& fileSystem,
+              std::unique_ptr<Volumes> volumes = nullptr, std::unique_ptr<Clock> clock = nullptr);
+    ~OwnedHost();
+
+    [[nodiscard]] Host& host() { return m_host; }
+
+private:
+    UserDefaults m_defaults;
+    std::unique_ptr<Volumes> m_volumes;
+    std::unique_ptr<Clock> m_clock;
+    NotificationCenter m_notifications;
+    Host m_host;
+};
+
+} // namespace brivane

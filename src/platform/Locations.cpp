@@ -1,0 +1,158 @@
+#include "platform/Locations.h"
+
+#include "platform/LocationAliases.h"
+#include "platform/PathText.h"
+#include "platform/PrivateDirectory.h"
+
+#include <QMutex>
+#include <QStringBuilder>
+
+#include <utility>
+#include <vector>
+
+#include <pwd.h>
+#include <unistd.h>
+
+using namespace Qt::StringLiterals;
+
+namespace brivane {
+
+/// What a Locations knows. Constant after its making, but for the directory that
+/// temporaryDirectory() settles on at its first call.
+struct Locations::Arrangement {
+    QString home;
+    QString folder; ///< not empty: everything lies in this folder
+    std::vector<ResolvedAlias> aliases;
+    QStringList temporaryCandidates; ///< in order of preference
+
+    mutable QMutex temporaryMutex;
+    mutable QString temporary; ///< guarded by temporaryMutex
+};
+
+namespace {
+
+QString withoutEndSlash(QString path)
+{
+    while (path.size() > 1 && path.endsWith(u'/'))
+        path.chop(1);
+    return path;
+}
+
+/// Whether `path` is `prefix` or lies below it.
+bool liesIn(QStringView path, QStringView prefix)
+{
+    return path.startsWith(prefix) && (path.size() == prefix.size() || path[prefix.size()] == u'/');
+}
+
+QString environmentPath(const char* name)
+{
+    const QString value = withoutEndSlash(PathText::fromBytes(qgetenv(name)));
+    return value.startsWith(u'/') ? value : QString();
+}
+
+QString homeOfUser()
+{
+    if (const QString home = environmentPath("HOME"); !home.isEmpty())
+        return home;
+    const passwd* user = ::getpwuid(::getuid());
+    return user != nullptr ? withoutEndSlash(PathText::fromBytes(user->pw_dir)) : u"/"_s;
+}
+
+QString perUser(const QString& directory)
+{
+    return directory + u"/brivane-"_s + QString::number(::geteuid());
+}
+
+} // namespace
+
+Locations::Locations(std::shared_ptr<const Arrangement> arrangement)
+    : m_arrangement(std::move(arrangement))
+{
+}
+
+Locations Locations::asWritten(const QString& home)
+{
+    auto arrangement = std::make_shared<Arrangement>();
+    arrangement->home = withoutEndSlash(home);
+    if (const QString temporary = environmentPath("TMPDIR"); !temporary.isEmpty())
+        arrangement->temporaryCandidates += perUser(temporary);
+    arrangement->temporaryCandidates += perUser(u"/tmp"_s);
+    return Locations(std::move(arrangement));
+}
+
+Locations Locations::insideFolder(const QString& folder)
+{
+    auto arrangement = std::make_shared<Arrangement>();
+    arrangement->folder = withoutEndSlash(folder);
+    arrangement->home = arrangement->folder + u"/home"_s;
+    arrangement->temporaryCandidates += arrangement->folder + u"/temporary"_s;
+    return Locations(std::move(arrangement));
+}
+
+Locations Locations::onLinux()
+{
+    auto arrangement = std::make_shared<Arrangement>();
+    arrangement->home = homeOfUser();
+    const auto base = [&](const char* name, const QString& standard) {
+        const QString value = environmentPath(name);
+        return value.isEmpty() ? arrangement->home + standard : value;
+    };
+    arrangement->aliases = resolvedAliases({
+        .home = arrangement->home,
+        .cache = base("XDG_CACHE_HOME", u"/.cache"_s),
+        .config = base("XDG_CONFIG_HOME", u"/.config"_s),
+        .data = base("XDG_DATA_HOME", u"/.local/share"_s),
+    });
+    if (const QString runtime = environmentPath("XDG_RUNTIME_DIR"); !runtime.isEmpty())
+        arrangement->temporaryCandidates += runtime + u"/brivane"_s;
+    arrangement->temporaryCandidates += perUser(u"/tmp"_s);
+    return Locations(std::move(arrangement));
+}
+
+QString Locations::path(QStringView cataloguePath) const
+{
+    const Arrangement& here = *m_arrangement;
+    const ResolvedAlias* best = nullptr;
+    for (const ResolvedAlias& alias : here.aliases) {
+        if (liesIn(cataloguePath, alias.cataloguePath) &&
+            (best == nullptr || alias.cataloguePath.size() > best->cataloguePath.size()))
+            best = &alias;
+    }
+    if (best != nullptr)
+        return best->target % cataloguePath.sliced(best->cataloguePath.size());
+    if (liesIn(cataloguePath, u"~"))
+        return here.home % cataloguePath.sliced(1);
+    if (here.folder.isEmpty() || !cataloguePath.startsWith(u'/') ||
+        liesIn(cataloguePath, here.folder))
+        return cataloguePath.toString();
+    return withoutEndSlash(here.folder % u"/root"_s % cataloguePath);
+}
+
+QString Locations::home() const
+{
+    return m_arrangement->home;
+}
+
+QString Locations::temporaryDirectory() const
+{
+    const Arrangement& here = *m_arrangement;
+    const QMutexLocker lock(&here.temporaryMutex);
+    // Settled on once, yet looked at on every call: cleaners of temporary files may have taken it.
+    if (!here.temporary.isEmpty() && makePrivateDirectory(here.temporary))
+        return here.temporary;
+    here.temporary.clear();
+    for (const QString& candidate : here.temporaryCandidates) {
+        if (makePrivateDirectory(candidate)) {
+            here.temporary = candidate;
+            return candidate;
+        }
+    }
+    for (const QString& candidate : here.temporaryCandidates) {
+        here.temporary = makeUniquePrivateDirectory(candidate);
+        if (!here.temporary.isEmpty())
+            break;
+    }
+    return here.temporary;
+}
+
+} // namespace brivane

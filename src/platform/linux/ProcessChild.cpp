@@ -1,0 +1,232 @@
+#include "platform/linux/ProcessChild.h"
+
+#include "platform/PathText.h"
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <utility>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+extern "C" { // glibc 2.36 forgot to say so itself
+#include <sys/pidfd.h>
+}
+
+namespace brivane {
+
+namespace {
+
+constexpr int secondsBeforeKill = 2;
+
+/// A pipe whose ends are none of the standard descriptors, should one of those be closed here.
+struct Pipe {
+    FileDescriptor reading;
+    FileDescriptor writing;
+
+    /// The errno of the failure, 0 for success.
+    int open()
+    {
+        std::array<int, 2> ends = {};
+        if (::pipe2(ends.data(), O_CLOEXEC) != 0)
+            return errno;
+        reading = FileDescriptor(ends[0]);
+        writing = FileDescriptor(ends[1]);
+        for (FileDescriptor* end : {&reading, &writing}) {
+            if (end->get() > STDERR_FILENO)
+                continue;
+            FileDescriptor higher(::fcntl(end->get(), F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+            if (!higher.isValid())
+                return errno;
+            *end = std::move(higher);
+        }
+        // Only our end: the child must find its own blocking.
+        return ::fcntl(reading.get(), F_SETFL, O_NONBLOCK) == 0 ? 0 : errno;
+    }
+};
+
+/// posix_spawn with the standard pipes, default signal handling and no other descriptor.
+int spawnChild(const std::vector<QByteArray>& arguments, int output, int error, pid_t& pid)
+{
+    std::vector<char*> pointers;
+    for (const QByteArray& argument : arguments)
+        pointers.push_back(const_cast<char*>(argument.constData()));
+    pointers.push_back(nullptr);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, error, STDERR_FILENO);
+    posix_spawn_file_actions_addclosefrom_np(&actions, STDERR_FILENO + 1);
+
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    sigset_t none;
+    sigset_t standard;
+    sigemptyset(&none);
+    sigemptyset(&standard);
+    sigaddset(&standard, SIGPIPE);
+    posix_spawnattr_setsigmask(&attributes, &none);
+    posix_spawnattr_setsigdefault(&attributes, &standard);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+
+    const int failure = ::posix_spawn(&pid, arguments.front().constData(), &actions, &attributes,
+                                      pointers.data(), environ);
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&actions);
+    return failure;
+}
+
+} // namespace
+
+Process::Child::Child(QString path, QStringList list)
+    : executable(std::move(path))
+    , arguments(std::move(list))
+{
+}
+
+void Process::Child::spawn()
+{
+    std::vector<QByteArray> bytes = {PathText::toBytes(executable)};
+    for (const QString& argument : arguments)
+        bytes.push_back(PathText::toBytes(argument));
+    for (const QByteArray& argument : bytes) {
+        if (argument.contains('\0'))
+            throw LaunchError(executable, EINVAL);
+    }
+    Pipe output;
+    Pipe error;
+    if (const int failure = output.open(); failure != 0)
+        throw LaunchError(executable, failure);
+    if (const int failure = error.open(); failure != 0)
+        throw LaunchError(executable, failure);
+    pid_t pid = -1;
+    if (const int failure = spawnChild(bytes, output.writing.get(), error.writing.get(), pid);
+        failure != 0)
+        throw LaunchError(executable, failure);
+    m_process = FileDescriptor(::pidfd_open(pid, 0));
+    if (!m_process.isValid()) {
+        const int failure = errno;
+        ::kill(pid, SIGKILL); // not reaped yet, so the number is still its own
+        while (::waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
+        }
+        throw LaunchError(executable, failure);
+    }
+    m_output = std::move(output.reading);
+    m_error = std::move(error.reading);
+    isRunning = true;
+}
+
+void Process::Child::sendSignal(int signal) const
+{
+    ::pidfd_send_signal(m_process.get(), signal, nullptr, 0);
+}
+
+void Process::Child::addTo(std::vector<pollfd>& descriptors) const
+{
+    if (!m_hasEnded)
+        descriptors.push_back({m_process.get(), POLLIN, 0});
+    if (m_output.isValid())
+        descriptors.push_back({m_output.get(), POLLIN, 0});
+    if (m_error.isValid())
+        descriptors.push_back({m_error.get(), POLLIN, 0});
+}
+
+int Process::Child::timeout() const
+{
+    if (isAbandoned && !m_hasEnded && m_killAt.isForever())
+        return 0;
+    return m_killAt.isForever() ? -1 : static_cast<int>(m_killAt.remainingTime()) + 1;
+}
+
+bool Process::Child::serve()
+{
+    // The end is looked for first: what the child wrote before it is then in the pipes already.
+    if (!m_hasEnded)
+        reap();
+    const bool isLastLook = m_hasEnded && (isTerminated || isAbandoned);
+    read(m_output, outputHandler);
+    read(m_error, errorHandler);
+    if (isLastLook) {
+        m_output.close();
+        m_error.close();
+    }
+    if (m_hasEnded && !m_output.isValid() && !m_error.isValid()) {
+        finish();
+        return true;
+    }
+    if (isAbandoned && !m_hasEnded) {
+        if (m_killAt.isForever()) {
+            m_killAt.setRemainingTime(std::chrono::seconds(secondsBeforeKill));
+        } else if (m_killAt.hasExpired()) {
+            sendSignal(SIGKILL);
+            m_killAt.setRemainingTime(std::chrono::seconds(secondsBeforeKill));
+        }
+    }
+    return false;
+}
+
+void Process::Child::read(FileDescriptor& pipe, const std::function<void(QByteArrayView)>& handler)
+{
+    // A pipe holds no more than this, so that all that a child has left in it is taken at once. One
+    // for all: only the monitor's thread comes here.
+    static std::array<char, 1 << 20> buffer;
+    while (pipe.isValid()) {
+        const ssize_t got = ::read(pipe.get(), buffer.data(), buffer.size());
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0 && errno == EAGAIN)
+            return;
+        if (got <= 0) {
+            pipe.close();
+            return;
+        }
+        const std::lock_guard lock(handlerMutex);
+        if (!isAbandoned && handler)
+            handler(QByteArrayView(buffer.data(), got));
+        return;
+    }
+}
+
+void Process::Child::reap()
+{
+    siginfo_t info = {};
+    const int result =
+        ::waitid(P_PIDFD, static_cast<id_t>(m_process.get()), &info, WEXITED | WNOHANG);
+    if (result != 0 && errno == EINTR)
+        return;
+    if (result == 0 && info.si_pid == 0)
+        return;
+    m_hasEnded = true;
+    m_killAt = QDeadlineTimer(QDeadlineTimer::Forever);
+    if (result != 0) {
+        m_end = {ProcessEnd::Reason::Exit, 255}; // someone else reaped it: the status is unknown
+    } else if (info.si_code == CLD_EXITED) {
+        m_end = {ProcessEnd::Reason::Exit, info.si_status};
+    } else {
+        m_end = {ProcessEnd::Reason::Signal, info.si_status};
+    }
+}
+
+void Process::Child::finish()
+{
+    isRunning = false;
+    std::function<void(ProcessEnd)> handler;
+    // What the handlers hold is let go after the lock: it may be the Process itself.
+    std::function<void(QByteArrayView)> heldByOutput;
+    std::function<void(QByteArrayView)> heldByError;
+    {
+        const std::lock_guard lock(handlerMutex);
+        handler.swap(terminationHandler);
+        heldByOutput.swap(outputHandler);
+        heldByError.swap(errorHandler);
+        if (!isAbandoned && handler)
+            handler(m_end);
+    }
+}
+
+} // namespace brivane

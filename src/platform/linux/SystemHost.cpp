@@ -1,0 +1,15 @@
+#include "platform/DefaultFileSystem.h"
+#include "platform/Host.h"
+#include "platform/Volumes.h"
+
+namespace brivane {
+
+Host& Host::system()
+{
+    // Never destroyed: threads may still use it while the process ends.
+    static OwnedHost* const owned =
+        new OwnedHost(Locations::onLinux(), DefaultFileSystem::shared());
+    return owned->host();
+}
+
+} // namespace brivane

@@ -1,0 +1,198 @@
+#include "platform/Process.h"
+
+#include "platform/PathText.h"
+#include "support/ChildProcesses.h"
+
+#include <QTemporaryDir>
+
+#include <condition_variable>
+#include <mutex>
+#include <thread>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+
+using namespace brivane;
+using namespace brivane::testing;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A process, what it printed, and a wait for its end.
+class Recorded {
+public:
+    Recorded(const QString& executable, const QStringList& arguments)
+        : process(std::make_unique<Process>(executable, arguments))
+    {
+        process->setOutputHandler([this](QByteArrayView bytes) {
+            const std::lock_guard lock(m_mutex);
+            output.append(bytes);
+            m_changed.notify_all();
+        });
+        process->setErrorHandler([this](QByteArrayView bytes) {
+            const std::lock_guard lock(m_mutex);
+            error.append(bytes);
+        });
+        process->setTerminationHandler([this](ProcessEnd how) {
+            const std::lock_guard lock(m_mutex);
+            end = how;
+            m_changed.notify_all();
+        });
+    }
+
+    /// Starts it and waits for its end.
+    [[nodiscard]] bool runs()
+    {
+        process->start();
+        return waits([this] { return end.has_value(); });
+    }
+
+    template<typename Condition>
+    [[nodiscard]] bool waits(Condition condition)
+    {
+        std::unique_lock lock(m_mutex);
+        return m_changed.wait_for(lock, std::chrono::seconds(10), condition);
+    }
+
+    QByteArray output;
+    QByteArray error;
+    std::optional<ProcessEnd> end;
+    std::unique_ptr<Process> process;
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+};
+
+QStringList shell(const QString& line)
+{
+    return {u"-c"_s, line};
+}
+
+const QString sh = u"/bin/sh"_s;
+
+} // namespace
+
+TEST(Process, MuchOutputOnBothPipesNeitherBlocksNorGetsLost)
+{
+    Recorded run(sh, shell(u"head -c 3000000 /dev/zero & head -c 3000000 /dev/zero >&2; wait"_s));
+    ASSERT_TRUE(run.runs());
+    EXPECT_EQ(run.output, QByteArray(3'000'000, '\0'));
+    EXPECT_EQ(run.error, QByteArray(3'000'000, '\0'));
+    EXPECT_TRUE(run.end->isSuccess());
+    EXPECT_FALSE(run.process->isRunning());
+}
+
+TEST(Process, OutputAtTheVeryEndIsNotLost)
+{
+    for (int round = 0; round < 50; ++round) {
+        Recorded run(sh, shell(u"printf last; printf words >&2; exit 3"_s));
+        ASSERT_TRUE(run.runs());
+        ASSERT_EQ(run.output, "last");
+        ASSERT_EQ(run.error, "words");
+        ASSERT_EQ(run.end->status, 3);
+    }
+    // Here it comes from a grandchild, after the child itself has gone.
+    QTemporaryDir folder;
+    const QString gate = folder.path() + u"/gate"_s;
+    ASSERT_EQ(::mkfifo(gate.toUtf8().constData(), 0600), 0);
+    Recorded run(sh, shell(u"(read x < "_s + gate + u"; printf late) & printf early"_s));
+    run.process->start();
+    ASSERT_TRUE(run.waits([&] { return run.output == "early"; }));
+    EXPECT_FALSE(run.end.has_value());
+    const int writer = ::open(gate.toUtf8().constData(), O_WRONLY | O_CLOEXEC);
+    ASSERT_GE(writer, 0);
+    ::close(writer);
+    ASSERT_TRUE(run.waits([&] { return run.end.has_value(); }));
+    EXPECT_EQ(run.output, "earlylate");
+}
+
+TEST(Process, ArgumentsArriveByteForByte)
+{
+    const QByteArray arguments[] = {
+        "", " a  b ", "\"'\\$x`", "line\nbreak", "\xFF\xFE\xE2\x82", "caf\xC3\xA9"};
+    QStringList list = shell(u"for a; do printf '%s|' \"$a\"; done"_s) + QStringList{u"sh"_s};
+    QByteArray expected;
+    for (const QByteArray& argument : arguments) {
+        list += PathText::fromBytes(argument);
+        expected += argument + '|';
+    }
+    Recorded run(sh, list);
+    ASSERT_TRUE(run.runs());
+    EXPECT_EQ(run.output, expected);
+}
+
+TEST(Process, WhatCannotStartThrowsAndCallsNoHandler)
+{
+    QTemporaryDir folder;
+    const std::tuple<QString, QStringList, int> rows[] = {
+        {folder.path() + u"/missing"_s, {}, ENOENT},
+        {folder.path(), {}, EACCES},
+        {sh, {QString(u"a\0b"_s)}, EINVAL},
+    };
+    for (const auto& [executable, arguments, errorNumber] : rows) {
+        Recorded run(executable, arguments);
+        try {
+            run.process->start();
+            ADD_FAILURE() << "started " << qPrintable(executable);
+        } catch (const LaunchError& error) {
+            EXPECT_EQ(error.errorNumber(), errorNumber);
+            EXPECT_EQ(error.executable(), executable);
+        }
+        EXPECT_FALSE(run.process->isRunning());
+    }
+    EXPECT_TRUE(waitForNoChildren());
+}
+
+TEST(Process, TerminateEndsItAndDoesNotWaitForWhatItLeftBehind)
+{
+    Recorded run(sh, shell(u"sleep 1000 & echo $!; wait"_s));
+    run.process->start();
+    ASSERT_TRUE(run.waits([&] { return run.output.endsWith('\n'); }));
+    run.process->terminate();
+    ASSERT_TRUE(run.waits([&] { return run.end.has_value(); }));
+    EXPECT_EQ(run.end->reason, ProcessEnd::Reason::Signal);
+    EXPECT_EQ(run.end->status, SIGTERM);
+    run.process->terminate(); // no harm to whoever has the number now
+    EXPECT_EQ(::kill(run.output.trimmed().toInt(), SIGKILL), 0);
+}
+
+TEST(Process, DestructionReapsEvenAChildThatIgnoresTheRequest)
+{
+    for (const QString& line : {u"echo up; exec sleep 1000"_s,
+                                u"trap '' TERM; echo up; while :; do sleep 0.05; done"_s}) {
+        Recorded run(sh, shell(line));
+        run.process->start();
+        ASSERT_TRUE(run.waits([&] { return run.output.endsWith('\n'); }));
+        run.process.reset();
+        EXPECT_TRUE(waitForNoChildren()) << qPrintable(line);
+        EXPECT_FALSE(run.end.has_value());
+    }
+}
+
+TEST(Process, AHandlerMayDestroyItsOwnProcess)
+{
+    auto run = std::make_unique<Recorded>(sh, shell(u"yes"_s));
+    Recorded* raw = run.get();
+    run->process->setOutputHandler([raw](QByteArrayView) { raw->process.reset(); });
+    run->process->start();
+    EXPECT_TRUE(waitForNoChildren());
+}
+
+TEST(Process, NothingLeaksIntoTheChildOrStaysOpenHere)
+{
+    const int inherited = ::open("/dev/null", O_RDONLY); // as a careless library opens it
+    ASSERT_GT(inherited, 2);
+    const int before = openDescriptors();
+    for (int round = 0; round < 20; ++round) {
+        Recorded run(sh, shell(u"ls /proc/self/fd"_s));
+        ASSERT_TRUE(run.runs());
+        // The three standard ones, and the one that lists the directory.
+        EXPECT_EQ(run.output.split('\n').size() - 1, 4) << run.output.constData();
+    }
+    ::close(inherited);
+    EXPECT_TRUE(waitForNoChildren());
+    EXPECT_LE(openDescriptors(), before + 1); // the monitor's own, should this test be the first
+}

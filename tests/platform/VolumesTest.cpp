@@ -1,0 +1,211 @@
+#include "platform/PathText.h"
+#include "platform/linux/LinuxVolumes.h"
+
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <atomic>
+#include <future>
+#include <thread>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+using namespace brivane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A make-believe machine: mount table, devices, and volumes that always have 1000 bytes.
+class VolumesTest : public testing::Test {
+protected:
+    VolumesTest()
+    {
+        sources.mountInfo = bytesOf(u"mountinfo"_s);
+        sources.devices = {bytesOf(u"dev-block"_s), bytesOf(u"by-uuid"_s), bytesOf(u"by-label"_s)};
+        sources.ask = [](const QByteArray& path) { return PathFacts{true, path, 1000, 400}; };
+    }
+
+    void write(const QString& name, const QByteArray& content)
+    {
+        const QString path = folder.path() + u"/"_s + name;
+        ASSERT_TRUE(QDir().mkpath(path.left(path.lastIndexOf(u'/'))));
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    }
+
+    void link(const QString& name, const QByteArray& target)
+    {
+        const QString path = folder.path() + u"/"_s + name;
+        ASSERT_TRUE(QDir().mkpath(path.left(path.lastIndexOf(u'/'))));
+        ASSERT_EQ(::symlink(target.constData(), path.toUtf8().constData()), 0);
+    }
+
+    [[nodiscard]] QByteArray bytesOf(const QString& name) const
+    {
+        return (folder.path() + u"/"_s + name).toUtf8();
+    }
+
+    QTemporaryDir folder;
+    LinuxVolumes::Sources sources;
+};
+
+const QByteArray desktop = R"(21 26 0:19 / /sys rw shared:7 - sysfs sysfs rw
+22 26 0:20 / /proc rw shared:14 - proc proc rw
+26 1 8:2 / / rw,relatime shared:1 - ext4 /dev/sda2 rw
+30 26 0:25 / /run rw shared:12 - tmpfs tmpfs rw
+31 26 0:26 / /tmp rw - tmpfs tmpfs rw
+40 26 8:1 / /boot/efi rw - vfat /dev/sda1 rw
+41 26 7:3 / /snap/core/1 ro - squashfs /dev/loop3 ro
+42 26 8:2 /home/ann /srv/bind rw - ext4 /dev/sda2 rw
+43 26 8:17 / /media/ann/USB\040stick\134 rw shared:9 master:1 - vfat /dev/sdb1 rw
+44 26 8:17 / /mnt/again rw - vfat /dev/sdb1 rw
+45 26 0:50 / /mnt/nas rw - nfs4 nas:/export/films rw
+46 26 0:51 /@data /mnt/pool rw - btrfs /dev/sdc1 rw
+47 26 0:51 /@home /mnt/pool2 rw - btrfs /dev/sdc1 rw
+48 26 0:52 / /run/user/1000/doc rw - fuse.portal portal rw
+49 26 0:53 / /home/ann/host rw - fuse.sshfs ann@host:/x rw
+50 26 0:54 / /var/lib/docker/overlay2/x rw - overlay overlay rw
+51 26 8:33 / /run/media/ann/Backup rw - fuseblk /dev/sdc1 rw
+52 26 0:60 / /mnt/hidden rw - tmpfs tmpfs rw
+53 26 8:49 / /mnt/hidden rw - xfs /dev/sdd1 rw
+garbage
+54 26 nonsense / /x rw - ext4 /dev/sdz rw
+)";
+
+} // namespace
+
+TEST_F(VolumesTest, OnlyWhatAPersonCallsADiskIsListedAndOnlyOnce)
+{
+    write(u"mountinfo"_s, desktop);
+    LinuxVolumes volumes(sources);
+    const std::vector<QString> expected = {
+        u"/"_s,          u"/media/ann/USB stick\\"_s, u"/mnt/nas"_s,
+        u"/mnt/pool"_s,  u"/home/ann/host"_s,         u"/run/media/ann/Backup"_s,
+        u"/mnt/hidden"_s};
+    EXPECT_EQ(volumes.mountedVolumes(), expected);
+
+    const auto isNetwork = [&](const QByteArray& path) -> std::optional<bool> {
+        for (const MountPoint& point : volumes.mountPoints()) {
+            if (point.path == path)
+                return point.isNetwork;
+        }
+        return {};
+    };
+    EXPECT_EQ(isNetwork("/proc"), false);
+    EXPECT_EQ(isNetwork("/mnt/nas"), true);
+    EXPECT_EQ(isNetwork("/home/ann/host"), true);
+    EXPECT_EQ(isNetwork("/run/media/ann/Backup"), false);
+    EXPECT_EQ(isNetwork("/x"), std::nullopt);
+
+    write(u"mountinfo"_s, "9 1 0:30 / / rw - overlay overlay rw\n"
+                          "10 9 8:1 /etc/hosts /etc/hosts rw - ext4 /dev/sda1 rw\n");
+    EXPECT_EQ(volumes.mountedVolumes(), std::vector<QString>{u"/"_s}); // in a container
+    sources.mountInfo = "/no/such/file";
+    EXPECT_TRUE(LinuxVolumes(sources).mountedVolumes().empty());
+}
+
+TEST_F(VolumesTest, FactsComeFromTheDeviceOfThePath)
+{
+    write(u"mountinfo"_s, desktop);
+    write(u"disks/pci/sda/removable"_s, "0\n");
+    write(u"disks/pci/sda/sda2/partition"_s, "2\n");
+    write(u"disks/pci/sdd/removable"_s, "0\n");
+    write(u"disks/pci/sdd/sdd1/partition"_s, "1\n");
+    write(u"disks/usb1/sdb/removable"_s, "0\n"); // a hard disk in a USB case
+    write(u"disks/usb1/sdb/sdb1/partition"_s, "1\n");
+    write(u"disks/pci/sdc/removable"_s, "1\n");
+    write(u"disks/pci/sdc/sdc1/partition"_s, "1\n");
+    link(u"disks/virtual/dm-0/slaves/sdc1"_s, "../../../pci/sdc/sdc1"); // encrypted
+    link(u"dev-block/8:2"_s, "../disks/pci/sda/sda2");
+    link(u"dev-block/8:17"_s, "../disks/usb1/sdb/sdb1");
+    link(u"dev-block/8:33"_s, "../disks/virtual/dm-0");
+    link(u"dev-block/8:49"_s, "../disks/pci/sdd/sdd1");
+    link(u"by-uuid/1234-ABCD"_s, "../../sdb1");
+    link(u"by-uuid/wrong"_s, "../../sdb11");
+    link(u"by-label/My\\x20\\xc3\\xa9\\x2fstick"_s, "../../sdb1");
+    LinuxVolumes volumes(sources);
+
+    struct Row {
+        QString path;
+        QString name; ///< empty: whatever the system is called
+        QString uuid;
+        QString format;
+        bool isRemovable;
+        bool isInternal;
+    };
+    const Row rows[] = {
+        {u"/"_s, {}, {}, u"ext4"_s, false, true},
+        {u"/etc"_s, {}, {}, u"ext4"_s, false, true},
+        {u"/media/ann/USB stick\\/photos"_s, u"My \u00E9/stick"_s, u"1234-ABCD"_s,
+         u"MS-DOS (FAT)"_s, true, false},
+        {u"/mnt/nas"_s, u"nas"_s, {}, u"NFS"_s, false, false},
+        {u"/mnt/nasty"_s, {}, {}, u"ext4"_s, false, true}, // not below /mnt/nas
+        {u"/run/media/ann/Backup"_s, u"Backup"_s, {}, u"NTFS"_s, true, false},
+        {u"/mnt/hidden"_s, u"hidden"_s, {}, u"XFS"_s, false, true},
+    };
+    for (const Row& row : rows) {
+        const std::optional<VolumeInfo> info = volumes.volumeInfo(row.path);
+        ASSERT_TRUE(info) << qPrintable(row.path);
+        if (row.name.isEmpty())
+            EXPECT_FALSE(info->name.isEmpty());
+        else
+            EXPECT_EQ(info->name, row.name) << qPrintable(row.path);
+        EXPECT_EQ(info->uuid, row.uuid) << qPrintable(row.path);
+        EXPECT_EQ(info->formatDescription, row.format) << qPrintable(row.path);
+        EXPECT_EQ(info->isRemovable, row.isRemovable) << qPrintable(row.path);
+        EXPECT_EQ(info->isInternal, row.isInternal) << qPrintable(row.path);
+        EXPECT_EQ(info->totalCapacity, 1000u);
+        EXPECT_EQ(info->availableCapacity, 400u);
+    }
+}
+
+TEST_F(VolumesTest, AShareThatNeverAnswersNeitherHangsNorPilesUpThreads)
+{
+    write(u"mountinfo"_s, desktop);
+    std::promise<void> isBack;
+    std::atomic<int> asked = 0;
+    const std::shared_future<void> back = isBack.get_future().share();
+    sources.ask = [&asked, back](const QByteArray& path) {
+        ++asked;
+        back.wait();
+        return PathFacts{true, path, 1000, 400};
+    };
+    sources.patience = std::chrono::milliseconds(20);
+    LinuxVolumes volumes(sources);
+    QElapsedTimer time;
+    time.start();
+    for (int round = 0; round < 5; ++round) {
+        const std::optional<VolumeInfo> info = volumes.volumeInfo(u"/mnt/nas"_s);
+        ASSERT_TRUE(info);
+        EXPECT_EQ(info->name, u"nas");
+        EXPECT_EQ(info->totalCapacity, 0u);
+    }
+    EXPECT_LT(time.elapsed(), 5000);
+    EXPECT_EQ(asked, 1);
+    isBack.set_value();
+    const QDeadlineTimer deadline(10'000);
+    while (volumes.volumeInfo(u"/mnt/nas"_s)->totalCapacity == 0 && !deadline.hasExpired())
+        std::this_thread::yield();
+    EXPECT_EQ(volumes.volumeInfo(u"/mnt/nas"_s)->totalCapacity, 1000u);
+}
+
+TEST_F(VolumesTest, ThisMachineHasARootWithRoom)
+{
+    const std::unique_ptr<Volumes> volumes = Volumes::ofThisMachine();
+    const std::vector<QString> mounted = volumes->mountedVolumes();
+    ASSERT_FALSE(mounted.empty());
+    EXPECT_EQ(mounted.front(), u"/");
+    const std::optional<VolumeInfo> info = volumes->volumeInfo(u"/"_s);
+    ASSERT_TRUE(info);
+    EXPECT_GT(info->totalCapacity, info->availableCapacity);
+    EXPECT_FALSE(volumes->volumeInfo(folder.path() + u"/missing"_s));
+    const QString odd = PathText::fromBytes(folder.path().toUtf8() + "/\xFF");
+    ASSERT_EQ(::symlink("/", PathText::toBytes(odd).constData()), 0);
+    EXPECT_TRUE(volumes->volumeInfo(odd));
+    ::unlink(PathText::toBytes(odd).constData());
+}

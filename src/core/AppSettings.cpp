@@ -27,7 +27,7 @@ AppSettings::AppSettings(UserDefaults& defaults, Clock& clock, QString home, QOb
 AppSettings& AppSettings::shared()
 {
     static auto* const settings = [] {
-        Host& host = Host::system();
+        Host& host = Host::shared();
         return new AppSettings(host.defaults, host.clock, host.locations.home());
     }();
     return *settings;

@@ -83,6 +83,20 @@ void ScanViewModel::scanFolder(const QString& path)
     startScan(folder);
 }
 
+void ScanViewModel::scanFolderUrl(const QUrl& url)
+{
+    // Percent signs keep the bytes of a name, which a conversion to text might not.
+    if (url.isLocalFile())
+        scanFolder(PathText::fromBytes(
+            QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1())));
+}
+
+void ScanViewModel::showVolumes()
+{
+    if (m_scanState == Completed || m_scanState == Error)
+        setScanState(Idle);
+}
+
 void ScanViewModel::startScan(const QString& path)
 {
     setScanState(Scanning);

@@ -12,6 +12,7 @@
 #include <QCoroTask>
 #include <QObject>
 #include <QThreadPool>
+#include <QUrl>
 
 namespace brivane {
 
@@ -57,6 +58,10 @@ public:
     /// Makes a folder the target of scans, as a volume of its own, and scans it. A link is
     /// resolved, since the walk itself does not follow any.
     Q_INVOKABLE void scanFolder(const QString& path);
+    /// The same for what a folder dialog or a drop gives; nothing unless it is a local file's URL.
+    Q_INVOKABLE void scanFolderUrl(const QUrl& url);
+    /// From a finished or failed scan back to the choice of a volume; the tree stays.
+    Q_INVOKABLE void showVolumes();
 
     /// Returns at once. A walk that runs is not ended by it: the new one waits in line.
     Q_INVOKABLE void startScan(const QString& path);

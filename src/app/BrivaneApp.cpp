@@ -1,0 +1,72 @@
+#include "app/BrivaneApp.h"
+
+#include "components/Fonts.h"
+#include "core/AppSettings.h"
+#include "core/FullDiskAccess.h"
+#include "scanner/ScanViewModel.h"
+
+#include <QGuiApplication>
+#include <QIcon>
+#include <QQuickWindow>
+
+namespace brivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString onboardingKey = u"onboardingCompleted"_s;
+
+} // namespace
+
+BrivaneApp::BrivaneApp(Host& host)
+    : m_host(host)
+    , m_hasFullDiskAccess(checkFullDiskAccess(host.locations))
+    , m_onboardingCompleted(host.defaults.boolean(onboardingKey).value_or(false))
+{
+    AppSettings::shared();
+}
+
+BrivaneApp::~BrivaneApp() = default;
+
+void BrivaneApp::prepareProcess()
+{
+    QGuiApplication::setApplicationName(u"Brivane"_s);
+    QGuiApplication::setDesktopFileName(u"com.brivane.app"_s);
+    QGuiApplication::setWindowIcon(QIcon::fromTheme(u"com.brivane.app"_s));
+    registerFonts();
+}
+
+QQuickWindow* BrivaneApp::open()
+{
+    m_engine = std::make_unique<QQmlApplicationEngine>();
+    m_engine->addImportPath(u"qrc:/qt/qml"_s);
+    m_engine->setInitialProperties({{u"app"_s, QVariant::fromValue(this)}});
+    m_engine->load(QUrl(u"qrc:/qt/qml/Brivane/App/BrivaneWindow.qml"_s));
+    const QList<QObject*> roots = m_engine->rootObjects();
+    return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow*>(roots.first());
+}
+
+void BrivaneApp::setOnboarded(bool onboarded)
+{
+    if (!onboarded)
+        return;
+    const bool before = isOnboarded();
+    m_onboardingCompleted = true;
+    m_host.defaults.setBoolean(onboardingKey, true);
+    if (!m_hasFullDiskAccess) {
+        m_hasFullDiskAccess = true;
+        Q_EMIT hasFullDiskAccessChanged();
+    }
+    if (!before)
+        Q_EMIT isOnboardedChanged();
+}
+
+ScanViewModel* BrivaneApp::scanViewModel()
+{
+    if (!m_scanViewModel)
+        m_scanViewModel = std::make_unique<ScanViewModel>(m_host);
+    return m_scanViewModel.get();
+}
+
+} // namespace brivane

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "platform/Host.h"
+
+#include <QObject>
+#include <QQmlApplicationEngine>
+#include <QtQml/qqmlregistration.h>
+
+#include <memory>
+
+class QQuickWindow;
+
+namespace brivane {
+
+class ScanViewModel;
+
+/// The entry of the program: asks once whether it may read everything, loads the settings, and
+/// decides whether the window shows the onboarding or the modules. GUI thread.
+class BrivaneApp : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("There is one, and it makes the window")
+    Q_PROPERTY(bool hasFullDiskAccess READ hasFullDiskAccess NOTIFY hasFullDiskAccessChanged)
+    /// Access or a finished onboarding; once true it stays so.
+    Q_PROPERTY(bool isOnboarded READ isOnboarded WRITE setOnboarded NOTIFY isOnboardedChanged)
+    /// Made when it is first asked for, which lists the volumes.
+    Q_PROPERTY(brivane::ScanViewModel* scanViewModel READ scanViewModel CONSTANT)
+
+public:
+    /// `host` is kept by reference and has to outlive this.
+    explicit BrivaneApp(Host& host);
+    ~BrivaneApp() override;
+
+    /// Sets what all windows of the process share: name, fonts, motion. To be called once, after
+    /// the QGuiApplication was made.
+    static void prepareProcess();
+
+    /// Makes the main window. Null if it cannot be made; the reason is on standard error then.
+    QQuickWindow* open();
+
+    [[nodiscard]] bool hasFullDiskAccess() const { return m_hasFullDiskAccess; }
+    [[nodiscard]] bool isOnboarded() const { return m_hasFullDiskAccess || m_onboardingCompleted; }
+    /// True ends the onboarding for this start and all later ones; false is ignored.
+    void setOnboarded(bool onboarded);
+    ScanViewModel* scanViewModel();
+
+Q_SIGNALS:
+    void hasFullDiskAccessChanged();
+    void isOnboardedChanged();
+
+private:
+    Host& m_host;
+    bool m_hasFullDiskAccess;
+    bool m_onboardingCompleted;
+    std::unique_ptr<ScanViewModel> m_scanViewModel;
+    std::unique_ptr<QQmlApplicationEngine> m_engine; ///< goes first: its objects use all the rest
+};
+
+} // namespace brivane

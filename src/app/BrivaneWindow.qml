@@ -1,0 +1,40 @@
+import QtQuick
+import Brivane.Components
+
+// The one main window: onboarding until the user has passed it, then the modules.
+Window {
+    id: root
+
+    required property BrivaneApp app
+
+    objectName: "mainWindow"
+    width: 1200
+    height: 750
+    minimumWidth: 1000
+    minimumHeight: 650
+    visible: true
+    title: "Brivane"
+    color: ColorPalette.windowBackground
+
+    Loader {
+        anchors.fill: parent
+        focus: true
+        sourceComponent: root.app.isOnboarded ? mainView : onboarding
+    }
+
+    Component {
+        id: mainView
+
+        MainView {
+            viewModel: root.app.scanViewModel
+        }
+    }
+
+    Component {
+        id: onboarding
+
+        OnboardingPage {
+            onFinished: root.app.isOnboarded = true
+        }
+    }
+}

@@ -1,0 +1,58 @@
+import QtQuick
+import QtQuick.Templates as T
+import Brivane.Components
+import Brivane.Scanner
+
+// How many entries could not be read; opens the list of them with the reasons.
+HoverPillButton {
+    id: root
+
+    required property ScanStats stats
+
+    objectName: "issuesButton"
+    visible: stats.issueCount > 0
+    color: ColorPalette.warning
+    label: qsTr("%1 unreadable").arg(stats.issueCount)
+    onClicked: popup.open()
+
+    T.Popup {
+        id: popup
+
+        objectName: "issuesPopup"
+        y: -height - Metrics.spacingSmall
+        width: 560
+        height: Math.min(360, list.contentHeight + 2 * Metrics.spacingMedium)
+        padding: Metrics.spacingMedium
+        focus: true
+        closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+        onAboutToShow: list.model = root.stats.issueLines()
+
+        background: Rectangle {
+            radius: Metrics.radiusMedium
+            color: ColorPalette.surfaceLight
+            border.color: ColorPalette.hairlineStrong
+        }
+        contentItem: ListView {
+            id: list
+
+            T.ScrollBar.vertical: AppScrollBar {}
+            clip: true
+            focus: true
+            boundsBehavior: Flickable.StopAtBounds
+            Accessible.role: Accessible.List
+            Accessible.name: qsTr("Entries that could not be read")
+
+            delegate: AppText {
+                required property string modelData
+
+                width: list.width
+                height: 24
+                verticalAlignment: Text.AlignVCenter
+                elide: Text.ElideMiddle
+                text: modelData
+                textStyle: AppText.Style.Callout
+            }
+
+        }
+    }
+}

@@ -1,0 +1,45 @@
+import QtQuick
+import Brivane.Components
+import Brivane.Scanner
+
+// The figures of a scan under way, and the two controls of the walk.
+StatsBar {
+    id: root
+
+    required property ScanViewModel viewModel
+
+    objectName: "liveStatsBar"
+
+    StatItem {
+        value: root.viewModel.stats.filesText
+        caption: qsTr("files")
+    }
+    StatItem {
+        value: root.viewModel.stats.bytesText
+        caption: qsTr("scanned")
+    }
+    StatItem {
+        value: root.viewModel.stats.rateText
+    }
+    IssuesButton {
+        stats: root.viewModel.stats
+    }
+
+    controls: [
+        CapsuleActionButton {
+            objectName: "pauseButton"
+            large: true
+            label: root.viewModel.isPaused ? qsTr("Resume") : qsTr("Pause")
+            icon.name: root.viewModel.isPaused ? "play.fill" : "pause.fill"
+            onClicked: root.viewModel.togglePause()
+        },
+        CapsuleActionButton {
+            objectName: "stopButton"
+            large: true
+            color: ColorPalette.danger
+            label: qsTr("Stop")
+            icon.name: "stop.fill"
+            onClicked: root.viewModel.stopScan()
+        }
+    ]
+}

@@ -1,0 +1,71 @@
+import QtQuick
+import QtQuick.Dialogs
+import Brivane.Components
+import Brivane.Scanner
+
+// The scanner's module: the screen that belongs to the state of the scan.
+FocusScope {
+    id: root
+
+    required property ScanViewModel viewModel
+
+    objectName: "scannerContentView"
+
+    Loader {
+        anchors.fill: parent
+        focus: true
+        sourceComponent: {
+            switch (root.viewModel.scanState) {
+            case ScanViewModel.Scanning:
+                return scanning;
+            case ScanViewModel.Completed:
+                return completed;
+            case ScanViewModel.Error:
+                return failed;
+            default:
+                return picker;
+            }
+        }
+    }
+
+    Component {
+        id: picker
+
+        VolumePickerView {
+            viewModel: root.viewModel
+            onFolderRequested: folderDialog.open()
+        }
+    }
+
+    Component {
+        id: scanning
+
+        ScanningPhaseView {
+            viewModel: root.viewModel
+        }
+    }
+
+    Component {
+        id: completed
+
+        CompletedPhaseView {
+            viewModel: root.viewModel
+        }
+    }
+
+    Component {
+        id: failed
+
+        ScanErrorView {
+            message: root.viewModel.errorMessage
+            onRetry: root.viewModel.rescan()
+        }
+    }
+
+    FolderDialog {
+        id: folderDialog
+
+        title: qsTr("Choose a folder to scan")
+        onAccepted: root.viewModel.scanFolderUrl(selectedFolder)
+    }
+}

@@ -1,0 +1,51 @@
+import QtQuick
+import Brivane.Components
+import Brivane.Scanner
+
+// A scan under way: the tree as far as it has grown, and the controls of the walk.
+FocusScope {
+    id: root
+
+    required property ScanViewModel viewModel
+
+    objectName: "scanningPhaseView"
+
+    ScanningPulseView {
+        objectName: "initializing"
+        anchors.fill: parent
+        visible: !root.viewModel.hasTree
+        icon: "magnifyingglass"
+        status: qsTr("Initializing scan...")
+    }
+
+    ScanToolbar {
+        id: toolbar
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        visible: root.viewModel.hasTree
+        status: root.viewModel.isPaused ? qsTr("Paused") : qsTr("Scanning...")
+        statusColor: root.viewModel.isPaused ? ColorPalette.warning : ColorPalette.secondaryText
+        path: root.viewModel.stats.currentPath
+        isBusy: !root.viewModel.isPaused
+    }
+
+    LiveFolderTree {
+        anchors.top: toolbar.bottom
+        anchors.bottom: bar.top
+        anchors.left: parent.left
+        anchors.right: parent.right
+        visible: root.viewModel.hasTree
+        focus: true
+        viewModel: root.viewModel
+    }
+
+    LiveStatsBar {
+        id: bar
+
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.right: parent.right
+        viewModel: root.viewModel
+    }
+}

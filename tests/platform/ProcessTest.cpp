@@ -174,11 +174,13 @@ TEST(Process, DestructionReapsEvenAChildThatIgnoresTheRequest)
 
 TEST(Process, AHandlerMayDestroyItsOwnProcess)
 {
-    auto run = std::make_unique<Recorded>(sh, shell(u"yes"_s));
-    Recorded* raw = run.get();
-    run->process->setOutputHandler([raw](QByteArrayView) { raw->process.reset(); });
-    run->process->start();
+    auto process = std::make_shared<Process>(sh, shell(u"yes"_s));
+    Process* raw = process.get();
+    const std::weak_ptr<Process> watched = process;
+    raw->setOutputHandler([held = std::move(process)](QByteArrayView) mutable { held.reset(); });
+    raw->start();
     EXPECT_TRUE(waitForNoChildren());
+    EXPECT_TRUE(watched.expired());
 }
 
 TEST(Process, NothingLeaksIntoTheChildOrStaysOpenHere)

@@ -47,7 +47,10 @@ public:
 
     NastyTreeCounts build()
     {
-        addNames();
+        addFile(m_root.get(), "plain", "plain");
+        addFile(m_root.get(), "empty file");
+        if (m_options.names)
+            addNames();
         addHardLinks();
         addSparseFile();
         addLinks();
@@ -85,7 +88,6 @@ private:
     void addNames()
     {
         const QByteArray names[] = {
-            "plain",
             "line\nbreak",
             "'single' \"double\" `back`",
             "back\\slash\\n",
@@ -112,7 +114,6 @@ private:
             ++m_counts.folders;
             addFile(folder.get(), name, name);
         }
-        addFile(m_root.get(), "empty file");
     }
 
     void addHardLinks()
@@ -128,7 +129,7 @@ private:
 
     void addSparseFile()
     {
-        constexpr off_t size = 64 << 20;
+        constexpr off_t size = 256 << 10;
         const FileDescriptor file = makeFile(m_root.get(), "sparse");
         require(::ftruncate(file.get(), size), "sparse");
         require(static_cast<int>(::pwrite(file.get(), "middle", 6, size / 2)), "sparse");

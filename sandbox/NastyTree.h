@@ -11,6 +11,7 @@ namespace brivane {
 
 struct NastyTreeOptions {
     int levels = 300;              ///< depth of the nested chain
+    bool names = true;             ///< a file and a folder for each name that is hard to handle
     bool specialFiles = true;      ///< sockets and FIFOs
     bool unreadableFolders = true; ///< folders of mode 0, one of them with a file in it
     /// When not empty, a link named "elsewhere" leads there; a second device is the usual choice.

@@ -3,6 +3,7 @@
 #include "platform/FileWriting.h"
 #include "platform/PathText.h"
 
+#include <QList>
 #include <QRandomGenerator>
 
 using namespace Qt::StringLiterals;

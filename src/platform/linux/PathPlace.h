@@ -5,6 +5,8 @@
 
 #include <QByteArray>
 
+#include <vector>
+
 namespace brivane::posix {
 
 /// Where a path leads: the folder that holds it, open, and the name in it.

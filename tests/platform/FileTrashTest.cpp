@@ -1,0 +1,91 @@
+#include "platform/FileTrash.h"
+
+#include "FileTestSupport.h"
+#include "sandbox/NastyTree.h"
+
+#include <QStringList>
+
+#include <cerrno>
+#include <cstdlib>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace brivane;
+
+namespace {
+
+/// One home folder for the whole program, set before GIO first asks for it.
+class TrashHome : public testing::Environment {
+public:
+    void SetUp() override
+    {
+        m_home.emplace();
+        ::setenv("HOME", m_home->path(), 1);
+        ::setenv("XDG_DATA_HOME", *m_home / "data", 1);
+        ::setenv("GIO_USE_VFS", "local", 1);
+    }
+    void TearDown() override { m_home.reset(); }
+    static const TestFolder& folder() { return *m_home; }
+
+private:
+    static inline std::optional<TestFolder> m_home;
+};
+
+const auto* const environment = testing::AddGlobalTestEnvironment(new TrashHome);
+
+} // namespace
+
+TEST(FileTrash, TrashedItemsLieWhereTheResultSaysAlsoWhenNamesRepeat)
+{
+    const TestFolder& home = TrashHome::folder();
+    QStringList places;
+    for (const QByteArray name : {"same", "same", "invalid \xFF\nname", "folder", "link"}) {
+        const QByteArray path = home / name;
+        if (name == "folder")
+            ASSERT_EQ(::mkdir(path, 0755), 0);
+        else if (name == "link")
+            ASSERT_EQ(::symlink("nowhere", path), 0);
+        else
+            writeFile(path, name + QByteArray::number(places.size()));
+        const Snapshot before = snapshot(path);
+        const auto place = moveToTrash(text(path));
+        ASSERT_TRUE(place) << place.error().text().toStdString();
+        EXPECT_FALSE(stands(path));
+        const QByteArray landed = PathText::toBytes(*place);
+        EXPECT_TRUE(landed.startsWith(home / "data/Trash/files/")) << landed.constData();
+        EXPECT_EQ(difference(snapshot(landed), before), "");
+        EXPECT_FALSE(places.contains(*place));
+        places << *place;
+    }
+}
+
+TEST(FileTrash, RefusalLeavesTheItemWhereItIs)
+{
+    const TestFolder& home = TrashHome::folder();
+    writeFile(home / "kept", "content");
+    const auto identity = FileIdentity::of(text(home / "kept"));
+    writeFile(home / "kept", "other content");
+    const auto changed = moveToTrash(text(home / "kept"), *identity);
+    ASSERT_FALSE(changed);
+    EXPECT_EQ(changed.error().code, ESTALE);
+    EXPECT_EQ(readFile(home / "kept"), "other content");
+
+    const auto missing = moveToTrash(text(home / "missing"));
+    ASSERT_FALSE(missing);
+    EXPECT_EQ(missing.error().code, ENOENT);
+}
+
+TEST(FileTrash, VolumeWithoutTrashIsAnErrorAndNoRemoval)
+{
+    const TestFolder other(makeFolderOnOtherDevice(TrashHome::folder().path()));
+    if (other.path().isEmpty())
+        GTEST_SKIP() << "there is no second device";
+    writeFile(other / "file", "content"); // GIO trashes nothing on the system's own file systems
+    const auto refused = moveToTrash(text(other / "file"));
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().code, ENOTSUP);
+    EXPECT_FALSE(refused.error().detail.isEmpty());
+    EXPECT_EQ(readFile(other / "file"), "content");
+}

@@ -1,6 +1,7 @@
 #include "platform/Walk.h"
 
 #include "platform/linux/DirectoryReader.h"
+#include "platform/linux/MountInfo.h"
 #include "platform/linux/WalkQueue.h"
 
 #include <algorithm>
@@ -20,6 +21,17 @@ namespace {
 
 /// Directories that have to be waiting before threads are worth their start.
 constexpr std::size_t waitingWorthWorkers = 4;
+
+/// Mount points below `start` that may never answer.
+std::vector<std::string> unresponsiveMountsBelow(const QByteArray& start)
+{
+    std::vector<std::string> paths;
+    for (const Mount& mount : currentMounts()) {
+        if (mount.isNetwork() && mount.path.startsWith(start))
+            paths.push_back(mount.path.toStdString());
+    }
+    return paths;
+}
 
 void readAhead(const std::shared_ptr<WalkQueue>& queue)
 {
@@ -45,6 +57,7 @@ public:
         m_start.isMountPoint = false; // the start is walked, whatever it is
         if (m_start.kind == WalkKind::Directory) {
             m_queue->device = m_start.attributes.device;
+            m_queue->untouchable = unresponsiveMountsBelow(m_path);
             m_start.directory =
                 WalkQueue::make(nullptr, {m_path.constData(), static_cast<size_t>(m_path.size())});
             m_queue->begin(m_start.directory);

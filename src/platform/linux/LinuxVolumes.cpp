@@ -100,17 +100,7 @@ LinuxVolumes::LinuxVolumes(Sources sources)
 
 std::vector<Mount> LinuxVolumes::mounts() const
 {
-    const FileDescriptor file(::open(m_sources.mountInfo.constData(), O_RDONLY | O_CLOEXEC));
-    QByteArray text;
-    std::array<char, 16384> buffer = {};
-    for (;;) {
-        const ssize_t got = ::read(file.get(), buffer.data(), buffer.size());
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got <= 0)
-            return parseMountInfo(text);
-        text.append(buffer.data(), got);
-    }
+    return readMountInfo(m_sources.mountInfo);
 }
 
 std::vector<QString> LinuxVolumes::mountedVolumes()

@@ -1,5 +1,7 @@
 #include "platform/linux/MountInfo.h"
 
+#include "platform/FileDescriptor.h"
+
 #include <QList>
 
 #include <algorithm>
@@ -103,6 +105,21 @@ const Mount* mountOf(const std::vector<Mount>& mounts, const QByteArray& path)
             best = &mount;
     }
     return best;
+}
+
+std::vector<Mount> readMountInfo(const QByteArray& path)
+{
+    const FileDescriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC));
+    QByteArray text;
+    std::array<char, 16384> buffer = {};
+    for (;;) {
+        const ssize_t got = ::read(file.get(), buffer.data(), buffer.size());
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got <= 0)
+            return parseMountInfo(text);
+        text.append(buffer.data(), got);
+    }
 }
 
 } // namespace brivane

@@ -25,6 +25,9 @@ struct Mount {
 /// the same place hides. Pure.
 [[nodiscard]] std::vector<Mount> parseMountInfo(const QByteArray& text);
 
+/// The mounts that the kernel lists in the file `path`; none when it cannot be read. Any thread.
+[[nodiscard]] std::vector<Mount> readMountInfo(const QByteArray& path = "/proc/self/mountinfo");
+
 /// The mount that holds `path`: the one with the longest path; null for none.
 [[nodiscard]] const Mount* mountOf(const std::vector<Mount>& mounts, const QByteArray& path);
 

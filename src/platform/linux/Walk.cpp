@@ -26,7 +26,7 @@ constexpr std::size_t waitingWorthWorkers = 4;
 std::vector<std::string> unresponsiveMountsBelow(const QByteArray& start)
 {
     std::vector<std::string> paths;
-    for (const Mount& mount : currentMounts()) {
+    for (const Mount& mount : readMountInfo()) {
         if (mount.isNetwork() && mount.path.startsWith(start))
             paths.push_back(mount.path.toStdString());
     }

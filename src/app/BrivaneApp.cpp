@@ -8,6 +8,13 @@
 #include <QGuiApplication>
 #include <QIcon>
 #include <QQuickWindow>
+#include <QtQml/QQmlExtensionPlugin>
+
+// Static libraries are left out of a program unless someone names them.
+Q_IMPORT_QML_PLUGIN(Brivane_AppPlugin)
+Q_IMPORT_QML_PLUGIN(Brivane_ComponentsPlugin)
+Q_IMPORT_QML_PLUGIN(Brivane_CorePlugin)
+Q_IMPORT_QML_PLUGIN(Brivane_ScannerPlugin)
 
 namespace brivane {
 
@@ -53,7 +60,7 @@ void BrivaneApp::setOnboarded(bool onboarded)
         return;
     const bool before = isOnboarded();
     m_onboardingCompleted = true;
-    m_host.defaults.setBoolean(onboardingKey, true);
+    m_host.defaults.setBool(onboardingKey, true);
     if (!m_hasFullDiskAccess) {
         m_hasFullDiskAccess = true;
         Q_EMIT hasFullDiskAccessChanged();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Host.h"
+#include "scanner/ScanViewModel.h"
 
 #include <QObject>
 #include <QQmlApplicationEngine>
@@ -11,8 +12,6 @@
 class QQuickWindow;
 
 namespace brivane {
-
-class ScanViewModel;
 
 /// The entry of the program: asks once whether it may read everything, loads the settings, and
 /// decides whether the window shows the onboarding or the modules. GUI thread.

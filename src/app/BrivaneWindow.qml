@@ -1,4 +1,5 @@
 import QtQuick
+import Brivane.App
 import Brivane.Components
 
 // The one main window: onboarding until the user has passed it, then the modules.

@@ -5,7 +5,12 @@
 #include <QList>
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
 #include <iterator>
+
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace brivane {
 

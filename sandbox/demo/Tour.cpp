@@ -1,0 +1,116 @@
+#include "sandbox/demo/Tour.h"
+
+#include "app/BrivaneApp.h"
+#include "sandbox/demo/DemoMachine.h"
+#include "sandbox/demo/HoldableClock.h"
+#include "scanner/FileTree.h"
+#include "scanner/ScanViewModel.h"
+
+#include <QCoroTimer>
+#include <QImage>
+#include <QQuickWindow>
+
+#include <cstdio>
+
+namespace brivane {
+
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr int polls = 500;
+constexpr auto pollInterval = 20ms;
+
+/// The child of `node` with this name; null if there is none.
+FileNode* childOf(const FileNode& node, QStringView name)
+{
+    for (FileNode* child : node.children()) {
+        if (child->name() == name)
+            return child;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+Tour::Tour(DemoMachine& machine, HoldableClock& clock, QString pictures, QString suffix)
+    : m_machine(machine)
+    , m_clock(clock)
+    , m_pictures(std::move(pictures))
+    , m_suffix(std::move(suffix))
+{
+}
+
+QCoro::Task<bool> Tour::run()
+{
+    BrivaneApp app(m_machine.host());
+    m_window = app.open();
+    if (!m_window)
+        co_return false;
+    if (!app.isOnboarded()) {
+        takePicture(u"onboarding"_s);
+        app.setOnboarded(true);
+    }
+
+    ScanViewModel& scan = *app.scanViewModel();
+    const auto isListed = [&] { return scan.volumes().size() == 2; };
+    co_await waitFor(u"volumes"_s, isListed);
+    takePicture(u"scanner-volumes"_s);
+
+    const QString disk = m_machine.volumes().startupDisk();
+    m_clock.holdAfter(100);
+    scan.startScan(disk);
+    takePicture(u"scanner-initializing"_s);
+    m_clock.release();
+    const auto isFinished = [&] { return scan.scanState() == ScanViewModel::Completed; };
+    co_await waitFor(u"first scan"_s, isFinished);
+
+    m_clock.holdAfter(5000);
+    scan.startScan(disk);
+    const auto hasReported = [&] { return scan.progress().filesScanned > 4000; };
+    co_await waitFor(u"report"_s, hasReported);
+    takePicture(u"scanner-scanning"_s);
+    scan.togglePause();
+    takePicture(u"scanner-paused"_s);
+    scan.togglePause();
+    m_clock.release();
+    co_await waitFor(u"second scan"_s, isFinished);
+    takePicture(u"scanner-completed"_s);
+
+    const FileNodePtr root = scan.rootNode().node();
+    if (FileNode* users = childOf(*root, u"Applications")) {
+        scan.drillDown(FileNodeRef(users->shared()));
+        takePicture(u"scanner-folder"_s);
+    }
+
+    scan.showVolumes();
+    scan.startScan(QString());
+    const auto hasFailed = [&] { return scan.scanState() == ScanViewModel::Error; };
+    co_await waitFor(u"failed scan"_s, hasFailed);
+    takePicture(u"scanner-error"_s);
+    co_return m_isWell;
+}
+
+void Tour::takePicture(const QString& name)
+{
+    const QString file = m_pictures + u'/' + name + m_suffix + u".png"_s;
+    if (!m_window->grabWindow().save(file)) {
+        std::fprintf(stderr, "%s could not be written\n", qPrintable(file));
+        m_isWell = false;
+    }
+}
+
+QCoro::Task<> Tour::waitFor(QString state, std::function<bool()> isReached)
+{
+    for (int poll = 0; poll < polls; ++poll) {
+        if (isReached())
+            co_return;
+        const std::chrono::milliseconds interval = pollInterval;
+        co_await QCoro::sleepFor(interval);
+    }
+    std::fprintf(stderr, "The tour waited in vain for: %s\n", qPrintable(state));
+    m_isWell = false;
+}
+
+} // namespace brivane

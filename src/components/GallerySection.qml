@@ -1,0 +1,30 @@
+import QtQuick
+import QtQuick.Layouts
+import Brivane.Components
+
+// A titled part of the gallery.
+ColumnLayout {
+    id: root
+
+    property string title
+    default property alias content: body.data
+
+    spacing: Metrics.spacingSmall
+
+    AppText {
+        text: root.title
+        textStyle: AppText.Style.Overline
+    }
+    ModuleCard {
+        Layout.fillWidth: true
+        Layout.fillHeight: true
+        padding: Metrics.spacingLarge
+
+        ColumnLayout {
+            id: body
+
+            anchors.fill: parent
+            spacing: Metrics.spacingLarge
+        }
+    }
+}

@@ -1,0 +1,102 @@
+import QtQuick
+import QtQuick.Templates as T
+import Brivane.Components
+
+// One choice of a few. One stop of the Tab key; arrows, Home and End move the choice.
+//
+// The choice belongs to the screen: bind `selection`, and assign it in `onActivated`.
+T.Control {
+    id: root
+
+    property list<var> options // of { value, label }
+    property var selection
+    property color accent: ColorPalette.accent
+
+    readonly property int currentIndex: options.findIndex(option => option.value === selection)
+
+    signal activated(value: var)
+
+    function activate(index: int): void {
+        if (index >= 0 && index < options.length && index !== currentIndex)
+            activated(options[index].value);
+    }
+
+    padding: 2
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    focusPolicy: Qt.StrongFocus
+    opacity: enabled ? 1 : 0.5
+
+    Keys.onLeftPressed: activate(currentIndex - 1)
+    Keys.onRightPressed: activate(currentIndex + 1)
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_Home)
+            activate(0);
+        else if (event.key === Qt.Key_End)
+            activate(options.length - 1);
+        else
+            return;
+        event.accepted = true;
+    }
+
+    Accessible.role: Accessible.Grouping
+
+    background: Rectangle {
+        radius: height / 2
+        color: ColorPalette.faded("white", 0.04)
+        border.width: 1
+        border.color: ColorPalette.hairline
+
+        FocusRing {
+            shown: root.visualFocus
+            controlRadius: parent.height / 2
+        }
+    }
+
+    contentItem: Row {
+        spacing: 2
+
+        Repeater {
+            model: root.options
+
+            T.RadioButton {
+                id: pill
+
+                required property int index
+                required property var modelData
+
+                objectName: "pill" + index
+                text: modelData.label
+                checked: index === root.currentIndex
+                checkable: false // the choice changes only when the screen says so
+                autoExclusive: false
+                focusPolicy: Qt.NoFocus
+                hoverEnabled: true
+                implicitWidth: Math.ceil(label.implicitWidth) + 2 * Metrics.spacingMedium
+                implicitHeight: Metrics.controlHeight - 4
+                onClicked: root.activate(index)
+
+                Accessible.role: Accessible.RadioButton
+                Accessible.name: text
+                Accessible.checked: checked
+
+                background: Rectangle {
+                    radius: height / 2
+                    color: pill.index === root.currentIndex ? root.accent
+                        : ColorPalette.faded("white", pill.down ? 0.12 : pill.hovered ? 0.07 : 0)
+                    Behavior on color { ColorAnimation { duration: Motion.quick } }
+                }
+                contentItem: AppText {
+                    id: label
+                    text: pill.text
+                    textStyle: AppText.Style.Callout
+                    font.weight: Font.Medium
+                    color: pill.index === root.currentIndex ? "white" : ColorPalette.secondaryText
+                    horizontalAlignment: Text.AlignHCenter
+                    verticalAlignment: Text.AlignVCenter
+                    Accessible.ignored: true
+                }
+            }
+        }
+    }
+}

@@ -1,6 +1,5 @@
 #include "platform/PathText.h"
 
-
 namespace brivane::PathText {
 
 namespace {

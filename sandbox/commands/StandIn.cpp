@@ -71,15 +71,14 @@ bool record(const fs::path& calls, const std::string& arguments)
 {
     timespec now{};
     ::clock_gettime(CLOCK_MONOTONIC, &now);
-    char name[64];
-    std::snprintf(name, sizeof name, "%012lld.%09ld-%d", static_cast<long long>(now.tv_sec),
-                  now.tv_nsec, static_cast<int>(::getpid()));
-    const fs::path unfinished = calls / ("." + std::string(name));
-    std::ofstream stream(unfinished, std::ios::binary);
+    char unfinished[64]; // the name with a dot before it
+    std::snprintf(unfinished, sizeof unfinished, ".%012lld.%09ld-%d",
+                  static_cast<long long>(now.tv_sec), now.tv_nsec, static_cast<int>(::getpid()));
+    std::ofstream stream(calls / unfinished, std::ios::binary);
     stream << arguments;
     stream.close();
     std::error_code error;
-    fs::rename(unfinished, calls / name, error);
+    fs::rename(calls / unfinished, calls / (unfinished + 1), error);
     return stream.good() && !error;
 }
 

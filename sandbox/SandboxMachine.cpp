@@ -77,8 +77,8 @@ SandboxMachine::SandboxMachine(QByteArray folder, Ending ending)
     , m_ending(ending)
     , m_locations(Locations::insideFolder(PathText::fromBytes(m_folder)))
 {
-    for (const char* part : {"/home", "/root", "/commands"})
-        makeDirectories(m_folder + part);
+    makeDirectories(PathText::toBytes(m_locations.home()));
+    makeDirectories(m_folder + "/commands");
 }
 
 SandboxMachine::SandboxMachine(const QString& folder)

@@ -66,9 +66,9 @@ QCoro::Task<bool> Tour::run()
     const auto isFinished = [&] { return scan.scanState() == ScanViewModel::Completed; };
     co_await waitFor(u"first scan"_s, isFinished);
 
-    m_clock.holdAfter(5000);
+    m_clock.holdAfter(6000);
     scan.startScan(disk);
-    const auto hasReported = [&] { return scan.progress().filesScanned > 4000; };
+    const auto hasReported = [&] { return scan.progress().filesScanned > 4500; };
     co_await waitFor(u"report"_s, hasReported);
     takePicture(u"scanner-scanning"_s);
     scan.togglePause();
@@ -79,8 +79,9 @@ QCoro::Task<bool> Tour::run()
     takePicture(u"scanner-completed"_s);
 
     const FileNodePtr root = scan.rootNode().node();
-    if (FileNode* users = childOf(*root, u"Applications")) {
+    if (FileNode* users = childOf(*root, u"Users")) {
         scan.drillDown(FileNodeRef(users->shared()));
+        scan.drillDown(FileNodeRef(users->children().front()->shared()));
         takePicture(u"scanner-folder"_s);
     }
 

@@ -84,7 +84,7 @@ Locations Locations::insideFolder(const QString& folder)
 {
     auto arrangement = std::make_shared<Arrangement>();
     arrangement->folder = withoutEndSlash(folder);
-    arrangement->home = arrangement->folder + u"/home"_s;
+    arrangement->home = arrangement->folder + u"/root/Users/robin"_s;
     arrangement->temporaryCandidates += arrangement->folder + u"/temporary"_s;
     return Locations(std::move(arrangement));
 }

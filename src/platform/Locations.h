@@ -17,8 +17,8 @@ public:
     /// A Mac: "~" is `home`, absolute paths stand as they are.
     static Locations asWritten(const QString& home);
 
-    /// A machine in one folder: "~" is folder/home and "/x" is folder/root/x. Paths that lie in the
-    /// folder already stay as they are.
+    /// A machine in one folder: "/x" is folder/root/x, and "~" is folder/root/Users/robin. Paths
+    /// that lie in the folder already stay as they are.
     static Locations insideFolder(const QString& folder);
 
     /// A Linux desktop: the aliases of LocationAliases.h, read against the environment of this

@@ -89,7 +89,7 @@ QHash<int, QByteArray> VolumeListModel::roleNames() const
         {UsageTextRole, "usageText"},
         {FreeTextRole, "freeText"},
         {UsedFractionRole, "usedFraction"},
-        {IconRole, "icon"},
+        {IconRole, "iconName"},
         {IsBootRole, "isBoot"},
     };
 }

@@ -6,6 +6,8 @@ import Brivane.Components
 Rectangle {
     id: root
 
+    objectName: "focusRing"
+
     property bool shown: false
     property real controlRadius: Metrics.radiusSmall
     property int gap: 2

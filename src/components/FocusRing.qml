@@ -6,12 +6,11 @@ import Brivane.Components
 Rectangle {
     id: root
 
-    objectName: "focusRing"
-
     property bool shown: false
     property real controlRadius: Metrics.radiusSmall
     property int gap: 2
 
+    objectName: "focusRing"
     anchors.fill: parent
     anchors.margins: -(gap + border.width)
     visible: shown

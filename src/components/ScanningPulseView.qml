@@ -62,21 +62,20 @@ Item {
             width: rings.core + 24
             height: width
             lineWidth: 2
+            startAngle: root.ringRotation
             sweepAngle: 250
             tapered: true
             color: root.accent
-            rotation: root.ringRotation
         }
         ArcItem {
             anchors.centerIn: parent
             width: rings.core + 10
             height: width
             lineWidth: 1.5
-            startAngle: 120
+            startAngle: 120 - root.ringRotation
             sweepAngle: 130
             tapered: true
             color: ColorPalette.faded(root.accent, 0.6)
-            rotation: -1 * root.ringRotation
         }
         Rectangle {
             anchors.centerIn: parent

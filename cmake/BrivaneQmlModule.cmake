@@ -14,6 +14,7 @@ function(brivane_qml_module folder name)
     VERSION 1.0
     RESOURCE_PREFIX /qt/qml
     OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/qml/Brivane/${name}
+    DEPENDENCIES QtQuick
     IMPORT_PATH ${CMAKE_BINARY_DIR}/qml
     QML_FILES ${ARG_QML_FILES}
   )

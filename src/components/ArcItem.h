@@ -6,7 +6,8 @@
 // A stroked part of the circle that fits into the item, with round ends, smooth on every renderer.
 // Angles are degrees, clockwise, 0 at the top.
 //
-// Painted again only when a property or the size changes: turning or fading the item costs nothing.
+// Painted again only when a property or the size changes. Turn it by `startAngle`: the software
+// renderer does not smooth what is turned by `rotation`.
 namespace brivane {
 
 class ArcItem : public QQuickPaintedItem {

@@ -22,14 +22,23 @@ T.Button {
     Accessible.role: Accessible.Button
     Accessible.name: text.length > 0 ? text : toolTip
     Accessible.description: text.length > 0 ? toolTip : ""
-    Accessible.onPressAction: root.click()
+    Accessible.onPressAction: root.activate()
 
     Keys.onReturnPressed: event => root.activateByKey(event)
     Keys.onEnterPressed: event => root.activateByKey(event)
 
+    // Screen readers ask without looking, so a disabled button refuses here as well.
+    function activate(): void {
+        if (!enabled)
+            return;
+        if (checkable)
+            toggle();
+        clicked();
+    }
+
     function activateByKey(event: KeyEvent): void {
         if (!event.isAutoRepeat)
-            root.click();
+            activate();
     }
 
     FocusRing {

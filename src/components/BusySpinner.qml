@@ -10,11 +10,10 @@ ArcItem {
     implicitWidth: size
     implicitHeight: size
     lineWidth: Math.max(1.5, size / 8)
-    startAngle: 0
     sweepAngle: 280
     tapered: true
 
-    RotationAnimation on rotation {
+    NumberAnimation on startAngle {
         running: root.visible && Motion.enabled
         loops: Animation.Infinite
         from: 0

@@ -13,7 +13,6 @@ BaseButton {
 
     readonly property color foreground: ColorPalette.lightened(color, 0.3)
     readonly property real fillOpacity: isBusy ? 0.08 : [0.15, 0.24, 0.32][liveliness]
-    readonly property int symbolSize: large ? 16 : 14
 
     text: isBusy ? busyLabel : label
     enabled: !isBusy
@@ -28,39 +27,13 @@ BaseButton {
         Behavior on color { ColorAnimation { duration: Motion.quick } }
     }
 
-    contentItem: Item {
-        implicitWidth: row.implicitWidth
-        implicitHeight: row.implicitHeight
-
-        Row {
-            id: row
-
-            anchors.centerIn: parent
-            spacing: Metrics.spacingTiny + 2
-            opacity: root.enabled ? 1 : root.isBusy ? 0.8 : 0.45
-
-            Symbol {
-                anchors.verticalCenter: parent.verticalCenter
-                visible: !root.isBusy && root.icon.name.length > 0
-                name: root.icon.name
-                size: root.symbolSize
-                color: root.foreground
-            }
-            BusySpinner {
-                anchors.verticalCenter: parent.verticalCenter
-                visible: root.isBusy
-                size: root.symbolSize
-                color: root.foreground
-            }
-            AppText {
-                anchors.verticalCenter: parent.verticalCenter
-                text: root.text
-                textStyle: AppText.Style.Callout
-                font.pixelSize: root.large ? Metrics.textBody : Metrics.textCallout
-                font.weight: Font.Medium
-                color: root.foreground
-                Accessible.ignored: true
-            }
-        }
+    contentItem: ButtonLabel {
+        symbol: root.icon.name
+        text: root.text
+        isBusy: root.isBusy
+        color: root.foreground
+        symbolSize: root.large ? 16 : 14
+        pixelSize: root.large ? Metrics.textBody : Metrics.textCallout
+        opacity: root.enabled ? 1 : root.isBusy ? 0.8 : 0.45
     }
 }

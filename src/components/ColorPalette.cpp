@@ -1,6 +1,22 @@
 #include "components/ColorPalette.h"
 
+#include <cmath>
+
 namespace brivane {
+
+namespace {
+
+double luminance(const QColor& color)
+{
+    const auto linear = [](double channel) {
+        return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+    };
+    const QColor rgb = color.toRgb();
+    return 0.2126 * linear(rgb.redF()) + 0.7152 * linear(rgb.greenF()) +
+           0.0722 * linear(rgb.blueF());
+}
+
+} // namespace
 
 QColor ColorPalette::sidebarBackground()
 {
@@ -147,6 +163,14 @@ QColor ColorPalette::usageColor(double fraction)
     if (fraction > 0.9)
         return danger();
     return fraction > 0.75 ? warning() : accent();
+}
+
+QColor ColorPalette::textOn(const QColor& color)
+{
+    // Contrast is (lighter + 0.05) / (darker + 0.05) of the relative luminances.
+    const double ground = luminance(color) + 0.05;
+    const bool white = 1.05 / ground >= ground / 0.05;
+    return white ? Qt::white : Qt::black;
 }
 
 QColor ColorPalette::faded(const QColor& color, double opacity)

@@ -81,6 +81,9 @@ public:
     /// accent.
     [[nodiscard]] Q_INVOKABLE static QColor usageColor(double fraction);
 
+    /// Black or white, whichever can be read better on `color`: at least 4.5:1.
+    [[nodiscard]] Q_INVOKABLE static QColor textOn(const QColor& color);
+
     /// `color` with its opacity set to `opacity` (0 to 1).
     [[nodiscard]] Q_INVOKABLE static QColor faded(const QColor& color, double opacity);
 

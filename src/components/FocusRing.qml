@@ -10,6 +10,7 @@ Rectangle {
     property real controlRadius: Metrics.radiusSmall
     property int gap: 2
 
+    objectName: "focusRing"
     anchors.fill: parent
     anchors.margins: -(gap + border.width)
     visible: shown

@@ -56,6 +56,7 @@ Rectangle {
                     Layout.fillHeight: true
                     Layout.preferredWidth: 1
                     title: qsTr("Scan in progress")
+                    centred: true
 
                     ScanningPulseView {
                         Layout.alignment: Qt.AlignCenter

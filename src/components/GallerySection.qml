@@ -7,6 +7,7 @@ ColumnLayout {
     id: root
 
     property string title
+    property bool centred: false
     default property alias content: body.data
 
     spacing: Metrics.spacingSmall
@@ -23,7 +24,9 @@ ColumnLayout {
         ColumnLayout {
             id: body
 
-            anchors.fill: parent
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.verticalCenter: root.centred ? parent.verticalCenter : undefined
             spacing: Metrics.spacingLarge
         }
     }

@@ -22,33 +22,10 @@ BaseButton {
         Behavior on color { ColorAnimation { duration: Motion.quick } }
     }
 
-    contentItem: Item {
-        implicitWidth: row.implicitWidth
-        implicitHeight: row.implicitHeight
-
-        Row {
-            id: row
-
-            anchors.centerIn: parent
-            spacing: Metrics.spacingTiny + 2
-            opacity: root.enabled ? 1 : 0.45
-
-            Symbol {
-                anchors.verticalCenter: parent.verticalCenter
-                visible: root.icon.name.length > 0
-                name: root.icon.name
-                size: 14
-                color: root.color
-            }
-            AppText {
-                anchors.verticalCenter: parent.verticalCenter
-                visible: text.length > 0
-                text: root.text
-                textStyle: AppText.Style.Callout
-                font.weight: Font.Medium
-                color: root.color
-                Accessible.ignored: true
-            }
-        }
+    contentItem: ButtonLabel {
+        symbol: root.icon.name
+        text: root.text
+        color: root.color
+        opacity: root.enabled ? 1 : 0.45
     }
 }

@@ -37,9 +37,10 @@ int Motion::springDuration(double response, double damping) const
     return milliseconds(qRound(SpringCurve::settlingTime(response, damping) * 1000));
 }
 
-QList<qreal> Motion::springCurve(double response, double damping)
+QVariantList Motion::springCurve(double response, double damping)
 {
-    return SpringCurve::bezierCurve(response, damping);
+    const QList<qreal> curve = SpringCurve::bezierCurve(response, damping);
+    return {curve.begin(), curve.end()};
 }
 
 } // namespace brivane

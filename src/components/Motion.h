@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QList>
 #include <QObject>
 #include <QQmlEngine>
+#include <QVariant>
 
 // Whether and how long things move. While `enabled` is false every duration is 0 and nothing
 // repeats: people who asked their desktop for less motion, tests and pictures see the final state
@@ -41,7 +41,7 @@ public:
     /// Duration in milliseconds and easing curve of a spring, see SpringCurve. Spring.qml uses
     /// both.
     [[nodiscard]] Q_INVOKABLE int springDuration(double response, double damping) const;
-    [[nodiscard]] Q_INVOKABLE static QList<qreal> springCurve(double response, double damping);
+    [[nodiscard]] Q_INVOKABLE static QVariantList springCurve(double response, double damping);
 
 Q_SIGNALS:
     void enabledChanged();

@@ -11,7 +11,7 @@ Item {
     property int pixelSize: Metrics.textTitle
     property int weight: Font.DemiBold
 
-    readonly property font textFont: Qt.font({ family: Qt.application.font.family, pixelSize: pixelSize, weight: weight })
+    property alias textFont: metrics.font
 
     implicitWidth: row.implicitWidth
     implicitHeight: Math.ceil(metrics.height)
@@ -20,7 +20,8 @@ Item {
 
     FontMetrics {
         id: metrics
-        font: root.textFont
+        font.pixelSize: root.pixelSize
+        font.weight: root.weight
     }
 
     Row {

@@ -41,32 +41,13 @@ BaseButton {
         }
     }
 
-    contentItem: Item {
-        implicitWidth: row.implicitWidth
-        implicitHeight: row.implicitHeight
-
-        Row {
-            id: row
-
-            anchors.centerIn: parent
-            spacing: Metrics.spacingSmall
-            opacity: root.enabled ? 1 : 0.6
-
-            Symbol {
-                anchors.verticalCenter: parent.verticalCenter
-                visible: root.icon.name.length > 0
-                name: root.icon.name
-                size: 18
-                color: "white"
-            }
-            AppText {
-                anchors.verticalCenter: parent.verticalCenter
-                text: root.text
-                font.pixelSize: Metrics.textBody + 1
-                font.weight: Font.DemiBold
-                color: "white"
-                Accessible.ignored: true
-            }
-        }
+    contentItem: ButtonLabel {
+        symbol: root.icon.name
+        text: root.text
+        color: "white"
+        symbolSize: 18
+        pixelSize: Metrics.textBody + 1
+        weight: Font.DemiBold
+        opacity: root.enabled ? 1 : 0.6
     }
 }

@@ -6,7 +6,8 @@ Item {
     id: root
 
     property color color: ColorPalette.accent
-    property real phase: Motion.enabled ? 0 : 1
+    property real phase
+    readonly property real glow: Motion.enabled ? phase : 1
     readonly property bool isPulsing: pulse.running
 
     implicitWidth: 12
@@ -26,7 +27,7 @@ Item {
         width: 12
         height: 12
         radius: 6
-        color: ColorPalette.faded(root.color, 0.05 + 0.2 * root.phase)
+        color: ColorPalette.faded(root.color, 0.05 + 0.2 * root.glow)
     }
     Repeater { // the glow
         model: 3
@@ -35,10 +36,10 @@ Item {
             required property int index
 
             anchors.centerIn: parent
-            width: 6 + 2 * (1 + 3 * root.phase) * (index + 1) / 3
+            width: 6 + 2 * (1 + 3 * root.glow) * (index + 1) / 3
             height: width
             radius: width / 2
-            color: ColorPalette.faded(root.color, 0.04 + 0.08 * root.phase)
+            color: ColorPalette.faded(root.color, 0.04 + 0.08 * root.glow)
         }
     }
     Rectangle {
@@ -46,6 +47,6 @@ Item {
         width: 6
         height: 6
         radius: 3
-        color: ColorPalette.faded(root.color, 0.4 + 0.5 * root.phase)
+        color: ColorPalette.faded(root.color, 0.4 + 0.5 * root.glow)
     }
 }

@@ -10,11 +10,12 @@ Item {
     property string caption
     property color accent: ColorPalette.accent
 
-    // 0 to 1 through one pulse; at rest the rings stand at a third of their way.
-    property real phase: 0.35
-    readonly property real ringScale: 1 + 0.75 * phase
-    readonly property real ringOpacity: 0.45 * (1 - phase)
-    property real ringRotation: 0
+    // 0 to 1 through one pulse; without motion the rings stand still on their way.
+    property real phase
+    readonly property real shownPhase: Motion.enabled ? phase : 0.45
+    readonly property real ringScale: 1.2 + 0.6 * shownPhase
+    readonly property real ringOpacity: 0.5 * (1 - shownPhase)
+    property real ringRotation
 
     implicitWidth: Math.max(rings.width, texts.width)
     implicitHeight: rings.height + Metrics.spacingMedium + texts.height
@@ -52,7 +53,7 @@ Item {
             width: rings.core * root.ringScale
             height: width
             radius: width / 2
-            color: ColorPalette.faded(root.accent, 0.12 * root.ringOpacity)
+            color: ColorPalette.faded(root.accent, 0.14 * root.ringOpacity)
             border.width: 1.5
             border.color: ColorPalette.faded(root.accent, root.ringOpacity)
         }
@@ -61,21 +62,20 @@ Item {
             width: rings.core + 24
             height: width
             lineWidth: 2
+            startAngle: root.ringRotation
             sweepAngle: 250
             tapered: true
             color: root.accent
-            rotation: root.ringRotation
         }
         ArcItem {
             anchors.centerIn: parent
             width: rings.core + 10
             height: width
             lineWidth: 1.5
-            startAngle: 120
+            startAngle: 120 - root.ringRotation
             sweepAngle: 130
             tapered: true
             color: ColorPalette.faded(root.accent, 0.6)
-            rotation: -1 * root.ringRotation
         }
         Rectangle {
             anchors.centerIn: parent

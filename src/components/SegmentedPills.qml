@@ -8,7 +8,7 @@ import Brivane.Components
 T.Control {
     id: root
 
-    property list<var> options // of { value, label }
+    property var options: [] // of { value, label }
     property var selection
     property color accent: ColorPalette.accent
 
@@ -59,43 +59,10 @@ T.Control {
         Repeater {
             model: root.options
 
-            T.RadioButton {
-                id: pill
-
-                required property int index
-                required property var modelData
-
-                objectName: "pill" + index
-                text: modelData.label
-                checked: index === root.currentIndex
-                checkable: false // the choice changes only when the screen says so
-                autoExclusive: false
-                focusPolicy: Qt.NoFocus
-                hoverEnabled: true
-                implicitWidth: Math.ceil(label.implicitWidth) + 2 * Metrics.spacingMedium
-                implicitHeight: Metrics.controlHeight - 4
+            SegmentPill {
+                chosen: index === root.currentIndex
+                accent: root.accent
                 onClicked: root.activate(index)
-
-                Accessible.role: Accessible.RadioButton
-                Accessible.name: text
-                Accessible.checked: checked
-
-                background: Rectangle {
-                    radius: height / 2
-                    color: pill.index === root.currentIndex ? root.accent
-                        : ColorPalette.faded("white", pill.down ? 0.12 : pill.hovered ? 0.07 : 0)
-                    Behavior on color { ColorAnimation { duration: Motion.quick } }
-                }
-                contentItem: AppText {
-                    id: label
-                    text: pill.text
-                    textStyle: AppText.Style.Callout
-                    font.weight: Font.Medium
-                    color: pill.index === root.currentIndex ? "white" : ColorPalette.secondaryText
-                    horizontalAlignment: Text.AlignHCenter
-                    verticalAlignment: Text.AlignVCenter
-                    Accessible.ignored: true
-                }
             }
         }
     }

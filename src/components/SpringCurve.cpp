@@ -9,7 +9,7 @@ namespace brivane::SpringCurve {
 namespace {
 
 constexpr double restDistance = 0.001;
-constexpr int segments = 12;
+constexpr int segments = 10; // QEasingCurve writes past its table when there are more
 
 double velocity(double seconds, double response, double damping)
 {

@@ -9,8 +9,6 @@ Item {
     required property string name
     property real size: 16
     property color color: ColorPalette.primaryText
-    // Symbols that turn or grow are drawn as outlines, all others on the pixel grid.
-    property bool moving: false
 
     implicitWidth: size
     implicitHeight: size
@@ -26,7 +24,7 @@ Item {
         color: root.color
         font.family: SymbolTable.fontFamily
         font.pixelSize: Math.max(1, Math.round(root.size))
-        renderType: root.moving ? Text.QtRendering : Text.NativeRendering
+        renderType: Text.NativeRendering
         Accessible.ignored: true
     }
 }

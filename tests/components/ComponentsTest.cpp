@@ -1,8 +1,12 @@
 #include "QmlScene.h"
-#include "components/Fonts.h"
+#include "components/ColorPalette.h"
+#include "components/SpringCurve.h"
 #include "components/SymbolTable.h"
 
+#include <QEasingCurve>
 #include <QRawFont>
+
+#include <cmath>
 
 #include <gtest/gtest.h>
 
@@ -18,4 +22,121 @@ TEST(SymbolTable, EverySymbolHasAGlyphInTheFont)
         EXPECT_TRUE(font.supportsCharacter(QChar(symbol.glyph)))
             << qPrintable(QStringView(symbol.name).toString());
     }
+}
+
+TEST(SymbolTable, NamesAreFoundAndUnknownOnesStandOut)
+{
+    for (const Symbol& symbol : SymbolTable::symbols()) {
+        EXPECT_EQ(SymbolTable::glyph(QStringView(symbol.name).toString()),
+                  QString(QChar(symbol.glyph)));
+    }
+    for (const QString& name : {u""_s, u"a"_s, u"trash.fill.x"_s, u"zzz"_s})
+        EXPECT_EQ(SymbolTable::glyph(name), QString(QChar(SymbolTable::fallbackGlyph)));
+}
+
+TEST(SpringCurve, EasingFollowsTheSpringAndEndsAtRest)
+{
+    for (const double damping : {0.5, 0.8, 1.0}) {
+        const double response = 0.3;
+        const QList<qreal> curve = SpringCurve::bezierCurve(response, damping);
+        QEasingCurve easing(QEasingCurve::BezierSpline);
+        for (qsizetype at = 0; at + 5 < curve.size(); at += 6) {
+            easing.addCubicBezierSegment({curve[at], curve[at + 1]}, {curve[at + 2], curve[at + 3]},
+                                         {curve[at + 4], curve[at + 5]});
+        }
+        const double total = SpringCurve::settlingTime(response, damping);
+        for (double part = 0; part <= 1; part += 0.01) {
+            EXPECT_NEAR(easing.valueForProgress(part),
+                        SpringCurve::position(part * total, response, damping), 0.01)
+                << "damping " << damping << " at " << part;
+        }
+        EXPECT_NEAR(SpringCurve::position(total * 1.1, response, damping), 1, 0.0011);
+        EXPECT_EQ(easing.valueForProgress(1), 1);
+    }
+}
+
+TEST(ColorPalette, TextOnAFilledPillStaysReadable)
+{
+    const auto luminance = [](const QColor& color) {
+        const auto linear = [](float channel) {
+            return channel <= 0.04045F ? channel / 12.92F
+                                       : std::pow((channel + 0.055F) / 1.055F, 2.4F);
+        };
+        return 0.2126F * linear(color.redF()) + 0.7152F * linear(color.greenF()) +
+               0.0722F * linear(color.blueF());
+    };
+    for (const QColor& ground :
+         {ColorPalette::accent(), ColorPalette::danger(), ColorPalette::indigo(),
+          ColorPalette::purple(), ColorPalette::yellow(), ColorPalette::cardBackground()}) {
+        const float one = luminance(ground);
+        const float other = luminance(ColorPalette::textOn(ground));
+        EXPECT_GE((std::max(one, other) + 0.05F) / (std::min(one, other) + 0.05F), 4.5F)
+            << qPrintable(ground.name());
+    }
+}
+
+TEST(UsageBar, ColourChangesJustAboveEachThresholdAndTheFillStaysInside)
+{
+    QmlScene scene("UsageBar {}", {200, 4});
+    const struct {
+        double fraction;
+        QColor color;
+        double width;
+    } rows[] = {
+        {-1, ColorPalette::accent(), 0},      {0, ColorPalette::accent(), 0},
+        {0.001, ColorPalette::accent(), 4},   {0.75, ColorPalette::accent(), 150},
+        {0.76, ColorPalette::warning(), 152}, {0.9, ColorPalette::warning(), 180},
+        {0.91, ColorPalette::danger(), 182},  {3, ColorPalette::danger(), 200},
+    };
+    for (const auto& row : rows) {
+        scene.root()->setProperty("fraction", row.fraction);
+        EXPECT_EQ(scene.root()->property("color").value<QColor>(), row.color) << row.fraction;
+        EXPECT_NEAR(scene.item(u"fill"_s)->width(), row.width, 0.01) << row.fraction;
+    }
+}
+
+TEST(SegmentedPills, KeysMoveTheChoiceAndStopAtTheEnds)
+{
+    QmlScene scene("SegmentedPills { selection: 'b'; onActivated: value => selection = value;"
+                   " options: [{ value: 'a', label: 'A' }, { value: 'b', label: 'B' },"
+                   " { value: 'c', label: 'C' }] }");
+    scene.focused(QString());
+    const struct {
+        Qt::Key key;
+        QString choice;
+    } rows[] = {
+        {Qt::Key_Right, u"c"_s}, {Qt::Key_Right, u"c"_s}, {Qt::Key_Home, u"a"_s},
+        {Qt::Key_Left, u"a"_s},  {Qt::Key_End, u"c"_s},   {Qt::Key_Left, u"b"_s},
+    };
+    for (const auto& row : rows) {
+        scene.press(row.key);
+        EXPECT_EQ(scene.root()->property("selection"), row.choice) << row.key;
+    }
+    scene.click(scene.item(u"pill0"_s));
+    EXPECT_EQ(scene.root()->property("selection"), u"a"_s);
+    EXPECT_TRUE(scene.item(u"pill0"_s)->property("chosen").toBool());
+    EXPECT_FALSE(scene.item(u"pill1"_s)->property("chosen").toBool());
+}
+
+TEST(SegmentedPills, ChoiceThatTheScreenRefusesIsNotShown)
+{
+    QmlScene scene("SegmentedPills { selection: false; options: [{ value: false, label: 'A' },"
+                   " { value: true, label: 'B' }] }");
+    scene.click(scene.item(u"pill1"_s));
+    EXPECT_TRUE(scene.item(u"pill0"_s)->property("chosen").toBool());
+    EXPECT_FALSE(scene.item(u"pill1"_s)->property("chosen").toBool());
+}
+
+TEST(NumericText, CountingPastAPowerOfTenLeavesNoStaleDigit)
+{
+    QmlScene scene("NumericText {}");
+    for (const QString& text : {u"999"_s, u"1,000"_s, u"8.3 GB"_s, u"7"_s, u""_s}) {
+        scene.root()->setProperty("text", text);
+        QString shown;
+        const QList<QQuickItem*> cells = scene.root()->childItems().constFirst()->childItems();
+        for (QQuickItem* cell : cells)
+            shown.prepend(cell->property("shown").toString());
+        EXPECT_EQ(shown, text);
+    }
+    EXPECT_EQ(scene.warnings().join(u'\n'), QString());
 }

@@ -1,10 +1,22 @@
 #include "QmlScene.h"
+#include "components/Motion.h"
 
 #include <QImage>
 
 #include <gtest/gtest.h>
 
 using namespace Qt::StringLiterals;
+
+TEST(Gallery, EveryAnimationStartsWithoutAWarning)
+{
+    brivane::Motion::instance().setEnabled(true);
+    {
+        QmlScene scene("Gallery { Item { Spring on x { from: 0; to: 1 } } }", {1200, 750});
+        EXPECT_FALSE(scene.view().grabWindow().isNull());
+        EXPECT_EQ(scene.warnings().join(u'\n'), QString());
+    }
+    brivane::Motion::instance().setEnabled(false);
+}
 
 // With BRIVANE_PICTURES set to a folder, the page is kept there to be looked at.
 TEST(Gallery, EveryComponentRendersWithoutAWarning)

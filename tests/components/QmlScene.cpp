@@ -1,5 +1,7 @@
 #include "QmlScene.h"
 
+#include "components/ColorPalette.h"
+
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QTest>
@@ -31,6 +33,7 @@ QmlScene::QmlScene(const QByteArray& body, QSize size)
     previousHandler = qInstallMessageHandler(collect);
 
     m_view->engine()->addImportPath(u"qrc:/qt/qml"_s);
+    m_view->setColor(brivane::ColorPalette::windowBackground());
     m_view->setResizeMode(QQuickView::SizeRootObjectToView);
     auto* component = new QQmlComponent(m_view->engine(), m_view.get());
     component->setData("import QtQuick\nimport Brivane.Components\n" + body,

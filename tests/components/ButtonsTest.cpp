@@ -1,0 +1,149 @@
+#include "QmlScene.h"
+
+#include <QAccessible>
+#include <QImage>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A scene of one button, named "button", that counts its presses; `settings` are its properties.
+QByteArray counting(const QByteArray& type, const QByteArray& settings = {})
+{
+    return "Item { id: scene; property int presses: 0; " + type +
+           " { objectName: \"button\"; x: 40; y: 40; " + settings +
+           "; onClicked: ++scene.presses } }";
+}
+
+int presses(const QmlScene& scene)
+{
+    return scene.root()->property("presses").toInt();
+}
+
+void pressByScreenReader(QQuickItem* item)
+{
+    QAccessible::setActive(true);
+    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(item);
+    ASSERT_TRUE(interface && interface->actionInterface());
+    interface->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+}
+
+QColor colorBeside(QmlScene& scene, QQuickItem* button)
+{
+    return scene.view().grabWindow().pixelColor(
+        button->mapToScene({button->width() - 8, button->height() / 2}).toPoint());
+}
+
+} // namespace
+
+struct ButtonCase {
+    const char* type;
+    const char* settings;
+};
+
+void PrintTo(const ButtonCase& row, std::ostream* out)
+{
+    *out << row.type;
+}
+
+class Buttons : public testing::TestWithParam<ButtonCase> {};
+
+INSTANTIATE_TEST_SUITE_P(All, Buttons,
+                         testing::Values(ButtonCase{"CapsuleActionButton", "label: 'Clean'"},
+                                         ButtonCase{"HoverPillButton", "label: 'Clean'"},
+                                         ButtonCase{"ProminentActionButton",
+                                                    "label: 'Clean'; icon.name: 'trash'"}));
+
+TEST_P(Buttons, EachWayOfPressingCountsOnce)
+{
+    QmlScene scene(counting(GetParam().type, GetParam().settings));
+    QQuickItem* button = scene.focused(u"button"_s);
+    int expected = 0;
+    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+        scene.press(key);
+        EXPECT_EQ(presses(scene), ++expected) << key;
+    }
+    scene.click(button);
+    EXPECT_EQ(presses(scene), ++expected);
+    pressByScreenReader(button);
+    EXPECT_EQ(presses(scene), ++expected);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(button)->text(QAccessible::Name), u"Clean"_s);
+}
+
+TEST_P(Buttons, DisabledRefusesEveryPress)
+{
+    QmlScene scene(counting(GetParam().type, GetParam().settings + QByteArray("; enabled: false")));
+    QQuickItem* button = scene.focused(u"button"_s);
+    scene.press(Qt::Key_Space);
+    scene.press(Qt::Key_Return);
+    scene.click(button);
+    pressByScreenReader(button);
+    EXPECT_EQ(presses(scene), 0);
+}
+
+TEST_P(Buttons, RingShowsForTheKeyboardOnly)
+{
+    QmlScene scene(counting(GetParam().type, GetParam().settings));
+    QQuickItem* button = scene.item(u"button"_s);
+    QQuickItem* ring = scene.item(u"focusRing"_s);
+    scene.click(button);
+    EXPECT_TRUE(button->hasActiveFocus());
+    EXPECT_FALSE(ring->isVisible());
+    button->setFocus(false);
+    scene.focused(u"button"_s);
+    EXPECT_TRUE(ring->isVisible());
+}
+
+TEST_P(Buttons, PointerLightensTheFillAlsoUnderAToolTip)
+{
+    QmlScene scene(counting(GetParam().type, GetParam().settings + QByteArray("; toolTip: 'Why'")));
+    QQuickItem* button = scene.item(u"button"_s);
+    QTest::mouseMove(&scene.view(), QPoint(1, 1));
+    const QColor before = colorBeside(scene, button);
+    const QPointF centre(button->width() / 2, button->height() / 2);
+    QTest::mouseMove(&scene.view(), button->mapToScene(centre).toPoint());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return colorBeside(scene, button) != before; }, 5000));
+}
+
+TEST(CapsuleActionButton, BusyRefusesAndFocusComesBackAfterwards)
+{
+    QmlScene scene(counting("CapsuleActionButton", "label: 'Clean'; busyLabel: 'Cleaning'"));
+    QQuickItem* button = scene.focused(u"button"_s);
+    button->setProperty("isBusy", true);
+    EXPECT_EQ(button->property("text"), u"Cleaning"_s);
+    scene.press(Qt::Key_Space);
+    scene.click(button);
+    EXPECT_EQ(presses(scene), 0);
+    button->setProperty("isBusy", false);
+    EXPECT_EQ(button->property("text"), u"Clean"_s);
+    scene.press(Qt::Key_Return);
+    EXPECT_EQ(presses(scene), 1);
+}
+
+TEST(HoverPillButton, ReturnSwitchesACheckablePill)
+{
+    QmlScene scene(counting("HoverPillButton", "label: 'Size'; checkable: true"));
+    QQuickItem* button = scene.focused(u"button"_s);
+    scene.press(Qt::Key_Return);
+    EXPECT_TRUE(button->property("checked").toBool());
+    scene.press(Qt::Key_Space);
+    EXPECT_FALSE(button->property("checked").toBool());
+}
+
+TEST(ModuleHeader, ButtonIsThereOnlyWithALabelAndNotPressedWhileScanning)
+{
+    QmlScene scene("ModuleHeader { property int scans: 0; title: 'Photos'; onScan: ++scans }");
+    QQuickItem* button = scene.item(u"moduleHeaderScanButton"_s);
+    EXPECT_FALSE(button->isVisible());
+    scene.root()->setProperty("scanLabel", u"Scan"_s);
+    scene.root()->setProperty("isScanning", true);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return button->isVisible() && button->x() > 0; }, 5000));
+    scene.click(button);
+    EXPECT_EQ(scene.root()->property("scans").toInt(), 0);
+    scene.root()->setProperty("isScanning", false);
+    scene.click(button);
+    EXPECT_EQ(scene.root()->property("scans").toInt(), 1);
+}

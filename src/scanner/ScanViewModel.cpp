@@ -30,6 +30,7 @@ ScanViewModel::ScanViewModel(Host& host, QObject* parent)
     , m_host(host)
     , m_enumerator(host.volumes)
     , m_scanner(host.clock)
+    , m_volumeModel(host.locations.path(u"/"))
     , m_stats(*this, host.clock, this)
 {
     m_walkThread.setMaxThreadCount(1);

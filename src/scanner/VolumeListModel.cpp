@@ -16,8 +16,9 @@ std::uint64_t usedSize(const DiskInfo& disk)
 
 } // namespace
 
-VolumeListModel::VolumeListModel(QObject* parent)
+VolumeListModel::VolumeListModel(QString startupPath, QObject* parent)
     : QAbstractListModel(parent)
+    , m_startupPath(std::move(startupPath))
 {
 }
 
@@ -57,7 +58,7 @@ QVariant VolumeListModel::data(const QModelIndex& index, int role) const
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
     const DiskInfo& disk = m_volumes[index.row()];
-    const bool isBoot = disk.mountPoint == "/"_L1;
+    const bool isBoot = disk.mountPoint == m_startupPath;
     switch (role) {
     case MountPointRole:
         return disk.mountPoint;

@@ -25,7 +25,8 @@ public:
         IsBootRole,
     };
 
-    explicit VolumeListModel(QObject* parent = nullptr);
+    /// `startupPath` is where the volume that the machine has started from is mounted.
+    explicit VolumeListModel(QString startupPath, QObject* parent = nullptr);
 
     [[nodiscard]] const QList<DiskInfo>& volumes() const { return m_volumes; }
     void setVolumes(const QList<DiskInfo>& volumes);
@@ -43,6 +44,7 @@ Q_SIGNALS:
     void countChanged();
 
 private:
+    const QString m_startupPath;
     QList<DiskInfo> m_volumes;
 };
 

@@ -71,7 +71,7 @@ FocusScope {
 
             objectName: "focusSize"
             anchors.right: parent.right
-            anchors.rightMargin: Metrics.spacingHuge + Metrics.spacingLarge + 6
+            anchors.rightMargin: list.anchors.rightMargin + 32 // over the sizes of the rows
             anchors.verticalCenter: parent.verticalCenter
             text: root.viewModel.stats.focusSizeText
             textStyle: AppText.Style.Heading

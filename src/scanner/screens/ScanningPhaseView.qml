@@ -12,7 +12,7 @@ FocusScope {
 
     ScanningPulseView {
         objectName: "initializing"
-        anchors.fill: parent
+        anchors.centerIn: parent
         visible: !root.viewModel.hasTree
         icon: "magnifyingglass"
         status: qsTr("Initializing scan...")

@@ -83,7 +83,8 @@ void FolderModel::show(Rows rows)
     const int after = static_cast<int>(rows.size());
     if (after > before) {
         beginInsertRows({}, before, after - 1);
-        m_rows.resize(rows.size(), rows.back()); // whole rows for whoever looks before the order
+        // Until the order is made, the new rows stand for nobody, which their size tells.
+        m_rows.resize(rows.size(), {rows.back().node, 0});
         endInsertRows();
     } else if (after < before) {
         beginRemoveRows({}, after, before - 1);
@@ -98,13 +99,17 @@ void FolderModel::show(Rows rows)
     Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
     const QModelIndexList indexes = persistentIndexList();
     std::vector<const FileNode*> remembered;
-    for (const QModelIndex& index : indexes)
-        remembered.push_back(m_rows[static_cast<std::size_t>(index.row())].node);
-    m_rows = std::move(rows);
-    for (qsizetype i = 0; i < indexes.size(); ++i) {
-        const int row = rowOf(remembered[static_cast<std::size_t>(i)]);
-        changePersistentIndex(indexes[i], row < 0 ? QModelIndex() : index(row));
+    for (const QModelIndex& index : indexes) {
+        const Row& row = m_rows[static_cast<std::size_t>(index.row())];
+        remembered.push_back(row.size > 0 ? row.node : nullptr);
     }
+    m_rows = std::move(rows);
+    QModelIndexList moved;
+    for (const FileNode* node : remembered) {
+        const int row = rowOf(node);
+        moved.append(row < 0 ? QModelIndex() : index(row));
+    }
+    changePersistentIndexList(indexes, moved);
     Q_EMIT layoutChanged({}, QAbstractItemModel::VerticalSortHint);
     if (after != before)
         Q_EMIT countChanged();

@@ -1,0 +1,317 @@
+#include "scanner/DiskScanner.h"
+
+#include "core/Log.h"
+#include "platform/Clock.h"
+#include "platform/PathText.h"
+#include "sandbox/NastyTree.h"
+#include "sandbox/SandboxMachine.h"
+#include "scanner/FileTree.h"
+#include "scanner/ScanResult.h"
+
+#include <chrono>
+#include <map>
+#include <thread>
+
+#include <fts.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace brivane;
+using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
+using ScanError = DiskScanner::ScanError;
+
+namespace {
+
+/// Goes on by a fixed step at every look, and the scanner looks once an entry: so a test knows at
+/// which entry a report is due.
+class SteppingClock final : public Clock {
+public:
+    explicit SteppingClock(std::chrono::milliseconds step = 0ms)
+        : m_step(step)
+    {
+    }
+    [[nodiscard]] QDateTime now() const override { return QDateTime::fromSecsSinceEpoch(0); }
+    [[nodiscard]] std::chrono::nanoseconds monotonicNow() const override { return m_now += m_step; }
+    [[nodiscard]] QCoro::Task<> sleep(std::chrono::milliseconds) override { co_return; }
+
+private:
+    const std::chrono::milliseconds m_step;
+    mutable std::chrono::nanoseconds m_now{0};
+};
+
+struct Expected {
+    std::uint64_t size = 0;
+    std::int64_t files = 0;
+    std::vector<QByteArray> children; ///< in walk order
+};
+
+/// What the tree below `path` has to be, worked out over the paths that fts gives.
+std::map<QByteArray, Expected> naiveTree(const QByteArray& path)
+{
+    std::map<QByteArray, Expected> tree;
+    QByteArray start = path;
+    char* paths[] = {start.data(), nullptr};
+    FTS* fts = ::fts_open(paths, FTS_NOCHDIR | FTS_PHYSICAL | FTS_XDEV, nullptr);
+    while (const FTSENT* entry = ::fts_read(fts)) {
+        const QByteArray entryPath = entry->fts_path;
+        const QByteArray parent = entryPath.left(entryPath.lastIndexOf('/'));
+        const bool isLeaf = entry->fts_info == FTS_F || entry->fts_info == FTS_SL;
+        if (isLeaf || (entry->fts_info == FTS_D && entry->fts_level > 0))
+            tree[parent].children.push_back(entryPath);
+        if (entry->fts_info == FTS_D)
+            tree[entryPath];
+        if (!isLeaf)
+            continue;
+        for (QByteArray up = parent; up.size() >= path.size(); up.truncate(up.lastIndexOf('/'))) {
+            tree[up].size += static_cast<std::uint64_t>(entry->fts_statp->st_size);
+            tree[up].files += 1;
+        }
+    }
+    ::fts_close(fts);
+    return tree;
+}
+
+void expectTree(const FileNode& node, const std::map<QByteArray, Expected>& tree,
+                std::map<QByteArray, std::uint64_t>& sizes)
+{
+    sizes[node.pathBytes()] = node.size();
+    if (!node.isDirectory())
+        return;
+    const Expected& expected = tree.at(node.pathBytes());
+    EXPECT_EQ(node.size(), expected.size) << node.pathBytes().data();
+    EXPECT_EQ(node.fileCount(), expected.files) << node.pathBytes().data();
+    std::vector<QByteArray> children;
+    for (const FileNode* child : node.children()) {
+        expectTree(*child, tree, sizes);
+        children.push_back(child->pathBytes());
+    }
+    std::vector<QByteArray> ordered = expected.children;
+    std::ranges::stable_sort(ordered, std::greater(),
+                             [&](const auto& path) { return sizes[path]; });
+    EXPECT_EQ(children, ordered);
+}
+
+std::uint64_t sumOfFiles(const FileNode& node)
+{
+    if (!node.isDirectory())
+        return node.size();
+    std::uint64_t sum = 0;
+    for (const FileNode* child : node.children())
+        sum += sumOfFiles(*child);
+    return sum;
+}
+
+/// Files in folders of folders: `width` of each on every one of `depth` levels.
+void fill(const SandboxMachine& machine, const QString& folder, int width, int depth)
+{
+    for (int i = 0; i < width; ++i) {
+        machine.file(folder + u"/file%1"_s.arg(i), SandboxMachine::Size{(i * 7919 + depth) % 5000});
+        if (depth > 0)
+            fill(machine, folder + u"/folder%1"_s.arg(i), width, depth - 1);
+    }
+}
+
+} // namespace
+
+TEST(DiskScanner, TheTreeIsWhatFtsSaysOnTheNastyTree)
+{
+    const SandboxMachine machine = SandboxMachine::temporary();
+    const QByteArray path = PathText::toBytes(machine.path(u"/nasty"));
+    buildNastyTree(path, {.levels = 100});
+    SteppingClock clock;
+    const FileNodePtr root = DiskScanner(clock).scan(PathText::fromBytes(path));
+    std::map<QByteArray, std::uint64_t> sizes;
+    expectTree(*root, naiveTree(path), sizes);
+    EXPECT_TRUE(root->isSorted());
+}
+
+TEST(DiskScanner, EveryReportShowsSizesThatAddUp)
+{
+    const SandboxMachine machine = SandboxMachine::temporary();
+    fill(machine, u"/data"_s, 5, 4);
+    // A report every 50 entries: half a second at a hundredth of a second for an entry.
+    SteppingClock clock(10ms);
+    DiskScanner scanner(clock);
+    int reports = 0;
+    std::int64_t before = 0;
+    bool isComplete = false;
+    const FileNodePtr root =
+        scanner.scan(machine.path(u"/data"), [&](const ScanProgress& progress) {
+            ++reports;
+            EXPECT_FALSE(isComplete);
+            isComplete = progress.isComplete;
+            const FileNode& tree = *progress.partialTree;
+            EXPECT_EQ(tree.size(), sumOfFiles(tree));
+            EXPECT_EQ(progress.bytesProcessed, tree.size());
+            if (progress.isComplete)
+                return;
+            EXPECT_EQ(tree.fileCount(), progress.filesScanned);
+            EXPECT_EQ(progress.filesScanned - before, 50);
+            EXPECT_TRUE(progress.currentPath.startsWith(machine.path(u"/data")));
+            before = progress.filesScanned;
+        });
+    EXPECT_TRUE(isComplete);
+    // 3905 files, 781 folders twice.
+    EXPECT_EQ(root->fileCount(), 3905);
+    EXPECT_EQ(reports, (3905 + 2 * 781) / 50 + 1);
+}
+
+TEST(DiskScanner, CountsAsTheScreensShowIt)
+{
+    const SandboxMachine machine = SandboxMachine::temporary();
+    machine.file(u"/two/a"_s, SandboxMachine::Size{0});
+    machine.file(u"/two/b"_s, SandboxMachine::Size{10});
+    machine.directory(u"/empty"_s);
+    machine.file(u"/linked/target"_s, SandboxMachine::Size{100});
+    machine.link(u"/linked/dangling"_s, "nowhere");
+    ASSERT_EQ(::link(PathText::toBytes(machine.path(u"/linked/target")).constData(),
+                     PathText::toBytes(machine.path(u"/linked/second")).constData()),
+              0);
+    struct {
+        QString path;
+        std::int64_t scanned;
+        std::int64_t files;
+        std::uint64_t size;
+        std::uint64_t processed;
+    } const rows[] = {
+        {u"/two"_s, 4, 2, 10, 10},
+        {u"/empty"_s, 2, 0, 0, 0},
+        {u"/linked"_s, 5, 3, 207, 200},
+        {u"/missing"_s, 1, 0, 0, 0},
+    };
+    SteppingClock clock;
+    for (const auto& row : rows) {
+        ScanProgress last;
+        const FileNodePtr root = DiskScanner(clock).scan(
+            machine.path(row.path), [&](const ScanProgress& progress) { last = progress; });
+        EXPECT_EQ(last.filesScanned, row.scanned) << qPrintable(row.path);
+        EXPECT_EQ(last.bytesProcessed, row.processed) << qPrintable(row.path);
+        EXPECT_EQ(root->fileCount(), row.files) << qPrintable(row.path);
+        EXPECT_EQ(root->size(), row.size) << qPrintable(row.path);
+    }
+}
+
+TEST(DiskScanner, ACancelEndsARunningAndAPausedWalkAndKeepsWhatWasFound)
+{
+    const SandboxMachine machine = SandboxMachine::temporary();
+    fill(machine, u"/data"_s, 4, 4);
+    SteppingClock clock(10ms);
+    DiskScanner scanner(clock);
+    for (const bool pausedFirst : {false, true}) {
+        FileNodePtr partial;
+        std::thread canceller;
+        std::chrono::steady_clock::time_point asked;
+        const auto report = [&](const ScanProgress& progress) {
+            if (partial)
+                return;
+            partial = progress.partialTree;
+            if (!pausedFirst)
+                return scanner.cancel();
+            scanner.pause();
+            canceller = std::thread([&] {
+                asked = std::chrono::steady_clock::now();
+                scanner.cancel();
+            });
+        };
+        try {
+            scanner.scan(machine.path(u"/data"), report);
+            ADD_FAILURE() << "the walk went on";
+        } catch (const ScanError& error) {
+            EXPECT_EQ(error.which(), ScanError::Case::cancelled);
+            EXPECT_EQ(error.errorDescription(), u"Scan was cancelled.");
+        }
+        if (canceller.joinable()) {
+            canceller.join();
+            EXPECT_LT(std::chrono::steady_clock::now() - asked, 100ms);
+        }
+        ASSERT_TRUE(partial);
+        EXPECT_GT(partial->size(), 0U);
+        EXPECT_EQ(partial->size(), sumOfFiles(*partial));
+    }
+    // A cancel before the walk has no effect on it.
+    scanner.cancel();
+    EXPECT_EQ(scanner.scan(machine.path(u"/data"))->fileCount(), 4 * 341);
+}
+
+TEST(DiskScanner, PathsThatCannotBeWalkedSayWhy)
+{
+    SteppingClock clock;
+    const std::pair<QString, QString> rows[] = {
+        {u""_s, u"Failed to open  for scanning: No such file or directory"_s},
+        {u"/a\0b"_s, u"Invalid path: /a\0b"_s},
+    };
+    for (const auto& [path, text] : rows) {
+        try {
+            DiskScanner(clock).scan(path);
+            ADD_FAILURE();
+        } catch (const ScanError& error) {
+            EXPECT_EQ(error.errorDescription(), text);
+        }
+    }
+}
+
+TEST(DiskScanner, UnreadableFoldersAreKeptWithTheirReasonAndMarkWhatIsAboveThem)
+{
+    const SandboxMachine machine = SandboxMachine::temporary();
+    machine.file(u"/data/open/file"_s, SandboxMachine::Size{5});
+    machine.directory(u"/data/outer/locked"_s);
+    machine.setMode(u"/data/outer/locked"_s, 0);
+    // The marks alone are looked at here, so the tree is told what a walk without rights would say.
+    SteppingClock clock;
+    const FileNodePtr root = DiskScanner(clock).scan(machine.path(u"/data"));
+    FileTree& tree = root->tree();
+    FileNode* outer = nullptr;
+    for (FileNode* child : root->children()) {
+        if (child->nameBytes() == "outer")
+            outer = child;
+    }
+    ASSERT_TRUE(outer);
+    FileNode* locked = outer->children().front();
+    if (::geteuid() == 0) {
+        EXPECT_EQ(tree.issueCount(), 0U);
+        tree.addIssue(locked, true, {locked->pathBytes(), EACCES});
+    }
+    ASSERT_EQ(tree.issueCount(), 1U);
+    EXPECT_EQ(tree.issues().front().path, locked->pathBytes());
+    EXPECT_EQ(tree.issues().front().error, EACCES);
+    EXPECT_TRUE(locked->isUnreadable());
+    EXPECT_TRUE(root->isIncomplete() && outer->isIncomplete());
+    EXPECT_FALSE(outer->isUnreadable());
+    for (const FileNode* child : root->children())
+        EXPECT_EQ(child->isIncomplete(), child == outer);
+    machine.setMode(u"/data/outer/locked"_s, 0755);
+}
+
+TEST(DiskScanner, LogsWhatItDid)
+{
+    const SandboxMachine machine = SandboxMachine::temporary();
+    machine.file(u"/data/file"_s, SandboxMachine::Size{1536});
+    const LogCapture capture;
+    SteppingClock clock;
+    const QString path = machine.path(u"/data");
+    DiskScanner(clock).scan(path);
+    QStringList lines;
+    for (const LogLine& line : capture.lines())
+        lines += line.category + u": "_s + line.text;
+    ASSERT_EQ(lines.size(), 5);
+    EXPECT_EQ(lines[0], u"scanner: Scan started: "_s + path);
+    EXPECT_EQ(lines[1], u"scanner: Scan complete: 3 files, 1.50 KB, 0.0s");
+    EXPECT_EQ(lines[2], u"performance: Scan rate: 3000 files/s");
+    EXPECT_EQ(lines[3], u"performance: NodeMap capacity: 500000, entries: 1");
+    EXPECT_TRUE(lines[4].startsWith(u"performance: Memory: ") && lines[4].endsWith(u" MB"));
+}
+
+TEST(ScanResult, DurationsReadAsPeopleSayThem)
+{
+    const std::pair<double, QString> rows[] = {
+        {0, u"0 ms"_s},       {0.0004, u"0 ms"_s}, {0.8504, u"850 ms"_s}, {1, u"1.0 s"_s},
+        {12.34, u"12.3 s"_s}, {60, u"1m 0s"_s},    {125.9, u"2m 5s"_s},   {3725, u"62m 5s"_s},
+    };
+    for (const auto& [seconds, text] : rows) {
+        ScanResult result;
+        result.scanDuration = seconds;
+        EXPECT_EQ(result.formattedDuration(), text);
+    }
+}

@@ -1,0 +1,102 @@
+#include "scanner/FolderModel.h"
+
+#include "scanner/FileNodeRef.h"
+#include "scanner/FileTree.h"
+#include "support/AwaitTask.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+using namespace brivane;
+using namespace brivane::testing;
+
+namespace {
+
+FileNode* add(FileTree& tree, FileNode* parent, const QByteArray& name, std::uint64_t size,
+              bool isDirectory = false)
+{
+    FileNode* node =
+        tree.make({name.constData(), static_cast<std::size_t>(name.size())}, isDirectory, size);
+    tree.attach(node, parent);
+    FileTree::addSize(parent, size);
+    return node;
+}
+
+std::vector<std::uint64_t> sizesOf(const FolderModel& model)
+{
+    std::vector<std::uint64_t> sizes;
+    for (int row = 0; row < model.rowCount(); ++row)
+        sizes.push_back(model.nodeAt(row)->size());
+    return sizes;
+}
+
+} // namespace
+
+TEST(FolderModel, FollowsAGrowingFolderWithoutAReset)
+{
+    const auto tree = FileTree::create("/x");
+    FolderModel model;
+    const QAbstractItemModelTester tester(&model,
+                                          QAbstractItemModelTester::FailureReportingMode::Fatal);
+    model.setDirectory(tree->root()->shared());
+    const QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
+    FileNode* small = add(*tree, tree->root(), "small", 1);
+    add(*tree, tree->root(), "empty", 0);
+    model.refresh();
+    EXPECT_EQ(sizesOf(model), std::vector<std::uint64_t>({1}));
+
+    const QPersistentModelIndex kept = model.index(0);
+    add(*tree, tree->root(), "big", 100);
+    add(*tree, tree->root(), "middle", 50);
+    model.refresh();
+    EXPECT_EQ(sizesOf(model), std::vector<std::uint64_t>({100, 50, 1}));
+    EXPECT_EQ(model.nodeAt(kept.row()).get(), small); // what was picked is followed
+
+    FileTree::addSize(small, 200);
+    model.refresh();
+    EXPECT_EQ(sizesOf(model), std::vector<std::uint64_t>({201, 100, 50}));
+    EXPECT_EQ(kept.row(), 0);
+    EXPECT_EQ(resets.count(), 0);
+
+    model.setDirectory({});
+    EXPECT_EQ(model.rowCount(), 0);
+}
+
+TEST(FolderModel, ALargeFolderIsSortedElsewhereAndALatePictureNeverShowsInAnotherFolder)
+{
+    const auto tree = FileTree::create("/x");
+    FileNode* large = add(*tree, tree->root(), "large", 0, true);
+    for (std::uint64_t i = 1; i <= 50'000; ++i)
+        add(*tree, large, QByteArray::number(static_cast<qulonglong>(i)), i);
+    FileNode* other = add(*tree, tree->root(), "other", 0, true);
+    add(*tree, other, "only", 7);
+
+    FolderModel model;
+    model.setDirectory(large->shared());
+    EXPECT_EQ(model.rowCount(), 0); // not on this thread
+    ASSERT_TRUE(waitUntil([&] { return model.rowCount() == 50'000; }));
+    EXPECT_EQ(model.nodeAt(0)->size(), 50'000U);
+    EXPECT_EQ(model.nodeAt(49'999)->size(), 1U);
+
+    model.setDirectory({});
+    model.setDirectory(large->shared());
+    model.setDirectory(other->shared());
+    ASSERT_TRUE(waitUntil([&] { return model.rowCount() == 1; }));
+    EXPECT_EQ(model.nodeAt(0)->nameBytes(), "only");
+}
+
+TEST(FolderModel, NamesThatAreNoTextAreShownSafely)
+{
+    const auto tree = FileTree::create("/x");
+    const QByteArray odd = QByteArray(100, 'n') + "\n\xFF\xE2\x80\xAE" + QByteArray(150, 'n');
+    ASSERT_EQ(odd.size(), 255);
+    add(*tree, tree->root(), odd, 1);
+    FolderModel model;
+    model.setDirectory(tree->root()->shared());
+    const QString shown = model.data(model.index(0), FolderModel::NameRole).toString();
+    EXPECT_EQ(shown.count(QChar(QChar::ReplacementCharacter)), 3);
+    const auto ref = model.data(model.index(0), FolderModel::NodeRole).value<FileNodeRef>();
+    EXPECT_EQ(ref.node()->pathBytes(), "/x/" + odd);
+}

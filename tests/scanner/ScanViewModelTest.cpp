@@ -1,0 +1,174 @@
+#include "scanner/ScanViewModel.h"
+
+#include "core/NotificationNames.h"
+#include "platform/DefaultFileSystem.h"
+#include "platform/PathText.h"
+#include "sandbox/SandboxMachine.h"
+#include "sandbox/SandboxVolumes.h"
+#include "scanner/FileTree.h"
+#include "support/AwaitTask.h"
+
+#include <QUrl>
+
+#include <gtest/gtest.h>
+
+using namespace brivane;
+using namespace brivane::testing;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A machine with some files on its startup disk, and a view model on it.
+class ScanViewModelTest : public ::testing::Test {
+protected:
+    ScanViewModelTest()
+    {
+        m_machine.file(u"/data/big"_s, SandboxMachine::Size{3000});
+        m_machine.file(u"/data/deep/er/small"_s, SandboxMachine::Size{200});
+        auto volumes = std::make_unique<SandboxVolumes>(m_machine);
+        m_volumes = volumes.get();
+        m_owned = std::make_unique<OwnedHost>(m_machine.locations(), DefaultFileSystem::shared(),
+                                              std::move(volumes));
+        m_scan = std::make_unique<ScanViewModel>(m_owned->host());
+        EXPECT_TRUE(waitUntil([&] { return m_scan->volumes().size() == 1; }));
+    }
+
+    [[nodiscard]] bool isCompleted() const
+    {
+        return m_scan->scanState() == ScanViewModel::Completed;
+    }
+
+    FileNodeRef child(const FileNodeRef& node, std::string_view name)
+    {
+        for (FileNode* one : node.node()->children()) {
+            if (one->nameBytes() == name)
+                return FileNodeRef(one->shared());
+        }
+        return {};
+    }
+
+    SandboxMachine m_machine = SandboxMachine::temporary();
+    SandboxVolumes* m_volumes = nullptr;
+    std::unique_ptr<OwnedHost> m_owned;
+    std::unique_ptr<ScanViewModel> m_scan;
+};
+
+} // namespace
+
+TEST_F(ScanViewModelTest, VolumesComeAndGoAndTheSelectionStays)
+{
+    EXPECT_EQ(m_scan->selectedMountPoint(), m_volumes->startupDisk());
+    const QUuid selected = m_scan->selectedVolume()->id;
+    const QString drive = m_machine.directory(u"/Volumes/Drive"_s);
+    m_volumes->mount(drive, SandboxVolumes::externalDrive(u"Drive"_s));
+    m_owned->host().notifications.post(NotificationNames::diskSpaceChanged);
+    ASSERT_TRUE(waitUntil([&] { return m_scan->volumes().size() == 2; }));
+    EXPECT_EQ(m_scan->selectedVolume()->id, selected);
+
+    m_scan->selectVolume(drive);
+    m_volumes->unmount(drive);
+    m_scan->refreshVolumes();
+    ASSERT_TRUE(waitUntil([&] { return m_scan->volumes().size() == 1; }));
+    EXPECT_EQ(m_scan->selectedMountPoint(), drive);
+    m_scan->selectVolume(u"/not/listed"_s);
+    EXPECT_EQ(m_scan->selectedMountPoint(), drive);
+}
+
+TEST_F(ScanViewModelTest, AScanGoesFromScanningToCompletedWithItsFigures)
+{
+    m_scan->rescan();
+    EXPECT_EQ(m_scan->scanState(), ScanViewModel::Scanning);
+    EXPECT_FALSE(m_scan->hasTree());
+    ASSERT_TRUE(waitUntil([&] { return isCompleted(); }));
+    const ScanResult& result = *m_scan->scanResult();
+    EXPECT_EQ(result.rootNode->size(), 3200U);
+    EXPECT_EQ(result.totalFilesScanned, m_scan->progress().filesScanned);
+    EXPECT_GT(result.totalFilesScanned, 8);
+    const DiskInfo& disk = *m_scan->selectedVolume();
+    EXPECT_EQ(result.hiddenSpaceBytes, disk.totalSize - disk.freeSize - 3200);
+    EXPECT_EQ(m_scan->focusedNode(), m_scan->rootNode());
+    EXPECT_GT(m_scan->folderModel()->rowCount(), 0);
+    EXPECT_GT(m_scan->scanTick(), 0U);
+}
+
+TEST_F(ScanViewModelTest, HiddenSpaceIsNoneWhereTheFiguresDoNotTell)
+{
+    DiskInfo disk;
+    disk.totalSize = 1000;
+    disk.freeSize = 400;
+    EXPECT_EQ(ScanViewModel::hiddenSpace(disk, 500), 100U);
+    EXPECT_EQ(ScanViewModel::hiddenSpace(disk, 600), 0U);
+    EXPECT_EQ(ScanViewModel::hiddenSpace(disk, 601), 0U);
+    disk.freeSize = 1000;
+    EXPECT_EQ(ScanViewModel::hiddenSpace(disk, 0), 0U);
+    disk.freeSize = 2000;
+    EXPECT_EQ(ScanViewModel::hiddenSpace(disk, 0), 0U);
+}
+
+TEST_F(ScanViewModelTest, AFolderIsScannedByItsOwnPathAlsoThroughALinkAndAnOddName)
+{
+    const QByteArray odd = "odd %41\xFF\n";
+    m_machine.file(u"/"_s + PathText::fromBytes(odd) + u"/file"_s, SandboxMachine::Size{42});
+    m_machine.link(u"/link"_s, "data");
+    const QByteArray folder = PathText::toBytes(m_machine.path(u"/")) + '/' + odd;
+    const QUrl url(u"file://"_s + QString::fromLatin1(folder.toPercentEncoding("/")));
+    m_scan->scanFolderUrl(url);
+    ASSERT_TRUE(waitUntil([&] { return isCompleted(); }));
+    EXPECT_EQ(m_scan->rootNode().node()->pathBytes(), folder);
+    EXPECT_EQ(m_scan->rootNode().node()->size(), 42U);
+    EXPECT_EQ(m_scan->scanResult()->hiddenSpaceBytes, 0U);
+
+    m_scan->scanFolder(m_machine.path(u"/link"));
+    ASSERT_TRUE(waitUntil([&] { return isCompleted(); }));
+    EXPECT_EQ(m_scan->rootNode().node()->size(), 3200U);
+}
+
+TEST_F(ScanViewModelTest, TheFocusMovesDownAndUpAndStopsAtTheRoot)
+{
+    m_scan->scanFolder(m_machine.path(u"/data"));
+    ASSERT_TRUE(waitUntil([&] { return isCompleted(); }));
+    const FileNodeRef root = m_scan->rootNode();
+    const FileNodeRef deep = child(root, "deep");
+    m_scan->setSelectedNode(child(root, "big"));
+    m_scan->drillDown(child(root, "big")); // no directory
+    EXPECT_EQ(m_scan->focusedNode(), root);
+    m_scan->drillDown(deep);
+    EXPECT_EQ(m_scan->focusedNode(), deep);
+    EXPECT_FALSE(m_scan->selectedNode().isValid());
+    m_scan->drillDown(child(deep, "er"));
+    m_scan->drillUp();
+    EXPECT_EQ(m_scan->focusedNode(), deep);
+    m_scan->drillUp();
+    m_scan->drillUp();
+    EXPECT_EQ(m_scan->focusedNode(), root);
+}
+
+TEST_F(ScanViewModelTest, AStopKeepsTheTreeAndALateEndChangesNothing)
+{
+    m_scan->scanFolder(m_machine.path(u"/data"));
+    ASSERT_TRUE(waitUntil([&] { return isCompleted(); }));
+    m_scan->stopScan(); // only a scan that runs is stopped
+    EXPECT_TRUE(isCompleted());
+
+    m_scan->rescan();
+    m_scan->togglePause();
+    EXPECT_TRUE(m_scan->isPaused());
+    m_scan->stopScan();
+    EXPECT_EQ(m_scan->scanState(), ScanViewModel::Idle);
+    EXPECT_FALSE(m_scan->isPaused());
+
+    // The next scan waits for the stopped walk, which ends without a word.
+    m_scan->rescan();
+    ASSERT_TRUE(waitUntil([&] { return isCompleted(); }));
+    EXPECT_EQ(m_scan->rootNode().node()->size(), 3200U);
+}
+
+TEST_F(ScanViewModelTest, AFailureIsShownAndTheNextScanClearsIt)
+{
+    m_scan->startScan(QString());
+    ASSERT_TRUE(waitUntil([&] { return m_scan->scanState() == ScanViewModel::Error; }));
+    EXPECT_EQ(m_scan->errorMessage(), u"Failed to open  for scanning: No such file or directory");
+    m_scan->rescan();
+    EXPECT_TRUE(m_scan->errorMessage().isEmpty());
+    ASSERT_TRUE(waitUntil([&] { return isCompleted(); }));
+}

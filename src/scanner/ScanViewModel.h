@@ -76,6 +76,9 @@ public:
     /// Shows the parent of the directory that is shown.
     Q_INVOKABLE void drillUp();
 
+    /// Blocks until no walk runs. For tests and benchmarks.
+    void waitForWalk() { m_walkThread.waitForDone(); }
+
     [[nodiscard]] const QList<DiskInfo>& volumes() const { return m_volumeModel.volumes(); }
     [[nodiscard]] VolumeListModel* volumeModel() { return &m_volumeModel; }
     [[nodiscard]] FolderModel* folderModel() { return &m_folderModel; }

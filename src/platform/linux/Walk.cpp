@@ -22,6 +22,10 @@ namespace {
 /// Directories that have to be waiting before threads are worth their start.
 constexpr std::size_t waitingWorthWorkers = 4;
 
+/// The owner reads as well, so there is one worker less than there are cores. But where attributes
+/// have to come from the disk, threads wait more than they work, and three hide that well.
+constexpr unsigned fewestWorkers = 3;
+
 /// Mount points below `start` that may never answer.
 std::vector<std::string> unresponsiveMountsBelow(const QByteArray& start)
 {
@@ -192,8 +196,8 @@ private:
             return;
         m_hasWorkers = true;
         unsigned count = m_queue->options.workers;
-        if (count == 0) // the owner reads as well, so one less than there are cores
-            count = std::max(2U, std::thread::hardware_concurrency()) - 1;
+        if (count == 0)
+            count = std::max(fewestWorkers, std::thread::hardware_concurrency() - 1);
         for (unsigned i = 0; i < count; ++i) {
             m_queue->workerStarts();
             std::thread(readAhead, m_queue).detach();

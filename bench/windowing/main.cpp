@@ -1,0 +1,172 @@
+// Scans in the real window. A timer of 10 ms on the GUI thread shows what keeps it from its work.
+
+#include "app/BrivaneApp.h"
+#include "core/Log.h"
+#include "platform/DefaultFileSystem.h"
+#include "platform/PathText.h"
+#include "platform/Volumes.h"
+#include "sandbox/SandboxMachine.h"
+#include "scanner/ScanViewModel.h"
+
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QQuickWindow>
+#include <QTimer>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace brivane;
+
+namespace {
+
+using Milliseconds = double;
+
+/// How late the GUI thread's timer fired.
+class Lateness : public QObject {
+public:
+    Lateness()
+    {
+        m_timer.setTimerType(Qt::PreciseTimer);
+        connect(&m_timer, &QTimer::timeout, this, [this] {
+            const Milliseconds since = static_cast<double>(m_clock.nsecsElapsed()) / 1e6;
+            m_clock.start();
+            m_all.push_back(std::max(0.0, since - interval));
+        });
+        m_clock.start();
+        m_timer.start(interval);
+    }
+
+    void report(const char* what)
+    {
+        std::ranges::sort(m_all);
+        const auto at = [this](double share) {
+            return m_all[static_cast<std::size_t>(share * static_cast<double>(m_all.size() - 1))];
+        };
+        std::printf("%-22s timer late: median %.1f ms, 99 %% %.1f ms, worst %.1f ms (%zu times)\n",
+                    what, at(0.5), at(0.99), at(1), m_all.size());
+        startAfresh();
+    }
+
+    void startAfresh()
+    {
+        m_all.clear();
+        m_clock.start();
+    }
+
+private:
+    static constexpr int interval = 10;
+    QTimer m_timer;
+    QElapsedTimer m_clock;
+    std::vector<Milliseconds> m_all;
+};
+
+void run(const std::function<bool()>& isDone)
+{
+    QTimer tick; // looks again although nothing happens
+    tick.start(1);
+    while (!isDone())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void runFor(Milliseconds duration)
+{
+    QElapsedTimer clock;
+    clock.start();
+    run([&] { return static_cast<double>(clock.nsecsElapsed()) / 1e6 >= duration; });
+}
+
+bool emptyCaches()
+{
+    const int file = ::open("/proc/sys/vm/drop_caches", O_WRONLY | O_CLOEXEC);
+    ::sync();
+    const bool isDone = file >= 0 && ::write(file, "3", 1) == 1;
+    ::close(file);
+    return isDone;
+}
+
+void scanOnce(ScanViewModel& scan, const QString& path, Lateness& lateness, const char* what)
+{
+    QElapsedTimer clock;
+    std::vector<Milliseconds> reports;
+    const auto connection = QObject::connect(&scan, &ScanViewModel::scanTickChanged, [&] {
+        reports.push_back(static_cast<double>(clock.nsecsElapsed()) / 1e6);
+    });
+    clock.start();
+    scan.startScan(path);
+    run([&] { return scan.scanState() != ScanViewModel::Scanning; });
+    QObject::disconnect(connection);
+    lateness.report(what);
+    std::printf("%-22s %lld files in %.2f s, reports after", "",
+                static_cast<long long>(scan.progress().filesScanned),
+                scan.scanResult() ? scan.scanResult()->scanDuration : 0.0);
+    for (const Milliseconds at : reports)
+        std::printf(" %.0f", at);
+    std::printf(" ms\n");
+}
+
+/// Stops a scan at several moments and waits for its walk to end.
+void stopSeveralTimes(ScanViewModel& scan, const QString& path, Lateness& lateness)
+{
+    Milliseconds worstStop = 0;
+    for (const Milliseconds moment : {5.0, 50.0, 120.0, 250.0, 400.0}) {
+        for (const bool isPaused : {false, true}) {
+            scan.startScan(path);
+            runFor(moment);
+            if (isPaused)
+                scan.togglePause();
+            if (isPaused)
+                runFor(30);
+            QElapsedTimer clock;
+            clock.start();
+            scan.stopScan();
+            scan.waitForWalk();
+            worstStop = std::max(worstStop, static_cast<double>(clock.nsecsElapsed()) / 1e6);
+        }
+    }
+    std::printf("%-22s worst of 10: %.1f ms until the walk had ended\n", "stop", worstStop);
+    lateness.report("  the same");
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QGuiApplication application(argc, argv);
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: bench_window PATH [SCANS]\n");
+        return 2;
+    }
+    const QString path = PathText::fromBytes(argv[1]);
+    const int scans = argc > 2 ? std::max(1, std::atoi(argv[2])) : 5;
+    const LogCapture quiet;
+    // Preferences go to a sandbox; what is scanned is the machine itself.
+    const SandboxMachine machine = SandboxMachine::temporary();
+    OwnedHost host(machine.locations(), DefaultFileSystem::shared());
+    Host::setShared(host.host());
+    BrivaneApp::prepareProcess();
+    BrivaneApp app(host.host());
+    QQuickWindow* window = app.open();
+    if (!window)
+        return 1;
+    app.setOnboarded(true);
+    ScanViewModel& scan = *app.scanViewModel();
+    runFor(500);
+
+    Lateness lateness;
+    runFor(1000);
+    lateness.report("idle");
+    if (emptyCaches()) {
+        runFor(200); // the program's own pages come back
+        lateness.startAfresh();
+        scanOnce(scan, path, lateness, "scan, empty caches");
+    }
+    for (int i = 0; i < scans; ++i)
+        scanOnce(scan, path, lateness, "scan, warm");
+    stopSeveralTimes(scan, path, lateness);
+    return 0;
+}

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Layouts
 import QtQuick.Templates as T
 import Brivane.Components
 import Brivane.Scanner
@@ -52,34 +53,25 @@ T.ItemDelegate {
         border.color: ColorPalette.faded(ColorPalette.accent, 0.8)
     }
 
-    contentItem: Item {
-        Symbol {
-            id: symbol
+    contentItem: RowLayout {
+        spacing: Metrics.spacingSmall
 
-            anchors.left: parent.left
-            anchors.leftMargin: Metrics.spacingMedium
-            anchors.verticalCenter: parent.verticalCenter
+        Symbol {
+            Layout.leftMargin: Metrics.spacingMedium
             name: root.isDirectory ? "folder.fill" : "doc.fill"
             size: 18
             color: root.isDirectory ? ColorPalette.accent : ColorPalette.subtleText
         }
         AppText {
-            anchors.left: symbol.right
-            anchors.leftMargin: Metrics.spacingSmall
-            anchors.right: bar.left
-            anchors.rightMargin: Metrics.spacingLarge
-            anchors.verticalCenter: parent.verticalCenter
+            Layout.fillWidth: true
             elide: Text.ElideMiddle
             text: root.name
             Accessible.ignored: true
         }
         Rectangle {
-            id: bar
-
-            anchors.right: size.left
-            anchors.verticalCenter: parent.verticalCenter
-            width: Math.round(Math.min(260, root.width * 0.22))
-            height: 4
+            Layout.preferredWidth: Math.round(Math.min(260, root.width * 0.22))
+            Layout.preferredHeight: 4
+            Layout.leftMargin: Metrics.spacingSmall
             radius: 2
             color: ColorPalette.faded("white", 0.05)
 
@@ -91,22 +83,13 @@ T.ItemDelegate {
             }
         }
         AppText {
-            id: size
-
-            anchors.right: chevron.left
-            anchors.rightMargin: Metrics.spacingSmall
-            anchors.verticalCenter: parent.verticalCenter
-            width: 120
+            Layout.preferredWidth: 112
             horizontalAlignment: Text.AlignRight
             text: root.sizeText
             Accessible.ignored: true
         }
         Symbol {
-            id: chevron
-
-            anchors.right: parent.right
-            anchors.rightMargin: Metrics.spacingSmall
-            anchors.verticalCenter: parent.verticalCenter
+            Layout.rightMargin: Metrics.spacingSmall
             opacity: root.isDirectory && root.hasChildren ? 1 : 0
             name: "chevron.right"
             size: 16

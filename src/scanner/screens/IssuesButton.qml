@@ -18,41 +18,24 @@ HoverPillButton {
     T.Popup {
         id: popup
 
+        property list<string> lines
+
         objectName: "issuesPopup"
         y: -height - Metrics.spacingSmall
         width: 560
-        height: Math.min(360, list.contentHeight + 2 * Metrics.spacingMedium)
+        height: Math.min(360, lines.length * 24 + 2 * Metrics.spacingMedium)
         padding: Metrics.spacingMedium
         focus: true
         closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
-        onAboutToShow: list.model = root.stats.issueLines()
+        onAboutToShow: lines = root.stats.issueLines()
 
         background: Rectangle {
             radius: Metrics.radiusMedium
             color: ColorPalette.surfaceLight
             border.color: ColorPalette.hairlineStrong
         }
-        contentItem: ListView {
-            id: list
-
-            T.ScrollBar.vertical: AppScrollBar {}
-            clip: true
-            focus: true
-            boundsBehavior: Flickable.StopAtBounds
-            Accessible.role: Accessible.List
-            Accessible.name: qsTr("Entries that could not be read")
-
-            delegate: AppText {
-                required property string modelData
-
-                width: list.width
-                height: 24
-                verticalAlignment: Text.AlignVCenter
-                elide: Text.ElideMiddle
-                text: modelData
-                textStyle: AppText.Style.Callout
-            }
-
+        contentItem: IssueList {
+            lines: popup.lines
         }
     }
 }

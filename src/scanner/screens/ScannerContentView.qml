@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Dialogs
-import Brivane.Components
 import Brivane.Scanner
 
 // The scanner's module: the screen that belongs to the state of the scan.

@@ -1,5 +1,7 @@
 import QtQuick
+import QtQuick.Layouts
 import Brivane.Components
+import Brivane.Scanner
 
 // A volume to choose: what it is, how full it is.
 BaseButton {
@@ -26,52 +28,30 @@ BaseButton {
         emphasized: root.liveliness > 0
     }
 
-    contentItem: Item {
-        IconTile {
-            id: tile
+    contentItem: RowLayout {
+        spacing: Metrics.spacingLarge
 
-            anchors.left: parent.left
-            anchors.verticalCenter: parent.verticalCenter
+        IconTile {
             icon: root.iconName
             size: 44
         }
 
-        Column {
-            anchors.left: tile.right
-            anchors.leftMargin: Metrics.spacingLarge
-            anchors.right: chevron.left
-            anchors.rightMargin: Metrics.spacingLarge
-            anchors.verticalCenter: parent.verticalCenter
+        ColumnLayout {
+            Layout.fillWidth: true
             spacing: Metrics.spacingTiny + 2
 
-            Row {
+            RowLayout {
                 spacing: Metrics.spacingSmall
 
                 AppText {
-                    id: nameText
-
-                    width: Math.min(implicitWidth, 340)
+                    Layout.maximumWidth: 340
                     elide: Text.ElideMiddle
                     text: root.name
                     textStyle: AppText.Style.Heading
                 }
-                Rectangle {
-                    anchors.verticalCenter: nameText.verticalCenter
+                Badge {
                     visible: root.isBoot
-                    width: badge.implicitWidth + 2 * Metrics.spacingSmall - 2
-                    height: 18
-                    radius: height / 2
-                    color: ColorPalette.faded(ColorPalette.accent, 0.16)
-
-                    AppText {
-                        id: badge
-
-                        anchors.centerIn: parent
-                        text: qsTr("Boot")
-                        textStyle: AppText.Style.Caption
-                        font.weight: Font.Medium
-                        color: ColorPalette.lightened(ColorPalette.accent, 0.3)
-                    }
+                    text: qsTr("Boot")
                 }
             }
             AppText {
@@ -79,16 +59,12 @@ BaseButton {
                 textStyle: AppText.Style.Callout
             }
             UsageBar {
-                width: parent.width
+                Layout.fillWidth: true
                 fraction: root.usedFraction
             }
         }
 
         Symbol {
-            id: chevron
-
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
             name: "chevron.right"
             size: 18
             color: ColorPalette.subtleText

@@ -6,7 +6,9 @@
 #include "scanner/FileTree.h"
 #include "scanner/ScanViewModel.h"
 
+#include <QCoreApplication>
 #include <QCoroTimer>
+#include <QDeadlineTimer>
 #include <QImage>
 #include <QQuickWindow>
 
@@ -21,6 +23,7 @@ namespace {
 
 constexpr int polls = 500;
 constexpr auto pollInterval = 20ms;
+constexpr auto settlingTime = 60ms;
 
 /// The child of `node` with this name; null if there is none.
 FileNode* childOf(const FileNode& node, QStringView name)
@@ -95,6 +98,10 @@ QCoro::Task<bool> Tour::run()
 
 void Tour::takePicture(const QString& name)
 {
+    // What has changed is laid out in the next frames, which come by the event loop.
+    const QDeadlineTimer settled(settlingTime);
+    while (!settled.hasExpired())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     const QString file = m_pictures + u'/' + name + m_suffix + u".png"_s;
     if (!m_window->grabWindow().save(file)) {
         std::fprintf(stderr, "%s could not be written\n", qPrintable(file));

@@ -3,6 +3,7 @@
 #include "platform/FileDescriptor.h"
 #include "platform/PathText.h"
 #include "sandbox/ClearFolder.h"
+#include "sandbox/NastyTree.h"
 
 #include <system_error>
 #include <utility>
@@ -179,17 +180,10 @@ SandboxCommand SandboxMachine::command(QStringView cataloguePath) const
 
 std::optional<QString> SandboxMachine::secondDevice()
 {
-    if (m_secondDevice.isEmpty()) {
-        struct stat here {};
-        struct stat there {};
-        const char* memory = "/dev/shm";
-        if (::stat(m_folder.constData(), &here) != 0 || ::stat(memory, &there) != 0 ||
-            here.st_dev == there.st_dev)
-            return std::nullopt;
-        m_secondDevice = makeTemporary(memory);
-        if (m_secondDevice.isEmpty())
-            return std::nullopt;
-    }
+    if (m_secondDevice.isEmpty())
+        m_secondDevice = makeFolderOnOtherDevice(m_folder);
+    if (m_secondDevice.isEmpty())
+        return std::nullopt;
     return PathText::fromBytes(m_secondDevice);
 }
 

@@ -1,6 +1,7 @@
 #include "platform/UserDefaults.h"
 
 #include "platform/FileDescriptor.h"
+#include "platform/FileWriting.h"
 #include "platform/PathText.h"
 #include "platform/PropertyList.h"
 
@@ -46,48 +47,12 @@ Loaded load(const QByteArray& file)
     return {Content::Good, value->toMap()};
 }
 
-bool makeDirectories(const QByteArray& directory)
-{
-    if (::mkdir(directory.constData(), 0700) == 0 || errno == EEXIST)
-        return true;
-    if (errno != ENOENT)
-        return false;
-    const qsizetype slash = directory.lastIndexOf('/');
-    if (slash <= 0 || !makeDirectories(directory.first(slash)))
-        return false;
-    return ::mkdir(directory.constData(), 0700) == 0 || errno == EEXIST;
-}
-
-bool writeAll(int descriptor, QByteArrayView bytes)
-{
-    while (!bytes.isEmpty()) {
-        const ssize_t written =
-            ::write(descriptor, bytes.data(), static_cast<size_t>(bytes.size()));
-        if (written < 0 && errno != EINTR)
-            return false;
-        bytes = bytes.sliced(std::max<ssize_t>(written, 0));
-    }
-    return true;
-}
-
 /// Replaces `file` by `bytes`: a reader, or a start after a crash, sees the old or the new content.
 bool replaceFile(const QByteArray& file, QByteArrayView bytes)
 {
-    const QByteArray directory = file.first(std::max<qsizetype>(file.lastIndexOf('/'), 1));
-    if (!makeDirectories(directory))
-        return false;
-    QByteArray temporary = file + ".XXXXXX";
-    FileDescriptor descriptor(::mkostemp(temporary.data(), O_CLOEXEC));
-    if (!descriptor.isValid())
-        return false;
-    const bool isWritten = writeAll(descriptor.get(), bytes) && ::fsync(descriptor.get()) == 0 &&
-                           ::rename(temporary.constData(), file.constData()) == 0;
-    if (!isWritten) {
-        ::unlink(temporary.constData());
-        return false;
-    }
-    const FileDescriptor folder(::open(directory.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    return folder.isValid() && ::fsync(folder.get()) == 0;
+    const QString path = PathText::fromBytes(file);
+    const QString folder = path.left(path.lastIndexOf(u'/'));
+    return makeDirectoryWithParents(folder, 0700) && writeFileAtomically(path, bytes, 0600);
 }
 
 /// Gives a file that cannot be understood another name, so that nothing in it is lost.

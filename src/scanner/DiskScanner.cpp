@@ -68,18 +68,20 @@ FileNodePtr DiskScanner::scan(const QString& path, const Progress& report)
         if (report)
             report(progress);
     };
-    const auto giveUp = [&]() -> ScanError {
+    const auto stopIfCancelled = [&](bool wasPaused) {
+        if (!m_isCancelled.value())
+            return;
         builder.settle();
-        Log::scanner.notice(u"Scan cancelled at %1 files"_s.arg(progress.filesScanned));
-        return ScanError::cancelled();
+        if (!wasPaused)
+            Log::scanner.notice(u"Scan cancelled at %1 files"_s.arg(progress.filesScanned));
+        throw ScanError::cancelled();
     };
 
     Walk walk(bytes, {.cancelled = m_isCancelled.raw()});
     auto lastReport = start;
     while (const WalkEntry* entry = walk.next()) {
-        waitWhilePaused();
-        if (m_isCancelled.value())
-            throw giveUp();
+        stopIfCancelled(false);
+        stopIfCancelled(waitWhilePaused());
         ++progress.filesScanned;
         if (const auto now = m_clock.monotonicNow(); now - lastReport >= reportInterval) {
             builder.settle();
@@ -92,8 +94,7 @@ FileNodePtr DiskScanner::scan(const QString& path, const Progress& report)
             progress.bytesProcessed += entry->attributes.size;
         builder.add(*entry, walk);
     }
-    if (m_isCancelled.value())
-        throw giveUp();
+    stopIfCancelled(false);
 
     builder.finish();
     progress.isComplete = true;
@@ -120,13 +121,14 @@ void DiskScanner::resume()
     m_pauseEnds.notify_all();
 }
 
-void DiskScanner::waitWhilePaused()
+bool DiskScanner::waitWhilePaused()
 {
     if (!m_pauseFlag.value())
-        return;
+        return false;
     std::unique_lock lock(m_pauseMutex);
     while (m_pauseFlag.value() && !m_isCancelled.value())
         m_pauseEnds.wait_for(lock, pausePoll);
+    return true;
 }
 
 } // namespace brivane

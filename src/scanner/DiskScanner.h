@@ -65,7 +65,8 @@ public:
 private:
     class Builder;
 
-    void waitWhilePaused();
+    /// Whether there was a pause.
+    bool waitWhilePaused();
 
     Clock& m_clock;
     AtomicFlag m_isCancelled;

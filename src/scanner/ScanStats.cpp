@@ -13,6 +13,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// A path may be of any length, and laying out a text costs its length at every report.
+constexpr qsizetype longestShownPath = 400;
+
 /// A size below which something could not be read is a lower bound.
 QString sizeText(const FileNode& node)
 {
@@ -54,7 +57,11 @@ QString ScanStats::rateText() const
 
 QString ScanStats::currentPath() const
 {
-    return PathText::forDisplay(m_viewModel.progress().currentPath);
+    const QString& path = m_viewModel.progress().currentPath;
+    if (path.size() <= longestShownPath)
+        return PathText::forDisplay(path);
+    constexpr qsizetype half = longestShownPath / 2;
+    return PathText::forDisplay(path.left(half) + u'…' + path.right(half));
 }
 
 QString ScanStats::focusName() const

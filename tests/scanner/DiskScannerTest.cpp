@@ -235,6 +235,39 @@ TEST(DiskScanner, ACancelEndsARunningAndAPausedWalkAndKeepsWhatWasFound)
     EXPECT_EQ(scanner.scan(machine.path(u"/data"))->fileCount(), 4 * 341);
 }
 
+TEST(DiskScanner, DepthWidthAndNamesHaveNoLimitOfOurs)
+{
+    // In memory where there is such a place: file systems on disks take long to make many files.
+    if (::access("/dev/shm", W_OK) == 0)
+        ::setenv("TMPDIR", "/dev/shm", 1);
+    const SandboxMachine machine = SandboxMachine::temporary();
+    ::unsetenv("TMPDIR");
+    const QByteArray data = PathText::toBytes(machine.directory(u"/data"_s));
+    buildDeepChain(data + "/chain", 10'000);
+    buildFlatFolder(data + "/flat", 1'000'000);
+    const QByteArray name = "\n\xFF\xE2\x80\xAE" + QByteArray(250, 'n');
+    machine.file(u"/data/"_s + PathText::fromBytes(name), SandboxMachine::Size{12});
+    SteppingClock clock(1ms);
+    const FileNodePtr root = DiskScanner(clock).scan(PathText::fromBytes(data));
+    EXPECT_EQ(root->fileCount(), 1'000'002);
+    std::map<std::string_view, FileNode*> children;
+    for (FileNode* child : root->children())
+        children[child->nameBytes()] = child;
+    EXPECT_EQ(children.at("flat")->childCount(), 1'000'000U);
+    EXPECT_EQ(children.at({name.constData(), 255})->pathBytes(), data + '/' + name);
+    FileNode* deepest = children.at("chain");
+    while (deepest->isDirectory())
+        deepest = deepest->children().front();
+    EXPECT_EQ(deepest->nameBytes(), "bottom");
+    EXPECT_EQ(deepest->pathBytes().count('/'), data.count('/') + 10'002);
+    // What a node costs beyond its name.
+    const FileTree& tree = root->tree();
+    std::size_t names = 0;
+    for (const FileNode* child : children.at("flat")->children())
+        names += child->nameBytes().size();
+    EXPECT_LT(tree.memoryUse() - names, tree.nodeCount() * 64);
+}
+
 TEST(DiskScanner, PathsThatCannotBeWalkedSayWhy)
 {
     SteppingClock clock;

@@ -1,0 +1,187 @@
+#include "removal/SafetyChecker.h"
+
+#include "platform/Host.h"
+#include "platform/PathText.h"
+#include "removal/PathMatch.h"
+#include "removal/tables/BlockedPaths.h"
+#include "removal/tables/BlockedPrefixes.h"
+#include "removal/tables/CautionPrefixes.h"
+#include "removal/tables/CleanerAreas.h"
+#include "removal/tables/DangerousExtensions.h"
+#include "removal/tables/HomeBlockedPaths.h"
+#include "removal/tables/HomeWarningPaths.h"
+
+#include <algorithm>
+
+using namespace brivane::SafetyTables;
+using brivane::PathMatch::liesBelow;
+using brivane::PathMatch::liesIn;
+
+namespace brivane {
+
+namespace {
+
+using Level = SafetyChecker::SafetyLevel;
+using Case = Level::Case;
+
+Level level(Case which, QStringView before, QStringView subject = {}, QStringView after = {})
+{
+    QString text;
+    text.reserve(before.size() + subject.size() + after.size());
+    text += before;
+    text += subject;
+    text += after;
+    return {which, text};
+}
+
+/// The first entry of `table`, which is searched in its order, that `matches` accepts together with
+/// `path`; null when there is none.
+template<typename Table, typename Matches>
+QStringView firstMatch(const Table& table, QStringView path, Matches matches)
+{
+    const auto* const found =
+        std::ranges::find_if(table, [=](QStringView entry) { return matches(path, entry); });
+    return found != std::end(table) ? *found : QStringView();
+}
+
+QStringView lastComponent(QStringView path)
+{
+    return path.size() > 1 ? path.sliced(path.lastIndexOf(u'/') + 1) : path;
+}
+
+/// The entry of dangerousExtensions that is the extension of `name`, if one is.
+QStringView dangerousExtension(QStringView name)
+{
+    const qsizetype dot = name.lastIndexOf(u'.');
+    if (dot <= 0) // a name that only starts with a dot has no extension
+        return {};
+    const QStringView extension = name.sliced(dot + 1);
+    for (const QStringView entry : dangerousExtensions) {
+        if (extension.size() == entry.size() && extension.toString().toLower() == entry)
+            return entry;
+    }
+    return {};
+}
+
+/// What follows "Library/Application Support/" in `relative`, up to the next slash.
+QStringView applicationFolder(QStringView relative)
+{
+    constexpr QStringView support = u"Library/Application Support/";
+    if (!liesBelow(relative, support))
+        return {};
+    const QStringView rest = relative.sliced(support.size());
+    const qsizetype slash = rest.indexOf(u'/');
+    return slash < 0 ? rest : rest.first(slash);
+}
+
+Level rateInHome(QStringView relative)
+{
+    if (const auto entry = firstMatch(homeBlockedPaths, relative, liesIn); !entry.isNull())
+        return level(Case::blocked, u"'", entry,
+                     u"' contains security credentials (passwords, keys, tokens). Deleting it "
+                     u"will lock you out of services.");
+    if (const auto entry = firstMatch(homeWarningPaths, relative, liesIn); !entry.isNull())
+        return level(Case::warning, u"'", entry,
+                     u"' contains important user data. Deleting it may cause data loss. Make a "
+                     u"backup first.");
+    if (const QStringView folder = applicationFolder(relative); !folder.isEmpty())
+        return level(Case::caution, u"Application data for '", PathText::forDisplay(folder),
+                     u"'. Deleting may reset the app or cause data loss.");
+    return {};
+}
+
+} // namespace
+
+SafetyChecker::SafetyChecker(const Locations& locations)
+    : m_spellings(locations)
+    , m_home(PathSpellings::withPrivate(m_spellings.home()))
+{
+}
+
+const SafetyChecker& SafetyChecker::shared()
+{
+    static const SafetyChecker checker(Host::shared().locations);
+    return checker;
+}
+
+Level SafetyChecker::check(const QString& path) const
+{
+    const std::optional<QString> plain = m_spellings.plain(path);
+    if (!plain)
+        return level(Case::blocked, u"'", PathText::forDisplay(path),
+                     u"' does not say where it lies. It cannot be deleted.");
+    return rateAllSpellings(*plain);
+}
+
+Level SafetyChecker::rateAllSpellings(const QString& plain) const
+{
+    const QString spelled = PathSpellings::withPrivate(plain);
+    Level gravest = rate(spelled);
+    for (const QString& other : m_spellings.others(spelled)) {
+        if (Level another = rate(other); another.which > gravest.which)
+            gravest = std::move(another);
+    }
+    return gravest;
+}
+
+Level SafetyChecker::rate(QStringView path) const
+{
+    const QStringView name = lastComponent(path);
+    if (const QStringView extension = dangerousExtension(name); !extension.isNull())
+        return level(Case::blocked, u"This file (", extension,
+                     u") contains encryption keys or passwords. Deleting it will cause "
+                     u"irreversible data loss.");
+    if (!firstMatch(blockedPaths, path, PathMatch::isSame).isNull())
+        return level(Case::blocked, u"'", PathText::forDisplay(name),
+                     u"' is a system-critical directory. Deleting it will break macOS.");
+    const bool isApplication = path.endsWith(u".app");
+    if (isApplication && PathMatch::startsWith(path, u"/System/Applications"))
+        return level(Case::blocked, u"'", PathText::forDisplay(name),
+                     u"' is a system application and cannot be deleted.");
+    if (liesBelow(path, u"/usr/local/"))
+        return level(Case::caution, u"Files in /usr/local/ are user-installed (e.g., Homebrew). "
+                                    u"Deleting may break installed tools.");
+    if (const auto prefix = firstMatch(blockedPrefixes, path, liesBelow); !prefix.isNull())
+        return level(Case::blocked, u"Files in ", prefix,
+                     u" are protected by System Integrity Protection (SIP). They cannot be "
+                     u"deleted.");
+    if (isApplication && liesBelow(path, u"/Applications/"))
+        return level(Case::caution, u"'", PathText::forDisplay(name),
+                     u"' is an installed application. Uninstall properly to remove all "
+                     u"associated data.");
+    // What follows the home directory's name need not be a slash: a neighbour whose name goes on
+    // gets a rest that hardly matches anything.
+    if (path.size() > m_home.size() && path.startsWith(m_home)) {
+        if (Level found = rateInHome(path.sliced(m_home.size() + 1)); found.which != Case::safe)
+            return found;
+    }
+    if (const auto prefix = firstMatch(cautionPrefixes, path, liesBelow); !prefix.isNull())
+        return level(Case::caution, u"Files in ", prefix,
+                     u" may affect system services or applications. Review before deleting.");
+    return {};
+}
+
+bool SafetyChecker::isCleanerSafe(const QString& path) const
+{
+    const std::optional<QString> plain = m_spellings.plain(path);
+    if (!plain)
+        return false;
+    if (isInCleanerArea(*plain))
+        return true;
+    if (const auto inner = m_spellings.belowRoot(*plain); inner && isInCleanerArea(*inner))
+        return true;
+    return rateAllSpellings(*plain).which <= Case::caution;
+}
+
+bool SafetyChecker::isInCleanerArea(QStringView path) const
+{
+    if (!firstMatch(cleanerAreas, path, liesBelow).isNull())
+        return true;
+    if (!path.startsWith(m_spellings.home()))
+        return false;
+    const QStringView inHome = path.sliced(m_spellings.home().size());
+    return !firstMatch(homeCleanerAreas, inHome, liesBelow).isNull() ||
+           !firstMatch(homeCleanerFolders, inHome, liesIn).isNull();
+}
+
+} // namespace brivane

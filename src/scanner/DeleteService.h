@@ -1,0 +1,78 @@
+#pragma once
+
+#include "platform/FileIdentity.h"
+#include "platform/Host.h"
+#include "removal/SafetyChecker.h"
+#include "scanner/FileNode.h"
+
+#include <QCoroTask>
+#include <QFuture>
+#include <QList>
+#include <QObject>
+#include <QStringList>
+#include <QThreadPool>
+
+namespace brivane {
+
+class AtomicFlag;
+
+/// Keeps the list of nodes that the user has staged for removal, and removes them.
+///
+/// GUI thread; whatever touches the disk runs on a thread of the service's own, in the order in
+/// which it was asked for. A staged node keeps its tree alive. What is removed is the object that
+/// was staged: one that has changed or been replaced since is left alone and counts as failed.
+class DeleteService : public QObject {
+    Q_OBJECT
+
+public:
+    struct Outcome {
+        qsizetype removedCount = 0;
+        QStringList failedPaths;
+    };
+
+    explicit DeleteService(Host& host, QObject* parent = nullptr);
+    /// Waits for the item that is being removed, if one is; those after it stay where they are.
+    ~DeleteService() override;
+
+    /// Appends `node`, which is not null, to the pending ones and marks it, unless its path is
+    /// `blocked` or it is pending already. Gives the rating of its path in every case.
+    SafetyChecker::SafetyLevel stageForDeletion(const FileNodePtr& node);
+
+    /// Unmarks all pending nodes and forgets them. A removal that is under way ends after the item
+    /// that it is at.
+    void clearPending();
+
+    /// Removes the pending nodes, in order: to the Trash or, where that fails, for good. What
+    /// failed stays pending and marked; it is named in the result. Removed nodes stay in their
+    /// tree. Posts diskSpaceChanged if anything is gone. Does nothing while an earlier call has not
+    /// ended.
+    QCoro::Task<Outcome> executeDeletion();
+
+    /// In the order in which they were staged.
+    [[nodiscard]] QList<FileNodePtr> pendingItems() const;
+    /// Bytes: the sum over the pending nodes.
+    [[nodiscard]] quint64 pendingSize() const;
+
+Q_SIGNALS:
+    void pendingItemsChanged();
+
+private:
+    struct Pending {
+        FileNodePtr node;
+        QFuture<Result<FileIdentity>> identity; ///< of the time when it was staged
+    };
+    struct Order;
+    struct Report;
+
+    [[nodiscard]] std::vector<Order> orders() const;
+    static Report carryOut(const std::vector<Order>& orders, FileSystemProviding& fileSystem,
+                           const AtomicFlag& stop);
+
+    Host& m_host;
+    SafetyChecker m_checker;
+    std::vector<Pending> m_pending;
+    std::shared_ptr<AtomicFlag> m_stop; ///< of the removal that is under way, null when none is
+    QThreadPool m_worker;               ///< one thread
+};
+
+} // namespace brivane

@@ -53,7 +53,8 @@ QCoro::Task<bool> Tour::run()
         app.setOnboarded(true);
     }
 
-    ScanViewModel& scan = *app.scanViewModel();
+    ScanViewModel& scan = *app.shell()->scanViewModel();
+    app.shell()->setAppMode(AppMode::scanner);
     const auto isListed = [&] { return scan.volumes().size() == 2; };
     co_await waitFor(u"volumes"_s, isListed);
     takePicture(u"scanner-volumes"_s);

@@ -27,7 +27,7 @@ Window {
         id: mainView
 
         MainView {
-            viewModel: root.app.scanViewModel
+            shell: root.app.shell
         }
     }
 

@@ -66,6 +66,20 @@ void BrivaneApp::listenToKeys()
         new KeyboardShortcutHandler(*m_window, *shell());
 }
 
+void BrivaneApp::bringToFront(const QByteArray& token)
+{
+    if (!m_window)
+        return;
+    // Where the platform looks for it: on Wayland nobody gets the focus without.
+    if (!token.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", token);
+    m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
+    m_window->show();
+    m_window->raise();
+    m_window->requestActivate();
+    qunsetenv("XDG_ACTIVATION_TOKEN");
+}
+
 void BrivaneApp::setOnboarded(bool onboarded)
 {
     if (!onboarded)

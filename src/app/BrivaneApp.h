@@ -38,6 +38,10 @@ public:
     /// Makes the main window. Null if it cannot be made; the reason is on standard error then.
     QQuickWindow* open();
 
+    /// Shows the window above the others. `token` is the desktop's permission to take the focus, as
+    /// SingleInstance brings it; empty for none.
+    void bringToFront(const QByteArray& token);
+
     [[nodiscard]] bool hasFullDiskAccess() const { return m_hasFullDiskAccess; }
     [[nodiscard]] bool isOnboarded() const { return m_hasFullDiskAccess || m_onboardingCompleted; }
     /// True ends the onboarding for this start and all later ones; false is ignored.

@@ -27,6 +27,7 @@ Window {
         id: mainView
 
         MainView {
+            focus: true
             shell: root.app.shell
         }
     }
@@ -35,6 +36,7 @@ Window {
         id: onboarding
 
         OnboardingPage {
+            focus: true
             onFinished: root.app.isOnboarded = true
         }
     }

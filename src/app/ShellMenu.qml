@@ -10,14 +10,24 @@ T.Popup {
     required property ShellViewModel shell
     property bool byKeyboard: false
 
+    // Opens or closes; opened by keyboard, it begins with its first item.
+    function toggle(isByKeyboard: bool): void {
+        byKeyboard = isByKeyboard;
+        if (visible)
+            close();
+        else
+            open();
+    }
+
     function reach(index: int): void {
-        rows.itemAt((index + rows.count) % rows.count).row.forceActiveFocus(Qt.TabFocusReason);
+        const entry = rows.itemAt((index + rows.count) % rows.count) as ShellMenuRow;
+        entry.row.forceActiveFocus(Qt.TabFocusReason);
     }
 
     objectName: "shellMenu"
     padding: Metrics.spacingTiny + 2
     implicitWidth: 252
-    implicitHeight: contentHeight + topPadding + bottomPadding
+    implicitHeight: column.implicitHeight + topPadding + bottomPadding
     focus: true
     modal: false
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
@@ -45,7 +55,10 @@ T.Popup {
         }
     }
 
-    contentItem: Column {
+    Column {
+        id: column
+
+        width: parent.width
         focus: true
         Accessible.role: Accessible.PopupMenu
         Accessible.name: qsTr("Menu")

@@ -16,8 +16,9 @@ FocusScope {
     // All rows in the order of the screen.
     function rowAt(index: int): SidebarRow {
         const modes = modeRows.count;
-        const entry = index < modes ? modeRows.itemAt(index) : volumeRows.itemAt(index - modes);
-        return entry ? entry.row : null;
+        if (index < modes)
+            return (modeRows.itemAt(index) as SidebarModeRow).row;
+        return (volumeRows.itemAt(index - modes) as SidebarVolumeRow).row;
     }
 
     function step(from: SidebarRow, distance: int): void {
@@ -50,6 +51,10 @@ FocusScope {
         color: ColorPalette.sidebarBackground
     }
 
+    HoverHandler {
+        id: pointer
+    }
+
     SidebarHeader {
         id: header
 
@@ -69,7 +74,11 @@ FocusScope {
         boundsBehavior: Flickable.StopAtBounds
         clip: true
 
-        T.ScrollBar.vertical: AppScrollBar {}
+        // Only while somebody is about to use it: the fading edges tell that there is more.
+        T.ScrollBar.vertical: AppScrollBar {
+            opacity: pointer.hovered || flickable.moving || pressed ? 1 : 0
+            Behavior on opacity { NumberAnimation { duration: Motion.standard } }
+        }
 
         Column {
             id: content
@@ -85,9 +94,9 @@ FocusScope {
                 Accessible.name: qsTr("Modules")
 
                 Rectangle { // under the row of the module on screen
-                    property SidebarModeRow current
-
                     id: highlight
+
+                    property SidebarModeRow current
 
                     y: current ? current.y + current.row.y : 0
                     width: parent.width

@@ -19,7 +19,8 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         width: 26
         height: 26
-        sourceSize: Qt.size(26, 26)
+        sourceSize.width: width
+        sourceSize.height: height
         source: "qrc:/brivane/com.brivane.app.svg"
         Accessible.ignored: true
     }
@@ -51,7 +52,7 @@ Item {
         toolTip: menu.visible ? "" : qsTr("Menu")
         Accessible.name: qsTr("Menu")
         Accessible.role: Accessible.ButtonMenu
-        onClicked: menu.open()
+        onClicked: menu.toggle(visualFocus)
 
         background: Rectangle {
             radius: Metrics.radiusSmall
@@ -72,7 +73,6 @@ Item {
 
             y: menuButton.height + Metrics.spacingTiny
             shell: root.shell
-            byKeyboard: menuButton.visualFocus
         }
     }
 }

@@ -7,7 +7,7 @@ Item {
 
     property alias text: label.text
 
-    implicitHeight: 27
+    implicitHeight: 24
 
     AppText {
         id: label
@@ -18,7 +18,7 @@ Item {
         anchors.bottomMargin: Metrics.spacingTiny
         textStyle: AppText.Style.Overline
         font.pixelSize: 10
-        color: ColorPalette.subtleText
+        color: ColorPalette.faded(ColorPalette.secondaryText, 0.9)
         Accessible.role: Accessible.Heading
     }
 }

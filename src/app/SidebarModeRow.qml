@@ -54,7 +54,11 @@ Item {
             Behavior on color { ColorAnimation { duration: Motion.quick } }
         }
 
-        contentItem: Item {
+        Item {
+            anchors.fill: parent
+            anchors.leftMargin: Metrics.spacingTiny
+            anchors.rightMargin: Metrics.spacingSmall
+
             IconTile {
                 id: tile
 

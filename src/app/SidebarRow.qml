@@ -13,9 +13,7 @@ BaseButton {
     signal reached
 
     cornerRadius: Metrics.radiusSmall
-    implicitHeight: 28
-    leftPadding: Metrics.spacingTiny
-    rightPadding: Metrics.spacingSmall
+    implicitHeight: 27
     focusPolicy: isTabStop ? Qt.TabFocus : Qt.NoFocus
     Accessible.role: Accessible.ListItem
     Accessible.selectable: true

@@ -26,10 +26,9 @@ Item {
 
         objectName: "volume-" + root.name
         width: parent.width
-        implicitHeight: 40
+        implicitHeight: 38
         text: root.name
         isCurrent: root.isCurrent
-        leftPadding: Metrics.spacingSmall - 1
         Accessible.description: root.freeText
         onClicked: root.chosen()
         onMoved: distance => root.moved(distance)
@@ -41,7 +40,11 @@ Item {
             Behavior on color { ColorAnimation { duration: Motion.quick } }
         }
 
-        contentItem: Item {
+        Item {
+            anchors.fill: parent
+            anchors.leftMargin: Metrics.spacingSmall - 1
+            anchors.rightMargin: Metrics.spacingSmall
+
             Symbol {
                 id: symbol
 
@@ -58,7 +61,7 @@ Item {
                 anchors.leftMargin: Metrics.spacingSmall + 3
                 anchors.right: free.left
                 anchors.rightMargin: Metrics.spacingSmall
-                y: 4
+                y: 5
                 text: root.name
                 textStyle: AppText.Style.Callout
                 elide: Text.ElideMiddle

@@ -25,4 +25,11 @@ function(brivane_qml_module folder name)
   get_target_property(sources ${target} SOURCES)
   list(FILTER sources INCLUDE REGEX "/qmlcache/.*\\.cpp$")
   set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)
+  # The QML compiler looks into the other files of the module for the types of what a file uses. Built
+  # without this, a file that others use would change behind their backs.
+  foreach(source IN LISTS sources)
+    if(NOT source MATCHES "qmlcache_loader")
+      add_custom_command(OUTPUT ${source} APPEND DEPENDS ${ARG_QML_FILES})
+    endif()
+  endforeach()
 endfunction()

@@ -76,6 +76,12 @@ FocusScope {
             function onAppModeChanged(): void {
                 module.enter();
             }
+
+            // The keyboard must not go with the sidebar.
+            function onNavigationShownChanged(): void {
+                if (!root.shell.isNavigationShown)
+                    module.forceActiveFocus();
+            }
         }
     }
 

@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import Brivane.Components
 
 // An item of the application menu, below its group's heading where it is the first of one.
@@ -33,27 +34,36 @@ Item {
         text: root.heading
     }
 
-    BaseButton {
+    T.MenuItem {
         id: button
 
         objectName: "menu-" + root.title
         y: label.visible ? label.y + label.height : 0
         width: parent.width
         implicitHeight: 28
-        cornerRadius: Metrics.radiusSmall
         leftPadding: Metrics.spacingSmall
         rightPadding: Metrics.spacingSmall
+        hoverEnabled: true
+        focusPolicy: Qt.StrongFocus
         text: root.title
-        Accessible.role: Accessible.MenuItem
+        Accessible.name: text
+        Accessible.onPressAction: clicked()
         Accessible.description: root.keys
         onClicked: root.chosen()
+        Keys.onReturnPressed: clicked()
+        Keys.onEnterPressed: clicked()
         Keys.onUpPressed: root.moved(-1)
         Keys.onDownPressed: root.moved(1)
 
         background: Rectangle {
             radius: Metrics.radiusSmall
-            color: ColorPalette.faded("white", [0, 0.08, 0.14][button.liveliness])
+            color: ColorPalette.faded("white", button.down ? 0.14 : button.hovered ? 0.08 : 0)
         }
+        FocusRing {
+            gap: -2
+            shown: button.visualFocus
+        }
+
         contentItem: Item {
             AppText {
                 anchors.left: parent.left

@@ -105,8 +105,7 @@ TEST(Keyboard, SidebarIsOneTabStopWithArrowsInside)
     ASSERT_EQ(last, app.item(u"volume-Macintosh HD"_s));
     EXPECT_LE(last->mapToScene({0, last->height()}).y(), app.window().height());
     app.press(Qt::Key_Backtab);
-    EXPECT_EQ(app.window().activeFocusItem(), app.item(u"mode-Space Scanner"_s))
-        << qPrintable(app.window().activeFocusItem()->objectName());
+    EXPECT_EQ(app.window().activeFocusItem(), app.item(u"mode-Space Scanner"_s));
 }
 
 TEST(Keyboard, MenuAndItsKeysReachTheScanner)

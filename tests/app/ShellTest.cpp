@@ -96,11 +96,14 @@ TEST(Shell, CleaningSessionTakesNavigationAway)
     AppWindow app{AppMachine()};
     ShellViewModel& shell = app.shell();
     QQuickItem* module = app.item(u"module"_s);
-    ASSERT_TRUE(app.item(u"sidebar"_s));
+    QQuickItem* row = app.item(u"mode-Dashboard"_s);
+    ASSERT_TRUE(row);
+    row->forceActiveFocus(Qt::TabFocusReason);
     CleaningSessionState::shared().setSessionActive(true);
     EXPECT_FALSE(app.item(u"sidebar"_s));
     EXPECT_FALSE(app.item(u"sidebarSeparator"_s));
     EXPECT_EQ(module->width(), app.window().width());
+    EXPECT_TRUE(module->hasActiveFocus()) << "the keyboard went with the sidebar";
     app.press(Qt::Key_1, Qt::ControlModifier);
     app.press(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
     AppWindow::step();

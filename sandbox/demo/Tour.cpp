@@ -1,6 +1,9 @@
 #include "sandbox/demo/Tour.h"
 
 #include "app/BrivaneApp.h"
+#include "app/ShellViewModel.h"
+#include "cleaning/CleaningSessionState.h"
+#include "core/ActivityTracker.h"
 #include "sandbox/demo/DemoMachine.h"
 #include "sandbox/demo/HoldableClock.h"
 #include "scanner/FileTree.h"
@@ -10,6 +13,8 @@
 #include <QCoroTimer>
 #include <QDeadlineTimer>
 #include <QImage>
+#include <QMetaEnum>
+#include <QQuickItem>
 #include <QQuickWindow>
 
 #include <cstdio>
@@ -56,7 +61,8 @@ QCoro::Task<bool> Tour::run()
         app.setOnboarded(true);
     }
 
-    ScanViewModel& scan = *app.scanViewModel();
+    ScanViewModel& scan = *app.shell()->scanViewModel();
+    app.shell()->setAppMode(AppMode::scanner);
     const auto isListed = [&] { return scan.volumes().size() == 2; };
     co_await waitFor(u"volumes"_s, isListed);
     takePicture(u"scanner-volumes"_s);
@@ -88,12 +94,54 @@ QCoro::Task<bool> Tour::run()
         takePicture(u"scanner-folder"_s);
     }
 
+    co_await showShell(*app.shell());
+
     scan.showVolumes();
     scan.startScan(QString());
     const auto hasFailed = [&] { return scan.scanState() == ScanViewModel::Error; };
     co_await waitFor(u"failed scan"_s, hasFailed);
     takePicture(u"scanner-error"_s);
     co_return m_isWell;
+}
+
+QCoro::Task<> Tour::showShell(ShellViewModel& shell)
+{
+    const auto names = QMetaEnum::fromType<AppMode::Mode>();
+    for (const AppMode::Mode mode : AppMode::allModes()) {
+        shell.setAppMode(mode);
+        if (mode != AppMode::scanner)
+            takePicture(u"module-"_s + QString::fromLatin1(names.valueToKey(mode)));
+    }
+    shell.setAppMode(AppMode::dashboard);
+    shell.setHovered(AppMode::uninstaller, true);
+    ActivityTracker::shared().setActive(ActivityTracker::smartClean);
+    takePicture(u"shell-hover-and-activity"_s);
+    shell.setHovered(AppMode::uninstaller, false);
+    ActivityTracker::shared().setInactive(ActivityTracker::smartClean);
+
+    auto* sidebar = m_window->findChild<QQuickItem*>(u"sidebarFlickable"_s);
+    sidebar->setProperty("contentY",
+                         sidebar->property("contentHeight").toReal() - sidebar->height());
+    takePicture(u"shell-scan-info"_s);
+
+    auto* menu = m_window->findChild<QObject*>(u"shellMenu"_s);
+    QMetaObject::invokeMethod(menu, "open");
+    takePicture(u"shell-menu"_s);
+    QMetaObject::invokeMethod(menu, "close");
+
+    CleaningSessionState::shared().setSessionActive(true);
+    takePicture(u"shell-cleaning-session"_s);
+    CleaningSessionState::shared().setSessionActive(false);
+
+    const QSize size = m_window->size();
+    m_window->resize(m_window->minimumSize());
+    const auto isLow = [&] { return m_window->contentItem()->height() < size.height(); };
+    co_await waitFor(u"low window"_s, isLow);
+    takePicture(u"shell-low-window"_s);
+    m_window->resize(size);
+    const auto isHigh = [&] { return m_window->contentItem()->height() == size.height(); };
+    co_await waitFor(u"window as before"_s, isHigh);
+    shell.setAppMode(AppMode::scanner);
 }
 
 void Tour::takePicture(const QString& name)
@@ -103,6 +151,7 @@ void Tour::takePicture(const QString& name)
     while (!settled.hasExpired())
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
     const QString file = m_pictures + u'/' + name + m_suffix + u".png"_s;
+    m_window->grabWindow(); // what is new settles in its first frame
     if (!m_window->grabWindow().save(file)) {
         std::fprintf(stderr, "%s could not be written\n", qPrintable(file));
         m_isWell = false;

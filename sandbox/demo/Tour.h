@@ -12,7 +12,7 @@ namespace brivane {
 class BrivaneApp;
 class DemoMachine;
 class HoldableClock;
-class ScanViewModel;
+class ShellViewModel;
 
 /// Goes through the real program on the demo machine, from the first start on, and keeps a picture
 /// of each state that a screen can be in. GUI thread.
@@ -26,6 +26,8 @@ public:
     QCoro::Task<bool> run();
 
 private:
+    /// The window around the modules, while a finished scan is there.
+    QCoro::Task<> showShell(ShellViewModel& shell);
     void takePicture(const QString& name);
     /// Comes back when `isReached`, or after some seconds: then the tour has failed.
     QCoro::Task<> waitFor(QString state, std::function<bool()> isReached);

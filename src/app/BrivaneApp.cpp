@@ -1,6 +1,9 @@
 #include "app/BrivaneApp.h"
 
+#include "app/KeyboardShortcutHandler.h"
+#include "cleaning/CleaningSessionState.h"
 #include "components/Fonts.h"
+#include "core/ActivityTracker.h"
 #include "core/AppSettings.h"
 #include "core/FullDiskAccess.h"
 #include "scanner/ScanViewModel.h"
@@ -51,7 +54,30 @@ QQuickWindow* BrivaneApp::open()
     m_engine->setInitialProperties({{u"app"_s, QVariant::fromValue(this)}});
     m_engine->load(QUrl(u"qrc:/qt/qml/Brivane/App/BrivaneWindow.qml"_s));
     const QList<QObject*> roots = m_engine->rootObjects();
-    return roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow*>(roots.first());
+    m_window = roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow*>(roots.first());
+    listenToKeys();
+    return m_window;
+}
+
+void BrivaneApp::listenToKeys()
+{
+    // The keys act on modules, which are not there during the onboarding.
+    if (m_window && isOnboarded())
+        new KeyboardShortcutHandler(*m_window, *shell());
+}
+
+void BrivaneApp::bringToFront(const QByteArray& token)
+{
+    if (!m_window)
+        return;
+    // Where the platform looks for it: on Wayland nobody gets the focus without.
+    if (!token.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", token);
+    m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
+    m_window->show();
+    m_window->raise();
+    m_window->requestActivate();
+    qunsetenv("XDG_ACTIVATION_TOKEN");
 }
 
 void BrivaneApp::setOnboarded(bool onboarded)
@@ -65,15 +91,20 @@ void BrivaneApp::setOnboarded(bool onboarded)
         m_hasFullDiskAccess = true;
         Q_EMIT hasFullDiskAccessChanged();
     }
-    if (!before)
-        Q_EMIT isOnboardedChanged();
+    if (before)
+        return;
+    Q_EMIT isOnboardedChanged();
+    listenToKeys();
 }
 
-ScanViewModel* BrivaneApp::scanViewModel()
+ShellViewModel* BrivaneApp::shell()
 {
-    if (!m_scanViewModel)
+    if (!m_shell) {
         m_scanViewModel = std::make_unique<ScanViewModel>(m_host);
-    return m_scanViewModel.get();
+        m_shell = std::make_unique<ShellViewModel>(
+            m_host, *m_scanViewModel, ActivityTracker::shared(), CleaningSessionState::shared());
+    }
+    return m_shell.get();
 }
 
 } // namespace brivane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ShellViewModel.h"
 #include "platform/Host.h"
 #include "scanner/ScanViewModel.h"
 
@@ -23,7 +24,7 @@ class BrivaneApp : public QObject {
     /// Access or a finished onboarding; once true it stays so.
     Q_PROPERTY(bool isOnboarded READ isOnboarded WRITE setOnboarded NOTIFY isOnboardedChanged)
     /// Made when it is first asked for, which lists the volumes.
-    Q_PROPERTY(brivane::ScanViewModel* scanViewModel READ scanViewModel CONSTANT)
+    Q_PROPERTY(brivane::ShellViewModel* shell READ shell CONSTANT)
 
 public:
     /// `host` is kept by reference and has to outlive this.
@@ -37,21 +38,29 @@ public:
     /// Makes the main window. Null if it cannot be made; the reason is on standard error then.
     QQuickWindow* open();
 
+    /// Shows the window above the others. `token` is the desktop's permission to take the focus, as
+    /// SingleInstance brings it; empty for none.
+    void bringToFront(const QByteArray& token);
+
     [[nodiscard]] bool hasFullDiskAccess() const { return m_hasFullDiskAccess; }
     [[nodiscard]] bool isOnboarded() const { return m_hasFullDiskAccess || m_onboardingCompleted; }
     /// True ends the onboarding for this start and all later ones; false is ignored.
     void setOnboarded(bool onboarded);
-    ScanViewModel* scanViewModel();
+    ShellViewModel* shell();
 
 Q_SIGNALS:
     void hasFullDiskAccessChanged();
     void isOnboardedChanged();
 
 private:
+    void listenToKeys();
+
     Host& m_host;
     bool m_hasFullDiskAccess;
     bool m_onboardingCompleted;
     std::unique_ptr<ScanViewModel> m_scanViewModel;
+    std::unique_ptr<ShellViewModel> m_shell;
+    QQuickWindow* m_window = nullptr;                ///< belongs to m_engine
     std::unique_ptr<QQmlApplicationEngine> m_engine; ///< goes first: its objects use all the rest
 };
 

@@ -27,7 +27,8 @@ Window {
         id: mainView
 
         MainView {
-            viewModel: root.app.scanViewModel
+            focus: true
+            shell: root.app.shell
         }
     }
 
@@ -35,6 +36,7 @@ Window {
         id: onboarding
 
         OnboardingPage {
+            focus: true
             onFinished: root.app.isOnboarded = true
         }
     }

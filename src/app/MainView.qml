@@ -1,25 +1,101 @@
 import QtQuick
+import Brivane.App
 import Brivane.Components
-import Brivane.Scanner
 
-// What the window holds once the onboarding is over.
+// What the window holds once the onboarding is over: the sidebar, and the module beside it.
 FocusScope {
     id: root
 
-    required property ScanViewModel viewModel
+    required property ShellViewModel shell
+
+    // How far the sidebar is in: 0 while a cleaning session has the window.
+    property real presence: shell.isNavigationShown ? 1 : 0
+    readonly property int sidebarWidth: 224
 
     objectName: "mainView"
     implicitWidth: 900
     implicitHeight: 550
+
+    Behavior on presence {
+        NumberAnimation { duration: Motion.slow; easing.type: Easing.InOutCubic }
+    }
 
     Rectangle {
         anchors.fill: parent
         color: ColorPalette.windowBackground
     }
 
-    ScannerContentView {
-        anchors.fill: parent
+    Loader {
+        id: sidebar
+
+        x: (root.presence - 1) * width
+        width: root.sidebarWidth + 1
+        height: parent.height
+        opacity: root.presence
+        active: root.presence > 0
+        enabled: root.shell.isNavigationShown
+
+        sourceComponent: Item {
+            Sidebar {
+                width: root.sidebarWidth
+                height: parent.height
+                shell: root.shell
+            }
+            Rectangle {
+                objectName: "sidebarSeparator"
+                anchors.right: parent.right
+                width: 1
+                height: parent.height
+                color: ColorPalette.hairline
+            }
+        }
+    }
+
+    Loader {
+        id: module
+
+        objectName: "module"
+        anchors.top: parent.top
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.leftMargin: Math.round(root.presence * sidebar.width)
+        anchors.right: parent.right
         focus: true
-        viewModel: root.viewModel
+        onLoaded: (item as Item).focus = true
+
+        // A screen is made anew whenever its module is entered.
+        function enter(): void {
+            setSource(root.shell.screen, {"shell": root.shell});
+        }
+
+        Component.onCompleted: enter()
+
+        Connections {
+            target: root.shell
+
+            function onAppModeChanged(): void {
+                module.enter();
+            }
+
+            // The keyboard must not go with the sidebar.
+            function onNavigationShownChanged(): void {
+                if (!root.shell.isNavigationShown)
+                    module.forceActiveFocus();
+            }
+        }
+    }
+
+    Instantiator {
+        model: root.shell.menu
+
+        Shortcut {
+            required property string shortcut
+            required property string notification
+
+            enabled: shortcut.length > 0
+            sequence: shortcut
+            autoRepeat: false
+            onActivated: root.shell.post(notification)
+        }
     }
 }

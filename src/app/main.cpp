@@ -1,13 +1,46 @@
 #include "app/BrivaneApp.h"
+#include "app/SingleInstance.h"
+#include "app/TrayIcon.h"
+#include "core/AppSettings.h"
 
-#include <QGuiApplication>
+#include <QApplication>
+#include <QQuickWindow>
+
+#include <cstdio>
+
+using namespace brivane;
 
 int main(int argc, char** argv)
 {
-    QGuiApplication application(argc, argv);
-    brivane::BrivaneApp::prepareProcess();
-    brivane::BrivaneApp app(brivane::Host::shared());
-    if (!app.open())
+    // Not a QGuiApplication, because of the tray.
+    QApplication application(argc, argv);
+    Host& host = Host::shared();
+    SingleInstance instance(host.locations.temporaryDirectory());
+    switch (instance.start()) {
+    case SingleInstance::Start::First:
+        break;
+    case SingleInstance::Start::Handed:
+        return 0;
+    case SingleInstance::Start::Unanswered:
+        std::fprintf(stderr, "Brivane is running already, and does not answer.\n");
         return 1;
-    return QGuiApplication::exec();
+    }
+
+    BrivaneApp::prepareProcess();
+    BrivaneApp app(host);
+    QQuickWindow* window = app.open();
+    if (!window)
+        return 1;
+    QObject::connect(&instance, &SingleInstance::activationRequested, &app,
+                     &BrivaneApp::bringToFront);
+
+    std::unique_ptr<TrayIcon> tray;
+    const auto makeTray = [&] {
+        tray = std::make_unique<TrayIcon>(AppSettings::shared(), [&app] { app.bringToFront({}); });
+    };
+    // The first frame comes from a thread of its own, and counts for the start; the tray does not.
+    QObject::connect(
+        window, &QQuickWindow::frameSwapped, &app, makeTray,
+        static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::SingleShotConnection));
+    return QApplication::exec();
 }

@@ -8,6 +8,7 @@ Rectangle {
     property string icon
     property color tint: ColorPalette.accent
     property real size: 36
+    property real symbolSize: 0.42 * size
     property bool dimmed: false
 
     implicitWidth: size
@@ -18,7 +19,7 @@ Rectangle {
     Symbol {
         anchors.centerIn: parent
         name: root.icon
-        size: 0.42 * root.size
+        size: root.symbolSize
         color: root.tint
         opacity: root.dimmed ? 0.35 : 1
     }

@@ -93,6 +93,7 @@ constexpr Symbol table[] = {
     {u"key.fill", 0xE0DA}, // vpn_key
     {u"keyboard", 0xE312}, // keyboard
     {u"lightbulb.fill", 0xE0F0}, // lightbulb
+    {u"line.3.horizontal", 0xE5D2}, // menu
     {u"link.badge.plus", 0xE178}, // add_link
     {u"lock.fill", 0xE897}, // lock
     {u"lock.shield.fill", 0xF0DC}, // privacy_tip

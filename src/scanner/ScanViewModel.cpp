@@ -258,6 +258,14 @@ void ScanViewModel::drillUp()
     setSelectedNode({});
 }
 
+void ScanViewModel::drillToRoot()
+{
+    if (m_focusedNode == m_rootNode)
+        return;
+    setFocusedNode(m_rootNode.node());
+    setSelectedNode({});
+}
+
 QString ScanViewModel::selectedMountPoint() const
 {
     return m_selectedVolume ? m_selectedVolume->mountPoint : QString();

@@ -75,6 +75,8 @@ public:
     Q_INVOKABLE void drillDown(const brivane::FileNodeRef& node);
     /// Shows the parent of the directory that is shown.
     Q_INVOKABLE void drillUp();
+    /// Shows the root of the scan again.
+    Q_INVOKABLE void drillToRoot();
 
     /// Blocks until no walk runs. For tests and benchmarks.
     void waitForWalk() { m_walkThread.waitForDone(); }

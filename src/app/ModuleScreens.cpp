@@ -1,0 +1,17 @@
+#include "app/ModuleScreens.h"
+
+namespace brivane {
+
+using namespace Qt::StringLiterals;
+
+QUrl moduleScreen(AppMode::Mode mode)
+{
+    switch (mode) {
+    case AppMode::scanner:
+        return QUrl(u"qrc:/qt/qml/Brivane/App/ScannerModule.qml"_s);
+    default:
+        return QUrl(u"qrc:/qt/qml/Brivane/App/MissingModule.qml"_s);
+    }
+}
+
+} // namespace brivane

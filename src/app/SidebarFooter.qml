@@ -1,0 +1,63 @@
+import QtQuick
+import Brivane.Components
+import Brivane.Scanner
+
+// What can be done with a finished scan. Takes no room while there is none.
+Item {
+    id: root
+
+    required property ScanViewModel scan
+
+    readonly property bool isShown: scan.scanState === ScanViewModel.Completed
+
+    implicitHeight: isShown ? 48 : 0
+    visible: isShown
+
+    Rectangle {
+        width: parent.width
+        height: 1
+        color: ColorPalette.hairline
+    }
+
+    Row {
+        id: buttons
+
+        readonly property real share: (width - spacing) / 2
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.margins: Metrics.spacingSmall
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: Metrics.spacingSmall
+
+        CapsuleActionButton {
+            objectName: "sidebarRescan"
+            width: buttons.share
+            height: Metrics.controlHeightLarge
+            label: qsTr("Rescan")
+            icon.name: "arrow.clockwise"
+            onClicked: root.scan.rescan()
+        }
+
+        // Around the button, because a disabled one does not notice the pointer.
+        Item {
+            width: buttons.share
+            height: Metrics.controlHeightLarge
+
+            CapsuleActionButton {
+                objectName: "sidebarAdminScan"
+                anchors.fill: parent
+                enabled: false
+                label: qsTr("Admin Scan")
+                icon.name: "lock.shield.fill"
+                color: ColorPalette.secondaryText
+                Accessible.description: unavailable.text
+            }
+            ToolTipArea {
+                id: unavailable
+
+                text: qsTr("Scanning as administrator is not available in this version.")
+            }
+        }
+    }
+}

@@ -1,0 +1,90 @@
+#include "app/SingleInstance.h"
+
+#include <QDeadlineTimer>
+#include <QLocalSocket>
+#include <QThread>
+
+namespace brivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint64 longestToken = 1024;
+constexpr auto answer = "ok\n";
+
+/// What desktops hand to a program that they start, by which it may take the focus.
+QByteArray activationToken()
+{
+    const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
+    return token.contains('\n') || token.size() > longestToken ? QByteArray() : token;
+}
+
+} // namespace
+
+SingleInstance::SingleInstance(const QString& directory)
+    : m_socketPath(directory + u"/instance.socket"_s)
+    , m_lock(directory + u"/instance.lock"_s)
+{
+    m_lock.setStaleLockTime(0);
+    connect(&m_server, &QLocalServer::newConnection, this, [this] {
+        while (QLocalSocket* socket = m_server.nextPendingConnection()) {
+            connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
+            connect(socket, &QLocalSocket::readyRead, this, [this, socket] { receive(*socket); });
+            receive(*socket);
+        }
+    });
+}
+
+SingleInstance::Start SingleInstance::start(int answerTime)
+{
+    if (m_socketPath.startsWith(u"/instance"))
+        return Start::First; // no directory could be made
+    const QDeadlineTimer deadline(answerTime);
+    // The first one may be between its lock and its socket, or just about to end.
+    for (;;) {
+        if (m_lock.tryLock(0)) {
+            listen();
+            return Start::First;
+        }
+        if (m_lock.error() != QLockFile::LockFailedError)
+            return Start::First;
+        if (hand(static_cast<int>(deadline.remainingTime())))
+            return Start::Handed;
+        if (deadline.hasExpired())
+            return Start::Unanswered;
+        QThread::msleep(10);
+    }
+}
+
+void SingleInstance::listen()
+{
+    QLocalServer::removeServer(m_socketPath);
+    m_server.listen(m_socketPath);
+}
+
+bool SingleInstance::hand(int answerTime)
+{
+    QLocalSocket socket;
+    socket.connectToServer(m_socketPath);
+    if (!socket.waitForConnected(answerTime))
+        return false;
+    socket.write(activationToken() + '\n');
+    return socket.waitForBytesWritten(answerTime) && socket.waitForReadyRead(answerTime) &&
+           socket.readAll() == answer;
+}
+
+void SingleInstance::receive(QLocalSocket& socket)
+{
+    if (!socket.canReadLine()) {
+        if (socket.bytesAvailable() > longestToken)
+            socket.abort();
+        return;
+    }
+    const QByteArray token = socket.readLine().chopped(1);
+    socket.write(answer);
+    socket.disconnectFromServer();
+    Q_EMIT activationRequested(token);
+}
+
+} // namespace brivane

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QObject>
+
+namespace brivane {
+
+/// Whether somebody is cleaning the machine's keyboard and screen right now. The cleaning mode says
+/// so, the window gives it all of its room as long. GUI thread.
+class CleaningSessionState : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool isSessionActive READ isSessionActive WRITE setSessionActive NOTIFY
+                   sessionActiveChanged)
+
+public:
+    using QObject::QObject;
+
+    /// The state of the program, made on first use, never destroyed.
+    static CleaningSessionState& shared();
+
+    [[nodiscard]] bool isSessionActive() const { return m_isSessionActive; }
+    void setSessionActive(bool active);
+
+Q_SIGNALS:
+    void sessionActiveChanged();
+
+private:
+    bool m_isSessionActive = false;
+};
+
+} // namespace brivane

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "app/BrivaneApp.h"
+#include "platform/DefaultFileSystem.h"
+#include "sandbox/SandboxMachine.h"
+#include "sandbox/SandboxVolumes.h"
+#include "tests/support/AwaitTask.h"
+#include "tests/support/VisualTree.h"
+
+#include <QQuickWindow>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace brivane::testing {
+
+enum class Access { Granted, Missing };
+
+/// A machine with one startup disk, on which the program can be started again and again.
+class AppMachine {
+public:
+    explicit AppMachine(Access access = Access::Granted)
+        : machine(SandboxMachine::temporary())
+    {
+        if (access == Access::Granted)
+            machine.directory(u"~/Library/Safari");
+        for (const char16_t* file : {u"/Applications/Atlas.app/atlas", u"/Library/Deep/Down/film"})
+            machine.file(file, SandboxMachine::Size{1'000'000});
+    }
+
+    /// As at each start, the preferences are read anew.
+    std::unique_ptr<OwnedHost> start() const
+    {
+        auto volumes = std::make_unique<SandboxVolumes>(machine);
+        if (!hasDisk)
+            volumes->unmount(volumes->startupDisk());
+        return std::make_unique<OwnedHost>(machine.locations(), DefaultFileSystem::shared(),
+                                           std::move(volumes));
+    }
+
+    SandboxMachine machine;
+    bool hasDisk = true; ///< no volume is listed otherwise
+};
+
+/// The program's window, on screen and active.
+class AppWindow {
+public:
+    explicit AppWindow(const AppMachine& machine)
+        : m_host(machine.start())
+        , m_app(m_host->host())
+        , m_window(m_app.open())
+    {
+        if (!m_window)
+            throw std::runtime_error("no window");
+        if (!QTest::qWaitForWindowActive(m_window, 5000))
+            throw std::runtime_error("the window did not become active");
+    }
+
+    /// Also waits until the volumes are listed.
+    ShellViewModel& shell()
+    {
+        EXPECT_TRUE(waitUntil([&] { return !scan().selectedMountPoint().isEmpty(); }));
+        return *m_app.shell();
+    }
+    ScanViewModel& scan() { return *m_app.shell()->scanViewModel(); }
+    bool isScanned()
+    {
+        return waitUntil([&] { return scan().scanState() == ScanViewModel::Completed; });
+    }
+
+    BrivaneApp& app() { return m_app; }
+    Host& host() { return m_host->host(); }
+    QQuickWindow& window() { return *m_window; }
+    QQuickItem* item(const QString& name) const { return findItem(*m_window, name); }
+    bool shows(const QString& name) const
+    {
+        return waitUntil([&] { return item(name) != nullptr; });
+    }
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    {
+        QTest::keyClick(m_window, key, modifiers);
+    }
+    /// Runs what waits in the event loop right now.
+    static void step() { QCoreApplication::processEvents(); }
+
+private:
+    std::unique_ptr<OwnedHost> m_host;
+    BrivaneApp m_app;
+    QQuickWindow* m_window;
+};
+
+} // namespace brivane::testing

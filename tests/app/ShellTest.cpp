@@ -1,0 +1,160 @@
+#include "AppWindow.h"
+#include "app/ModuleScreens.h"
+#include "cleaning/CleaningSessionState.h"
+#include "core/ActivityTracker.h"
+#include "core/NotificationNames.h"
+
+#include <QMetaEnum>
+
+using namespace Qt::StringLiterals;
+using namespace brivane;
+using namespace brivane::testing;
+
+namespace {
+
+QStringList warnings;
+QtMessageHandler previousHandler = nullptr;
+
+void collect(QtMsgType type, const QMessageLogContext& context, const QString& message)
+{
+    if (type != QtDebugMsg && type != QtInfoMsg)
+        warnings += message;
+    previousHandler(type, context, message);
+}
+
+} // namespace
+
+TEST(Shell, OnboardingEndsForGood)
+{
+    const AppMachine machine(Access::Missing);
+    {
+        AppWindow app(machine);
+        EXPECT_TRUE(app.item(u"onboardingPage"_s));
+        EXPECT_FALSE(app.item(u"mainView"_s));
+        app.app().setOnboarded(false);
+        EXPECT_FALSE(app.app().isOnboarded());
+        app.press(Qt::Key_Space);
+        EXPECT_TRUE(app.shows(u"mainView"_s));
+        EXPECT_FALSE(app.item(u"onboardingPage"_s));
+        app.press(Qt::Key_1, Qt::ControlModifier);
+        AppWindow::step();
+        EXPECT_EQ(app.shell().appMode(), AppMode::scanner) << "the keys came too late";
+    }
+    AppWindow again(machine);
+    EXPECT_TRUE(again.item(u"mainView"_s));
+    AppWindow granted{AppMachine()};
+    EXPECT_TRUE(granted.item(u"mainView"_s)) << "although access is there";
+}
+
+TEST(Shell, EveryModuleShowsItsScreenWithoutAWarning)
+{
+    warnings.clear();
+    previousHandler = qInstallMessageHandler(collect);
+    {
+        AppWindow app{AppMachine()};
+        ShellViewModel& shell = app.shell();
+        for (const AppMode::Mode mode : AppMode::allModes()) {
+            QQuickItem* row = app.item(u"mode-"_s + AppMode::title(mode));
+            ASSERT_TRUE(row) << mode;
+            const QPointF centre = row->mapToScene({row->width() / 2, row->height() / 2});
+            QTest::mouseClick(&app.window(), Qt::LeftButton, {}, centre.toPoint());
+            EXPECT_EQ(shell.appMode(), mode);
+            if (mode == AppMode::scanner) {
+                EXPECT_TRUE(app.item(u"scannerContentView"_s));
+                continue;
+            }
+            QQuickItem* title = app.item(u"missingModuleTitle"_s);
+            ASSERT_TRUE(title) << mode;
+            EXPECT_EQ(title->property("text"), AppMode::title(mode));
+        }
+    }
+    qInstallMessageHandler(previousHandler);
+    EXPECT_EQ(warnings, QStringList());
+}
+
+TEST(Shell, ScanGoesOnWhileAnotherModuleIsShown)
+{
+    AppWindow app{AppMachine()};
+    ShellViewModel& shell = app.shell();
+    shell.setAppMode(AppMode::scanner);
+    app.scan().rescan();
+    shell.setAppMode(AppMode::maintenance);
+    EXPECT_EQ(app.scan().scanState(), ScanViewModel::Scanning);
+    EXPECT_TRUE(app.item(u"busyDot"_s));
+    ASSERT_TRUE(app.isScanned());
+    EXPECT_FALSE(app.item(u"busyDot"_s));
+    EXPECT_TRUE(app.item(u"scanInfoCard"_s));
+    EXPECT_TRUE(app.item(u"hiddenSpaceCard"_s));
+    EXPECT_TRUE(app.item(u"sidebarRescan"_s));
+    EXPECT_FALSE(app.item(u"sidebarAdminScan"_s)->isEnabled());
+    shell.setAppMode(AppMode::scanner);
+    EXPECT_TRUE(app.item(u"completedPhaseView"_s));
+}
+
+TEST(Shell, CleaningSessionTakesNavigationAway)
+{
+    AppWindow app{AppMachine()};
+    ShellViewModel& shell = app.shell();
+    QQuickItem* module = app.item(u"module"_s);
+    QQuickItem* row = app.item(u"mode-Dashboard"_s);
+    ASSERT_TRUE(row);
+    row->forceActiveFocus(Qt::TabFocusReason);
+    CleaningSessionState::shared().setSessionActive(true);
+    EXPECT_FALSE(app.item(u"sidebar"_s));
+    EXPECT_FALSE(app.item(u"sidebarSeparator"_s));
+    EXPECT_EQ(module->width(), app.window().width());
+    EXPECT_TRUE(module->hasActiveFocus()) << "the keyboard went with the sidebar";
+    app.press(Qt::Key_1, Qt::ControlModifier);
+    app.press(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+    AppWindow::step();
+    EXPECT_EQ(shell.appMode(), AppMode::dashboard);
+    EXPECT_EQ(app.scan().scanState(), ScanViewModel::Idle);
+    CleaningSessionState::shared().setSessionActive(false);
+    EXPECT_TRUE(app.item(u"sidebar"_s));
+    EXPECT_LT(module->width(), app.window().width());
+}
+
+struct Activity {
+    QString token;
+    QList<AppMode::Mode> busy;
+};
+
+TEST(Shell, OnlySmartCleanDuplicatesAndScansMarkTheirModule)
+{
+    AppWindow app{AppMachine()};
+    ShellViewModel& shell = app.shell();
+    const auto busy = [&] {
+        QList<AppMode::Mode> modes;
+        for (const AppMode::Mode mode : AppMode::allModes()) {
+            if (shell.modeHasBackgroundActivity(mode))
+                modes += mode;
+        }
+        return modes;
+    };
+    ActivityTracker& tracker = ActivityTracker::shared();
+    for (const Activity& row : {Activity{ActivityTracker::smartClean, {AppMode::cleaner}},
+                                Activity{ActivityTracker::duplicates, {AppMode::duplicates}},
+                                Activity{ActivityTracker::similarPhotos, {}}}) {
+        tracker.setActive(row.token);
+        EXPECT_EQ(busy(), row.busy);
+        EXPECT_EQ(app.item(u"busyDot"_s) != nullptr, !row.busy.isEmpty());
+        tracker.setInactive(row.token);
+        EXPECT_FALSE(app.item(u"busyDot"_s));
+    }
+    app.scan().rescan();
+    EXPECT_EQ(busy(), QList{AppMode::scanner});
+    ASSERT_TRUE(app.isScanned());
+    EXPECT_TRUE(busy().isEmpty());
+}
+
+TEST(Shell, HoverOfARowThatWasLeftLaterDoesNotClearTheNext)
+{
+    AppWindow app{AppMachine()};
+    ShellViewModel& shell = app.shell();
+    shell.setHovered(AppMode::cleaner, true);
+    shell.setHovered(AppMode::privacy, true);
+    shell.setHovered(AppMode::cleaner, false);
+    EXPECT_EQ(shell.hoveredMode(), AppMode::privacy);
+    shell.setHovered(AppMode::privacy, false);
+    EXPECT_EQ(shell.hoveredMode(), std::nullopt);
+}

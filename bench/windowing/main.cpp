@@ -154,7 +154,7 @@ int main(int argc, char** argv)
     if (!window)
         return 1;
     app.setOnboarded(true);
-    ScanViewModel& scan = *app.scanViewModel();
+    ScanViewModel& scan = *app.shell()->scanViewModel();
     runFor(500);
 
     Lateness lateness;

@@ -10,10 +10,13 @@
 #include "scanner/ScanViewModel.h"
 
 #include <QCoroTimer>
+#include <QCursor>
+#include <QGuiApplication>
 #include <QImage>
 #include <QMetaEnum>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QScreen>
 
 #include <cstdio>
 
@@ -49,6 +52,9 @@ Tour::Tour(DemoMachine& machine, HoldableClock& clock, QString pictures, QString
 
 QCoro::Task<bool> Tour::run()
 {
+    // Without a display the pointer rests in a corner of the window, and hovers there.
+    QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight() +
+                    QPoint(5000, 5000));
     BrivaneApp app(m_machine.host());
     m_window = app.open();
     if (!m_window)

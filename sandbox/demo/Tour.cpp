@@ -11,11 +11,14 @@
 
 #include <QCoreApplication>
 #include <QCoroTimer>
+#include <QCursor>
 #include <QDeadlineTimer>
+#include <QGuiApplication>
 #include <QImage>
 #include <QMetaEnum>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QScreen>
 
 #include <cstdio>
 
@@ -52,6 +55,9 @@ Tour::Tour(DemoMachine& machine, HoldableClock& clock, QString pictures, QString
 
 QCoro::Task<bool> Tour::run()
 {
+    // Without a display the pointer rests in a corner of the window, and hovers there.
+    QCursor::setPos(QGuiApplication::primaryScreen()->geometry().bottomRight() +
+                    QPoint(5000, 5000));
     BrivaneApp app(m_machine.host());
     m_window = app.open();
     if (!m_window)

@@ -167,59 +167,23 @@ FocusScope {
                 }
             }
 
-            SidebarHeading {
+            SidebarInfo {
                 width: parent.width
-                text: qsTr("Scan Info")
-                visible: scanInfo.visible
-            }
-            SidebarCard {
-                id: scanInfo
-
-                objectName: "scanInfoCard"
-                width: parent.width
-                visible: root.scan.stats.resultFilesText.length > 0
-                lines: [
-                    {label: qsTr("Files"), value: root.scan.stats.resultFilesText},
-                    {label: qsTr("Time"), value: root.scan.stats.durationText}
-                ]
-            }
-
-            SidebarHeading {
-                width: parent.width
-                text: qsTr("Hidden Space")
-                visible: hiddenSpace.visible
-            }
-            SidebarCard {
-                id: hiddenSpace
-
-                objectName: "hiddenSpaceCard"
-                width: parent.width
-                visible: root.scan.stats.hiddenSpaceText.length > 0
-                lines: [{icon: "eye.slash.fill", label: qsTr("Hidden space"), value: root.scan.stats.hiddenSpaceText}]
+                stats: root.scan.stats
             }
         }
     }
 
-    // What lies above and below fades out, so that the cut reads as "there is more".
-    Rectangle {
+    SidebarFade {
         anchors.top: flickable.top
         width: parent.width
-        height: 20
+        atTop: true
         visible: !flickable.atYBeginning
-        gradient: Gradient {
-            GradientStop { position: 0; color: ColorPalette.sidebarBackground }
-            GradientStop { position: 1; color: ColorPalette.faded(ColorPalette.sidebarBackground, 0) }
-        }
     }
-    Rectangle {
+    SidebarFade {
         anchors.bottom: flickable.bottom
         width: parent.width
-        height: 20
         visible: !flickable.atYEnd
-        gradient: Gradient {
-            GradientStop { position: 0; color: ColorPalette.faded(ColorPalette.sidebarBackground, 0) }
-            GradientStop { position: 1; color: ColorPalette.sidebarBackground }
-        }
     }
 
     SidebarFooter {

@@ -26,8 +26,8 @@ struct Host {
     /// The real machine, made on first use and alive to the end of the process. Any thread.
     static Host& system();
 
-    /// The machine that the objects named `shared` work on: the real one, unless another was chosen.
-    /// Any thread.
+    /// The machine that the objects named `shared` work on: the real one, unless another was
+    /// chosen. Any thread.
     static Host& shared();
     /// Chooses it, before anyone has asked; `host` has to live to the end of the process.
     static void setShared(Host& host);

@@ -62,7 +62,8 @@ TEST_F(LocationsTest, NoPathLeavesTheSandbox)
         {u"/"_s, u"/box/root"_s},
         {u"/usr/bin/tmutil"_s, u"/box/root/usr/bin/tmutil"_s},
         {u"/boxes"_s, u"/box/root/boxes"_s},
-        {u"/box/root/Users/robin/.npm/npm"_s, u"/box/root/Users/robin/.npm/npm"_s}, // found there before: stays
+        {u"/box/root/Users/robin/.npm/npm"_s,
+         u"/box/root/Users/robin/.npm/npm"_s}, // found there before: stays
     };
     for (const auto& [from, to] : rows)
         EXPECT_EQ(locations.path(from), to);

@@ -31,6 +31,7 @@ FocusScope {
         id: picker
 
         VolumePickerView {
+            focus: true
             viewModel: root.viewModel
             onFolderRequested: folderDialog.open()
         }
@@ -40,6 +41,7 @@ FocusScope {
         id: scanning
 
         ScanningPhaseView {
+            focus: true
             viewModel: root.viewModel
         }
     }
@@ -48,6 +50,7 @@ FocusScope {
         id: completed
 
         CompletedPhaseView {
+            focus: true
             viewModel: root.viewModel
         }
     }
@@ -56,6 +59,7 @@ FocusScope {
         id: failed
 
         ScanErrorView {
+            focus: true
             message: root.viewModel.errorMessage
             onRetry: root.viewModel.rescan()
         }

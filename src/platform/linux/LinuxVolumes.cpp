@@ -100,7 +100,14 @@ LinuxVolumes::LinuxVolumes(Sources sources)
 
 std::vector<Mount> LinuxVolumes::mounts() const
 {
-    return readMountInfo(m_sources.mountInfo);
+    std::vector<Mount> all = readMountInfo(m_sources.mountInfo);
+    // In a changed root the kernel does not list what "/" lies on; it is there all the same.
+    if (std::ranges::find(all, "/", &Mount::path) == all.end()) {
+        Mount root;
+        root.root = root.path = "/";
+        all.insert(all.begin(), root);
+    }
+    return all;
 }
 
 std::vector<QString> LinuxVolumes::mountedVolumes()

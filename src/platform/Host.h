@@ -3,7 +3,9 @@
 #include "platform/Clock.h"
 #include "platform/Locations.h"
 #include "platform/NotificationCenter.h"
+#include "platform/Pasteboard.h"
 #include "platform/UserDefaults.h"
+#include "platform/Workspace.h"
 
 #include <memory>
 
@@ -22,6 +24,8 @@ struct Host {
     Volumes& volumes;
     Clock& clock;
     NotificationCenter& notifications;
+    Workspace& workspace;
+    Pasteboard& pasteboard;
 
     /// The real machine, made on first use and alive to the end of the process. Any thread.
     static Host& system();
@@ -36,10 +40,12 @@ struct Host {
 /// A Host together with what it refers to, except the file system.
 class OwnedHost {
 public:
-    /// The preferences lie where `locations` puts them. Volumes and clock are the machine's own
-    /// unless others are given.
+    /// The preferences lie where `locations` puts them. Volumes, clock, workspace and pasteboard
+    /// are the machine's own unless others are given.
     OwnedHost(const Locations& locations, FileSystemProviding& fileSystem,
-              std::unique_ptr<Volumes> volumes = nullptr, std::unique_ptr<Clock> clock = nullptr);
+              std::unique_ptr<Volumes> volumes = nullptr, std::unique_ptr<Clock> clock = nullptr,
+              std::unique_ptr<Workspace> workspace = nullptr,
+              std::unique_ptr<Pasteboard> pasteboard = nullptr);
     ~OwnedHost();
 
     [[nodiscard]] Host& host() { return m_host; }
@@ -48,6 +54,8 @@ private:
     UserDefaults m_defaults;
     std::unique_ptr<Volumes> m_volumes;
     std::unique_ptr<Clock> m_clock;
+    std::unique_ptr<Workspace> m_workspace;
+    std::unique_ptr<Pasteboard> m_pasteboard;
     NotificationCenter m_notifications;
     Host m_host;
 };

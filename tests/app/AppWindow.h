@@ -4,6 +4,7 @@
 #include "platform/DefaultFileSystem.h"
 #include "sandbox/SandboxMachine.h"
 #include "sandbox/SandboxVolumes.h"
+#include "sandbox/SandboxWorkspace.h"
 #include "tests/support/AwaitTask.h"
 #include "tests/support/VisualTree.h"
 
@@ -35,7 +36,8 @@ public:
         if (!hasDisk)
             volumes->unmount(volumes->startupDisk());
         return std::make_unique<OwnedHost>(machine.locations(), DefaultFileSystem::shared(),
-                                           std::move(volumes));
+                                           std::move(volumes), nullptr,
+                                           std::make_unique<SandboxWorkspace>());
     }
 
     SandboxMachine machine;
@@ -70,6 +72,11 @@ public:
 
     BrivaneApp& app() { return m_app; }
     Host& host() { return m_host->host(); }
+    /// What the file manager was asked to show.
+    QStringList revealed()
+    {
+        return dynamic_cast<SandboxWorkspace&>(m_host->host().workspace).revealed();
+    }
     QQuickWindow& window() { return *m_window; }
     QQuickItem* item(const QString& name) const { return findItem(*m_window, name); }
     bool shows(const QString& name) const

@@ -1,0 +1,127 @@
+#include "platform/Workspace.h"
+
+#include "platform/PathText.h"
+#include "platform/SystemLog.h"
+
+#include <QThreadPool>
+
+#include <array>
+
+// GIO's headers have names that are Qt's keywords elsewhere; they stand alone here.
+#include <gio/gio.h>
+
+namespace brivane {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Release {
+    void operator()(char* text) const { g_free(text); }
+    void operator()(GError* error) const { g_error_free(error); }
+    void operator()(GVariant* value) const { g_variant_unref(value); }
+    template<typename Object>
+    void operator()(Object* object) const
+    {
+        g_object_unref(object);
+    }
+};
+
+template<typename T>
+using Owned = std::unique_ptr<T, Release>;
+
+/// Why something did not work; empty when it did.
+using Reason = QString;
+
+Reason reasonOf(GError* raised)
+{
+    const Owned<GError> error(raised);
+    return QString::fromUtf8(error->message);
+}
+
+/// Asks the file manager of this session, which the bus starts when it does not run.
+Reason showSelected(const QByteArray& path, GCancellable* cancellable)
+{
+    constexpr auto fileManager = "org.freedesktop.FileManager1";
+    GError* error = nullptr;
+    // Byte for byte; a QUrl would be made of text.
+    const Owned<char> uri(g_filename_to_uri(path.constData(), nullptr, &error));
+    if (!uri)
+        return reasonOf(error);
+    // A connection of its own: the one that GIO shares ends the process when the bus goes away.
+    const Owned<char> address(
+        g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, cancellable, &error));
+    if (!address)
+        return reasonOf(error);
+    constexpr auto asClient =
+        static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                          G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+    const Owned<GDBusConnection> bus(g_dbus_connection_new_for_address_sync(
+        address.get(), asClient, nullptr, cancellable, &error));
+    if (!bus)
+        return reasonOf(error);
+    const std::array<const char*, 2> uris = {uri.get(), nullptr};
+    const Owned<GVariant> reply(g_dbus_connection_call_sync(
+        bus.get(), fileManager, "/org/freedesktop/FileManager1", fileManager, "ShowItems",
+        g_variant_new("(^ass)", uris.data(), ""), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, cancellable,
+        &error));
+    return reply ? Reason() : reasonOf(error);
+}
+
+Reason openFolderOf(const QByteArray& path, GCancellable* cancellable)
+{
+    GError* error = nullptr;
+    // To launch, GIO uses the connection that it shares, and may go on using it.
+    const Owned<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, cancellable, nullptr));
+    if (bus)
+        g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+    const Owned<char> folder(g_path_get_dirname(path.constData()));
+    const Owned<char> uri(g_filename_to_uri(folder.get(), nullptr, &error));
+    if (!uri || !g_app_info_launch_default_for_uri(uri.get(), nullptr, &error))
+        return reasonOf(error);
+    return {};
+}
+
+/// Works on a thread of its own: to reach the session's bus may take time already, and so may a
+/// file manager that has to be started. One request follows the other.
+class DesktopWorkspace final : public Workspace {
+public:
+    DesktopWorkspace() { m_pool.setMaxThreadCount(1); }
+    DesktopWorkspace(const DesktopWorkspace&) = delete;
+    DesktopWorkspace& operator=(const DesktopWorkspace&) = delete;
+    ~DesktopWorkspace() override
+    {
+        m_pool.clear();
+        g_cancellable_cancel(m_ending.get());
+    }
+
+    void reveal(const QString& path) override
+    {
+        m_pool.start([path, ending = m_ending.get()] {
+            const QByteArray bytes = PathText::toBytes(path);
+            const Reason notShown = showSelected(bytes, ending);
+            if (notShown.isEmpty() || g_cancellable_is_cancelled(ending))
+                return;
+            const Reason notOpened = openFolderOf(bytes, ending);
+            if (notOpened.isEmpty())
+                return;
+            writeToSystemLog(
+                u"com.brivane.app", u"scanner", LogLevel::Error,
+                u"Could not show %1 in the file manager: %2; nor open its folder: %3"_s.arg(
+                    path, notShown, notOpened));
+        });
+    }
+
+private:
+    Owned<GCancellable> m_ending{g_cancellable_new()};
+    QThreadPool m_pool; ///< goes first, and waits for its thread
+};
+
+} // namespace
+
+std::unique_ptr<Workspace> Workspace::ofThisMachine()
+{
+    return std::make_unique<DesktopWorkspace>();
+}
+
+} // namespace brivane

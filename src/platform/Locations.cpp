@@ -31,6 +31,9 @@ struct Locations::Arrangement {
 
 namespace {
 
+/// What "/" of a sandbox is called: its startup disk's name, so that screens show it as such.
+const QString sandboxRoot = u"/Macintosh HD"_s;
+
 QString withoutEndSlash(QString path)
 {
     while (path.size() > 1 && path.endsWith(u'/'))
@@ -84,7 +87,7 @@ Locations Locations::insideFolder(const QString& folder)
 {
     auto arrangement = std::make_shared<Arrangement>();
     arrangement->folder = withoutEndSlash(folder);
-    arrangement->home = arrangement->folder + u"/root/Users/robin"_s;
+    arrangement->home = arrangement->folder % sandboxRoot % u"/Users/robin"_s;
     arrangement->temporaryCandidates += arrangement->folder + u"/temporary"_s;
     return Locations(std::move(arrangement));
 }
@@ -125,7 +128,7 @@ QString Locations::path(QStringView cataloguePath) const
     if (here.folder.isEmpty() || !cataloguePath.startsWith(u'/') ||
         liesIn(cataloguePath, here.folder))
         return cataloguePath.toString();
-    return withoutEndSlash(here.folder % u"/root"_s % cataloguePath);
+    return withoutEndSlash(here.folder % sandboxRoot % cataloguePath);
 }
 
 QString Locations::home() const

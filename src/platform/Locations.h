@@ -17,7 +17,7 @@ public:
     /// A Mac: "~" is `home`, absolute paths stand as they are.
     static Locations asWritten(const QString& home);
 
-    /// A machine in one folder: "/x" is folder/root/x, and "~" is folder/root/Users/robin. Paths
+    /// A machine in one folder: "/x" is folder/Macintosh HD/x, and "~" is Users/robin in it. Paths
     /// that lie in the folder already stay as they are.
     static Locations insideFolder(const QString& folder);
 

@@ -57,13 +57,13 @@ TEST_F(LocationsTest, NoPathLeavesTheSandbox)
 {
     const Locations locations = Locations::insideFolder(u"/box/"_s);
     const std::pair<QString, QString> rows[] = {
-        {u"~"_s, u"/box/root/Users/robin"_s},
-        {u"~/Library/Caches"_s, u"/box/root/Users/robin/Library/Caches"_s},
-        {u"/"_s, u"/box/root"_s},
-        {u"/usr/bin/tmutil"_s, u"/box/root/usr/bin/tmutil"_s},
-        {u"/boxes"_s, u"/box/root/boxes"_s},
-        {u"/box/root/Users/robin/.npm/npm"_s,
-         u"/box/root/Users/robin/.npm/npm"_s}, // found there before: stays
+        {u"~"_s, u"/box/Macintosh HD/Users/robin"_s},
+        {u"~/Library/Caches"_s, u"/box/Macintosh HD/Users/robin/Library/Caches"_s},
+        {u"/"_s, u"/box/Macintosh HD"_s},
+        {u"/usr/bin/tmutil"_s, u"/box/Macintosh HD/usr/bin/tmutil"_s},
+        {u"/boxes"_s, u"/box/Macintosh HD/boxes"_s},
+        {u"/box/Macintosh HD/Users/robin/.npm/npm"_s,
+         u"/box/Macintosh HD/Users/robin/.npm/npm"_s}, // found there before: stays
     };
     for (const auto& [from, to] : rows)
         EXPECT_EQ(locations.path(from), to);

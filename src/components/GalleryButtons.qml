@@ -30,6 +30,13 @@ GallerySection {
         HoverPillButton { label: qsTr("Reveal"); icon.name: "folder" }
         HoverPillButton { label: qsTr("Disabled"); enabled: false }
     }
+    Row {
+        spacing: Metrics.spacingSmall
+
+        SymbolButton { objectName: "symbolButton"; icon.name: "folder"; toolTip: qsTr("Reveal in Files") }
+        SymbolButton { icon.name: "trash"; toolTip: qsTr("Stage for deletion"); color: ColorPalette.danger }
+        SymbolButton { icon.name: "xmark"; toolTip: qsTr("Disabled"); enabled: false }
+    }
     SegmentedPills {
         objectName: "segmentedPills"
         selection: root.sensitivity

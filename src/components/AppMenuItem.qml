@@ -1,0 +1,47 @@
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+import Brivane.Components
+
+// One line of an AppMenu: a symbol, what it does, and the keys that do the same.
+T.MenuItem {
+    id: root
+
+    property string keys
+
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: Metrics.controlHeight
+    leftPadding: Metrics.spacingSmall
+    rightPadding: Metrics.spacingSmall
+    Accessible.name: text
+    Accessible.description: keys
+    Accessible.onPressAction: root.triggered()
+
+    background: Rectangle {
+        radius: Metrics.radiusSmall
+        color: ColorPalette.faded("white", root.down ? 0.14 : root.highlighted ? 0.08 : 0)
+    }
+
+    contentItem: RowLayout {
+        spacing: Metrics.spacingSmall
+        opacity: root.enabled ? 1 : 0.45
+
+        Symbol {
+            name: root.icon.name
+            size: 16
+            color: ColorPalette.secondaryText
+        }
+        AppText {
+            Layout.fillWidth: true
+            text: root.text
+            Accessible.ignored: true
+        }
+        AppText {
+            Layout.leftMargin: Metrics.spacingLarge
+            visible: root.keys.length > 0
+            text: root.keys
+            textStyle: AppText.Style.Caption
+            Accessible.ignored: true
+        }
+    }
+}

@@ -39,25 +39,14 @@ Item {
             onClicked: root.scan.rescan()
         }
 
-        // Around the button, because a disabled one does not notice the pointer.
-        Item {
+        CapsuleActionButton {
+            objectName: "sidebarAdminScan"
             width: buttons.share
             height: Metrics.controlHeightLarge
-
-            CapsuleActionButton {
-                objectName: "sidebarAdminScan"
-                anchors.fill: parent
-                enabled: false
-                label: qsTr("Admin Scan")
-                icon.name: "lock.shield.fill"
-                color: ColorPalette.secondaryText
-                Accessible.description: unavailable.text
-            }
-            ToolTipArea {
-                id: unavailable
-
-                text: qsTr("Scanning as administrator is not available in this version.")
-            }
+            label: qsTr("Admin Scan")
+            icon.name: "lock.shield.fill"
+            color: ColorPalette.secondaryText
+            onClicked: root.scan.rescanAsAdmin()
         }
     }
 }

@@ -69,6 +69,16 @@ SafetyChecker::SafetyLevel DeleteService::stageForDeletion(const FileNodePtr& no
     return level;
 }
 
+void DeleteService::unstage(const FileNodePtr& node)
+{
+    const auto item = std::ranges::find(m_pending, node, &Pending::node);
+    if (item == m_pending.end() || m_stop)
+        return;
+    node->setMarkedForDeletion(false);
+    m_pending.erase(item);
+    Q_EMIT pendingItemsChanged();
+}
+
 void DeleteService::clearPending()
 {
     if (m_stop)

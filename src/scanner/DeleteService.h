@@ -38,6 +38,10 @@ public:
     /// `blocked` or it is pending already. Gives the rating of its path in every case.
     SafetyChecker::SafetyLevel stageForDeletion(const FileNodePtr& node);
 
+    /// Unmarks `node` and forgets it, if it is pending. Not while a removal is under way, which has
+    /// its orders: then nothing happens.
+    void unstage(const FileNodePtr& node);
+
     /// Unmarks all pending nodes and forgets them. A removal that is under way ends after the item
     /// that it is at.
     void clearPending();

@@ -69,7 +69,8 @@ FolderModel::Rows FolderModel::pictureOf(const FileNode& directory)
     Rows rows;
     for (FileNode* child : directory.children()) {
         // The size is read once: it may grow while the rows are put into order.
-        if (const std::uint64_t size = child->size(); size > 0)
+        const std::uint64_t size = child->size();
+        if (size > 0 || child->isUnreadable())
             rows.push_back({child, size});
     }
     std::ranges::stable_sort(rows, std::greater(), &Row::size);
@@ -81,43 +82,36 @@ void FolderModel::show(Rows rows)
     m_needsAnother = false;
     const int before = rowTotal();
     const int after = static_cast<int>(rows.size());
+    const bool isSameOrder = std::ranges::equal(rows, m_rows, {}, &Row::node, &Row::node);
+    if (!isSameOrder)
+        Q_EMIT aboutToRearrange();
     if (after > before) {
         beginInsertRows({}, before, after - 1);
-        // Until the order is made, the new rows stand for nobody, which their size tells.
-        m_rows.resize(rows.size(), {rows.back().node, 0});
+        m_rows.insert(m_rows.end(), rows.begin() + before, rows.end());
         endInsertRows();
     } else if (after < before) {
         beginRemoveRows({}, after, before - 1);
         m_rows.resize(rows.size());
         endRemoveRows();
     }
-    if (after == 0) {
-        if (before != 0)
-            Q_EMIT countChanged();
-        return;
-    }
-    Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
-    const QModelIndexList indexes = persistentIndexList();
-    std::vector<const FileNode*> remembered;
-    for (const QModelIndex& index : indexes) {
-        const Row& row = m_rows[static_cast<std::size_t>(index.row())];
-        remembered.push_back(row.size > 0 ? row.node : nullptr);
-    }
     m_rows = std::move(rows);
-    QModelIndexList moved;
-    for (const FileNode* node : remembered) {
-        const int row = rowOf(node);
-        moved.append(row < 0 ? QModelIndex() : index(row));
-    }
-    changePersistentIndexList(indexes, moved);
-    Q_EMIT layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+    if (after > 0)
+        Q_EMIT dataChanged(index(0), index(after - 1));
     if (after != before)
         Q_EMIT countChanged();
+    if (!isSameOrder)
+        Q_EMIT rearranged();
 }
 
-int FolderModel::rowOf(const FileNode* node) const
+void FolderModel::noteMarks()
 {
-    const auto found = std::ranges::find(m_rows, node, &Row::node);
+    if (!m_rows.empty())
+        Q_EMIT dataChanged(index(0), index(rowTotal() - 1), {IsStagedRole});
+}
+
+int FolderModel::rowOf(const FileNodeRef& node) const
+{
+    const auto found = std::ranges::find(m_rows, node.node().get(), &Row::node);
     return found == m_rows.end() ? -1 : static_cast<int>(found - m_rows.begin());
 }
 
@@ -145,11 +139,15 @@ QVariant FolderModel::data(const QModelIndex& index, int role) const
     case NameRole:
         return PathText::forDisplay(row.node->name());
     case SizeTextRole: {
+        if (row.node->isUnreadable() && row.size == 0)
+            return u"unreadable"_s;
         const QString size = ByteFormatter::format(row.size);
         return row.node->isIncomplete() ? u"≥ "_s + size : size;
     }
-    case ShareRole:
-        return static_cast<double>(row.size) / static_cast<double>(m_rows.front().size);
+    case ShareRole: {
+        const auto largest = static_cast<double>(std::max<std::uint64_t>(m_rows.front().size, 1));
+        return static_cast<double>(row.size) / largest;
+    }
     case IsDirectoryRole:
         return row.node->isDirectory();
     case HasChildrenRole:
@@ -158,6 +156,8 @@ QVariant FolderModel::data(const QModelIndex& index, int role) const
         return row.node->isUnreadable();
     case IsIncompleteRole:
         return row.node->isIncomplete();
+    case IsStagedRole:
+        return row.node->markedForDeletion();
     default:
         return {};
     }
@@ -174,6 +174,7 @@ QHash<int, QByteArray> FolderModel::roleNames() const
         {HasChildrenRole, "hasChildren"},
         {IsUnreadableRole, "isUnreadable"},
         {IsIncompleteRole, "isIncomplete"},
+        {IsStagedRole, "isStaged"},
     };
 }
 

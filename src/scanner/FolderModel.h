@@ -1,18 +1,20 @@
 #pragma once
 
-#include "scanner/FileNode.h"
+#include "scanner/FileNodeRef.h"
 
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
 
 namespace brivane {
 
-/// The children of one directory, largest first, those of size 0 left out.
+/// The children of one directory, largest first. Those of size 0 are left out, but for folders that
+/// could not be read: nobody knows how large those are.
 ///
 /// The directory may be growing: refresh() takes a new picture of it. Large ones are copied and
 /// sorted on the pool, one picture at a time, so the GUI thread only swaps two lists. Rows are
-/// never reset while the directory stays the same: a list that is scrolled keeps its place.
-/// GUI thread.
+/// never reset while the directory stays the same, and never moved: at its end rows come or go, and
+/// the others change what they show, which costs a view only what is in sight. A view that
+/// remembers a row finds its node again by rowOf() after `rearranged`. GUI thread.
 class FolderModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -29,6 +31,7 @@ public:
         HasChildrenRole,
         IsUnreadableRole,
         IsIncompleteRole,
+        IsStagedRole, ///< marked for deletion
     };
 
     explicit FolderModel(QObject* parent = nullptr);
@@ -37,8 +40,10 @@ public:
     void setDirectory(const FileNodePtr& directory);
     /// Looks at the directory again.
     void refresh();
+    /// Some nodes were marked for deletion, or are so no more.
+    void noteMarks();
     /// The row of `node`, -1 if it has none.
-    [[nodiscard]] int rowOf(const FileNode* node) const;
+    [[nodiscard]] Q_INVOKABLE int rowOf(const brivane::FileNodeRef& node) const;
     /// The node of `row`, null when there is no such row.
     [[nodiscard]] FileNodePtr nodeAt(int row) const;
 
@@ -48,6 +53,9 @@ public:
 
 Q_SIGNALS:
     void countChanged();
+    /// Around a change of the order, while the directory stays the same.
+    void aboutToRearrange();
+    void rearranged();
 
 private:
     struct Row {

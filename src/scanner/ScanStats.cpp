@@ -16,6 +16,14 @@ namespace {
 /// A path may be of any length, and laying out a text costs its length at every report.
 constexpr qsizetype longestShownPath = 400;
 
+QString shortened(const QString& path)
+{
+    if (path.size() <= longestShownPath)
+        return PathText::forDisplay(path);
+    constexpr qsizetype half = longestShownPath / 2;
+    return PathText::forDisplay(path.left(half) + u'…' + path.right(half));
+}
+
 /// A size below which something could not be read is a lower bound.
 QString sizeText(const FileNode& node)
 {
@@ -57,11 +65,13 @@ QString ScanStats::rateText() const
 
 QString ScanStats::currentPath() const
 {
-    const QString& path = m_viewModel.progress().currentPath;
-    if (path.size() <= longestShownPath)
-        return PathText::forDisplay(path);
-    constexpr qsizetype half = longestShownPath / 2;
-    return PathText::forDisplay(path.left(half) + u'…' + path.right(half));
+    return shortened(m_viewModel.progress().currentPath);
+}
+
+QString ScanStats::focusPath() const
+{
+    const FileNodeRef& focus = m_viewModel.focusedNode();
+    return focus.isValid() ? shortened(focus.node()->path()) : QString();
 }
 
 QString ScanStats::focusName() const

@@ -20,6 +20,7 @@ class ScanStats : public QObject {
     Q_PROPERTY(QString rateText READ rateText NOTIFY progressChanged)
     Q_PROPERTY(QString currentPath READ currentPath NOTIFY progressChanged)
     Q_PROPERTY(QString focusName READ focusName NOTIFY focusChanged)
+    Q_PROPERTY(QString focusPath READ focusPath NOTIFY focusChanged)
     Q_PROPERTY(QString focusSizeText READ focusSizeText NOTIFY focusChanged)
     Q_PROPERTY(bool canGoUp READ canGoUp NOTIFY focusChanged)
     Q_PROPERTY(QString resultFilesText READ resultFilesText NOTIFY resultChanged)
@@ -37,6 +38,7 @@ public:
     [[nodiscard]] QString rateText() const;
     [[nodiscard]] QString currentPath() const;
     [[nodiscard]] QString focusName() const;
+    [[nodiscard]] QString focusPath() const;
     [[nodiscard]] QString focusSizeText() const;
     [[nodiscard]] bool canGoUp() const;
     /// Empty, as the three that follow, while no scan has finished.

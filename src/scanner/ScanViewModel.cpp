@@ -30,6 +30,8 @@ ScanViewModel::ScanViewModel(Host& host, QObject* parent)
     , m_host(host)
     , m_enumerator(host.volumes)
     , m_scanner(host.clock)
+    , m_deleteService(host)
+    , m_actions(host, m_deleteService, this)
     , m_volumeModel(host.locations.path(u"/"))
     , m_stats(*this, host.clock, this)
 {
@@ -37,6 +39,8 @@ ScanViewModel::ScanViewModel(Host& host, QObject* parent)
     refreshVolumes();
     host.notifications.subscribe(NotificationNames::diskSpaceChanged, this,
                                  [this] { refreshVolumes(); });
+    connect(&m_deleteService, &DeleteService::pendingItemsChanged, &m_folderModel,
+            &FolderModel::noteMarks);
 }
 
 ScanViewModel::~ScanViewModel()
@@ -101,9 +105,7 @@ void ScanViewModel::showVolumes()
 void ScanViewModel::startScan(const QString& path)
 {
     setScanState(Scanning);
-    ScanProgress progress;
-    progress.startTime = m_host.clock.now();
-    setProgress(progress);
+    startProgress();
     setErrorMessage({});
     setRootNode({});
     setFocusedNode({});
@@ -112,10 +114,42 @@ void ScanViewModel::startScan(const QString& path)
     runScan(path, m_scanTask);
 }
 
+void ScanViewModel::startProgress()
+{
+    ScanProgress progress;
+    progress.startTime = m_host.clock.now();
+    setProgress(progress);
+}
+
 void ScanViewModel::rescan()
 {
     if (m_selectedVolume)
         startScan(m_selectedVolume->mountPoint);
+}
+
+void ScanViewModel::scanAsAdmin(const QString& path)
+{
+    setScanState(ScanningAdmin);
+    if (!m_isAdminScan) {
+        m_isAdminScan = true;
+        Q_EMIT isAdminScanChanged();
+    }
+    startProgress();
+    setErrorMessage({});
+    m_scanTask = std::make_shared<ScanTask>();
+    const auto answer = [this, path, task = m_scanTask] {
+        if (!task->isCancelled)
+            fail(tr("Brivane cannot scan as administrator yet. What your account may read of %1 "
+                    "can be scanned as usual.")
+                     .arg(PathText::forDisplay(path)));
+    };
+    QMetaObject::invokeMethod(this, answer, Qt::QueuedConnection);
+}
+
+void ScanViewModel::rescanAsAdmin()
+{
+    if (m_selectedVolume)
+        scanAsAdmin(m_selectedVolume->mountPoint);
 }
 
 QCoro::Task<> ScanViewModel::runScan(QString path, std::shared_ptr<ScanTask> task)
@@ -129,8 +163,10 @@ QCoro::Task<> ScanViewModel::runScan(QString path, std::shared_ptr<ScanTask> tas
     if (!self || task->isCancelled)
         co_return;
     const std::chrono::duration<double> elapsed = m_host.clock.monotonicNow() - start;
-    if (outcome.error)
-        fail(*outcome.error);
+    if (outcome.error && outcome.error->which() == DiskScanner::ScanError::Case::cancelled)
+        setScanState(Idle);
+    else if (outcome.error)
+        fail(outcome.error->errorDescription());
     else
         finish(outcome, elapsed.count());
 }
@@ -191,11 +227,9 @@ void ScanViewModel::finish(const Outcome& outcome, double seconds)
     setScanState(Completed);
 }
 
-void ScanViewModel::fail(const DiskScanner::ScanError& error)
+void ScanViewModel::fail(const QString& message)
 {
-    if (error.which() == DiskScanner::ScanError::Case::cancelled)
-        return setScanState(Idle);
-    setErrorMessage(error.errorDescription());
+    setErrorMessage(message);
     setScanState(Error);
 }
 
@@ -222,7 +256,7 @@ void ScanViewModel::stopScan()
         m_scanTask->isCancelled = true;
     m_scanTask.reset();
     m_scanner.cancel();
-    if (m_scanState == Scanning)
+    if (m_scanState == Scanning || m_scanState == ScanningAdmin)
         setScanState(Idle);
     setPaused(false);
 }
@@ -236,6 +270,14 @@ void ScanViewModel::togglePause()
         setPaused(true);
         m_scanner.pause();
     }
+}
+
+void ScanViewModel::setHovered(const FileNodeRef& node, bool isHovered)
+{
+    if (isHovered)
+        setHoveredNode(node);
+    else if (m_hoveredNode == node)
+        setHoveredNode({});
 }
 
 void ScanViewModel::drillDown(const FileNodeRef& node)

@@ -1,9 +1,11 @@
 #pragma once
 
 #include "platform/Host.h"
+#include "scanner/DeleteService.h"
 #include "scanner/DiskScanner.h"
 #include "scanner/FileNodeRef.h"
 #include "scanner/FolderModel.h"
+#include "scanner/NodeActions.h"
 #include "scanner/ScanResult.h"
 #include "scanner/ScanStats.h"
 #include "scanner/VolumeEnumerator.h"
@@ -32,18 +34,19 @@ class ScanViewModel : public QObject {
     Q_PROPERTY(bool hasTree READ hasTree NOTIFY rootNodeChanged)
     Q_PROPERTY(brivane::FileNodeRef rootNode READ rootNode NOTIFY rootNodeChanged)
     Q_PROPERTY(brivane::FileNodeRef focusedNode READ focusedNode NOTIFY focusedNodeChanged)
-    Q_PROPERTY(brivane::FileNodeRef hoveredNode READ hoveredNode WRITE setHoveredNode NOTIFY
-                   hoveredNodeChanged)
+    Q_PROPERTY(brivane::FileNodeRef hoveredNode READ hoveredNode NOTIFY hoveredNodeChanged)
     Q_PROPERTY(brivane::FileNodeRef selectedNode READ selectedNode WRITE setSelectedNode NOTIFY
                    selectedNodeChanged)
     Q_PROPERTY(brivane::FolderModel* folder READ folderModel CONSTANT)
     Q_PROPERTY(brivane::ScanStats* stats READ stats CONSTANT)
+    Q_PROPERTY(brivane::NodeActions* actions READ actions CONSTANT)
     Q_PROPERTY(uint scanTick READ scanTick NOTIFY scanTickChanged)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
+    Q_PROPERTY(bool isAdminScan READ isAdminScan NOTIFY isAdminScanChanged)
     Q_PROPERTY(bool isPaused READ isPaused NOTIFY isPausedChanged)
 
 public:
-    enum ScanState { Idle, Scanning, Completed, Error };
+    enum ScanState { Idle, Scanning, ScanningAdmin, Completed, Error };
     Q_ENUM(ScanState)
 
     explicit ScanViewModel(Host& host, QObject* parent = nullptr);
@@ -67,10 +70,18 @@ public:
     Q_INVOKABLE void startScan(const QString& path);
     /// startScan() of the selected volume; nothing while none is selected.
     Q_INVOKABLE void rescan();
+    /// Scans as administrator what the tree does not hold yet; the tree stays meanwhile. Not
+    /// possible so far: it ends in an error that says so.
+    Q_INVOKABLE void scanAsAdmin(const QString& path);
+    /// scanAsAdmin() of the selected volume; nothing while none is selected.
+    Q_INVOKABLE void rescanAsAdmin();
     /// Ends the scan without waiting for the walk; the tree stays as far as it came.
     Q_INVOKABLE void stopScan();
     Q_INVOKABLE void togglePause();
 
+    /// The pointer came to, or left, what stands for `node`. In any order: who left is forgotten
+    /// only if nobody else has come.
+    Q_INVOKABLE void setHovered(const brivane::FileNodeRef& node, bool isHovered);
     /// Shows `node`, a directory, in the list and the charts.
     Q_INVOKABLE void drillDown(const brivane::FileNodeRef& node);
     /// Shows the parent of the directory that is shown.
@@ -85,6 +96,8 @@ public:
     [[nodiscard]] VolumeListModel* volumeModel() { return &m_volumeModel; }
     [[nodiscard]] FolderModel* folderModel() { return &m_folderModel; }
     [[nodiscard]] ScanStats* stats() { return &m_stats; }
+    [[nodiscard]] DeleteService& deleteService() { return m_deleteService; }
+    [[nodiscard]] NodeActions* actions() { return &m_actions; }
     [[nodiscard]] const std::optional<DiskInfo>& selectedVolume() const { return m_selectedVolume; }
     [[nodiscard]] QString selectedMountPoint() const;
     [[nodiscard]] ScanState scanState() const { return m_scanState; }
@@ -93,12 +106,13 @@ public:
     [[nodiscard]] const FileNodeRef& rootNode() const { return m_rootNode; }
     [[nodiscard]] const FileNodeRef& focusedNode() const { return m_focusedNode; }
     [[nodiscard]] const FileNodeRef& hoveredNode() const { return m_hoveredNode; }
-    void setHoveredNode(const FileNodeRef& node);
     [[nodiscard]] const FileNodeRef& selectedNode() const { return m_selectedNode; }
     void setSelectedNode(const FileNodeRef& node);
     [[nodiscard]] const ScanProgress& progress() const { return m_progress; }
     [[nodiscard]] uint scanTick() const { return m_scanTick; }
     [[nodiscard]] QString errorMessage() const { return m_errorMessage.value_or(QString()); }
+    /// A scan as administrator has been started once.
+    [[nodiscard]] bool isAdminScan() const { return m_isAdminScan; }
     [[nodiscard]] bool isPaused() const { return m_isPaused; }
 
     /// The record for a path that no volume is known for.
@@ -118,6 +132,7 @@ Q_SIGNALS:
     void progressChanged();
     void scanTickChanged();
     void errorMessageChanged();
+    void isAdminScanChanged();
     void isPausedChanged();
 
 private:
@@ -129,12 +144,14 @@ private:
     Outcome walk(const QString& path, const std::shared_ptr<ScanTask>& task, bool needsVolume);
     void receive(const ScanProgress& progress);
     void finish(const Outcome& outcome, double seconds);
-    void fail(const DiskScanner::ScanError& error);
+    void fail(const QString& message);
 
     void setSelectedVolume(const std::optional<DiskInfo>& volume);
+    void startProgress();
     void setScanState(ScanState state);
     void setRootNode(const FileNodePtr& node);
     void setFocusedNode(const FileNodePtr& node);
+    void setHoveredNode(const FileNodeRef& node);
     void setProgress(const ScanProgress& progress);
     void setErrorMessage(const std::optional<QString>& message);
     void setPaused(bool paused);
@@ -142,6 +159,8 @@ private:
     Host& m_host;
     VolumeEnumerator m_enumerator;
     DiskScanner m_scanner;
+    DeleteService m_deleteService;
+    NodeActions m_actions;
     VolumeListModel m_volumeModel;
     FolderModel m_folderModel;
     ScanStats m_stats;
@@ -159,6 +178,7 @@ private:
     ScanProgress m_progress;
     uint m_scanTick = 0;
     std::optional<QString> m_errorMessage;
+    bool m_isAdminScan = false;
     bool m_isPaused = false;
 };
 

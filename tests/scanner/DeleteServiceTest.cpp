@@ -147,6 +147,10 @@ TEST_F(DeleteServiceTest, OnlyWhatMayGoIsStagedAndOnlyOnce)
                             u"delete 0 Staged for deletion: Mail (700 B)"_s,
                             u"delete 0 Staged for deletion: movie (5 B)"_s));
 
+    m_service->unstage(mail->shared());
+    m_service->unstage(keys->shared());
+    EXPECT_THAT(m_service->pendingItems(), ElementsAre(movie));
+    EXPECT_FALSE(mail->markedForDeletion());
     m_service->clearPending();
     EXPECT_TRUE(m_service->pendingItems().isEmpty());
     EXPECT_FALSE(movie->markedForDeletion());

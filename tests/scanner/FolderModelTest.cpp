@@ -11,6 +11,7 @@
 
 using namespace brivane;
 using namespace brivane::testing;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -47,21 +48,38 @@ TEST(FolderModel, FollowsAGrowingFolderWithoutAReset)
     model.refresh();
     EXPECT_EQ(sizesOf(model), std::vector<std::uint64_t>({1}));
 
-    const QPersistentModelIndex kept = model.index(0);
+    const QSignalSpy rearranged(&model, &FolderModel::rearranged);
     add(*tree, tree->root(), "big", 100);
     add(*tree, tree->root(), "middle", 50);
     model.refresh();
     EXPECT_EQ(sizesOf(model), std::vector<std::uint64_t>({100, 50, 1}));
-    EXPECT_EQ(model.nodeAt(kept.row()).get(), small); // what was picked is followed
+    EXPECT_EQ(model.rowOf(FileNodeRef(small->shared())), 2); // what was picked is found again
+    EXPECT_EQ(rearranged.count(), 1);
 
     FileTree::addSize(small, 200);
     model.refresh();
     EXPECT_EQ(sizesOf(model), std::vector<std::uint64_t>({201, 100, 50}));
-    EXPECT_EQ(kept.row(), 0);
+    EXPECT_EQ(model.rowOf(FileNodeRef(small->shared())), 0);
+    model.refresh();
+    EXPECT_EQ(rearranged.count(), 2); // nothing new
     EXPECT_EQ(resets.count(), 0);
 
     model.setDirectory({});
     EXPECT_EQ(model.rowCount(), 0);
+}
+
+TEST(FolderModel, AFolderThatCouldNotBeReadIsShownAlthoughItsSizeIsZero)
+{
+    const auto tree = FileTree::create("/x");
+    FileNode* locked = add(*tree, tree->root(), "locked", 0, true);
+    add(*tree, tree->root(), "empty", 0, true);
+    tree->addIssue(locked, true, {"/x/locked", EACCES});
+    FolderModel model;
+    model.setDirectory(tree->root()->shared());
+    ASSERT_EQ(model.rowCount(), 1);
+    EXPECT_EQ(model.nodeAt(0).get(), locked);
+    EXPECT_EQ(model.data(model.index(0), FolderModel::SizeTextRole), u"unreadable"_s);
+    EXPECT_EQ(model.data(model.index(0), FolderModel::ShareRole), 0.0);
 }
 
 TEST(FolderModel, ALargeFolderIsSortedElsewhereAndALatePictureNeverShowsInAnotherFolder)

@@ -172,3 +172,17 @@ TEST_F(ScanViewModelTest, AFailureIsShownAndTheNextScanClearsIt)
     EXPECT_TRUE(m_scan->errorMessage().isEmpty());
     ASSERT_TRUE(waitUntil([&] { return isCompleted(); }));
 }
+
+TEST_F(ScanViewModelTest, WhatThePointerLeftLateIsNotTakenForWhatItIsOn)
+{
+    m_scan->rescan();
+    ASSERT_TRUE(waitUntil([&] { return isCompleted(); }));
+    const FileNodeRef data = child(m_scan->rootNode(), "data");
+    const FileNodeRef big = child(data, "big");
+    m_scan->setHovered(data, true);
+    m_scan->setHovered(big, true);
+    m_scan->setHovered(data, false);
+    EXPECT_EQ(m_scan->hoveredNode(), big);
+    m_scan->setHovered(big, false);
+    EXPECT_FALSE(m_scan->hoveredNode().isValid());
+}

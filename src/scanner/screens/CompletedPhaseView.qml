@@ -8,6 +8,8 @@ FocusScope {
 
     required property ScanViewModel viewModel
 
+    property bool showSunburst: true
+
     objectName: "completedPhaseView"
 
     ScanToolbar {
@@ -15,20 +17,23 @@ FocusScope {
 
         anchors.left: parent.left
         anchors.right: parent.right
+        showsSunburst: root.showSunburst
+        onChartChosen: isSunburst => root.showSunburst = isSunburst
         status: qsTr("Completed")
         statusColor: ColorPalette.success
-        path: root.viewModel.selectedMountPoint
+        path: root.viewModel.stats.focusPath
         showsBack: true
         onBack: root.viewModel.showVolumes()
     }
 
-    LiveFolderTree {
+    ScanPanes {
         anchors.top: toolbar.bottom
         anchors.bottom: bar.top
         anchors.left: parent.left
         anchors.right: parent.right
         focus: true
         viewModel: root.viewModel
+        showsSunburst: root.showSunburst
     }
 
     CompletedStatsBar {

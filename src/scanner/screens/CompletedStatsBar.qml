@@ -31,6 +31,9 @@ StatsBar {
     IssuesButton {
         stats: root.viewModel.stats
     }
+    StagedButton {
+        actions: root.viewModel.actions
+    }
 
     controls: CapsuleActionButton {
         objectName: "rescanButton"

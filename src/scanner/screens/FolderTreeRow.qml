@@ -4,7 +4,7 @@ import QtQuick.Templates as T
 import Brivane.Components
 import Brivane.Scanner
 
-// One entry of the focused folder.
+// One entry of the focused folder. Under the pointer, and where the keyboard is, it shows its actions.
 T.ItemDelegate {
     id: root
 
@@ -16,10 +16,16 @@ T.ItemDelegate {
     required property bool isDirectory
     required property bool hasChildren
     required property bool isUnreadable
+    required property bool isIncomplete
+    required property bool isStaged
     required property ScanViewModel viewModel
+    property bool hasMenu: false
 
     readonly property bool isCurrent: ListView.isCurrentItem && ListView.view.activeFocus
     readonly property bool isSelected: root.viewModel.selectedNode === root.node
+    readonly property bool isLit: root.viewModel.hoveredNode === root.node
+
+    signal menuRequested(x: real, y: real)
 
     function activate(): void {
         if (isDirectory)
@@ -34,10 +40,29 @@ T.ItemDelegate {
     text: name
     Accessible.role: Accessible.ListItem
     Accessible.name: qsTr("%1, %2").arg(name).arg(sizeText)
+    Accessible.description: isStaged ? qsTr("staged for deletion") : ""
+    onHoveredChanged: viewModel.setHovered(node, hovered)
+    // The list may put another entry under a pointer that rests.
+    onNodeChanged: {
+        if (hovered)
+            viewModel.setHovered(node, true);
+    }
     onClicked: {
         ListView.view.currentIndex = index;
         ListView.view.forceActiveFocus();
         activate();
+    }
+
+    Item { // an item of its own: on the row itself the button would take part
+        anchors.fill: parent
+
+        TapHandler {
+            acceptedButtons: Qt.RightButton
+            onTapped: eventPoint => {
+                root.ListView.view.currentIndex = root.index;
+                root.menuRequested(eventPoint.position.x, eventPoint.position.y);
+            }
+        }
     }
 
     background: Rectangle {
@@ -45,7 +70,7 @@ T.ItemDelegate {
         color: {
             if (root.isSelected)
                 return ColorPalette.faded(ColorPalette.accent, 0.22);
-            if (root.hovered)
+            if (root.isLit || root.hasMenu)
                 return ColorPalette.faded("white", 0.06);
             return root.isCurrent ? ColorPalette.faded("white", 0.04) : "transparent";
         }
@@ -58,34 +83,50 @@ T.ItemDelegate {
 
         Symbol {
             Layout.leftMargin: Metrics.spacingMedium
-            name: root.isDirectory ? "folder.fill" : "doc.fill"
+            name: root.isUnreadable ? "lock.fill" : root.isDirectory ? "folder.fill" : "doc.fill"
             size: 18
-            color: root.isDirectory ? ColorPalette.accent : ColorPalette.subtleText
+            color: root.isUnreadable ? ColorPalette.warning
+                : root.isDirectory ? ColorPalette.accent : ColorPalette.subtleText
         }
         AppText {
             Layout.fillWidth: true
             elide: Text.ElideMiddle
             text: root.name
+            color: root.isStaged ? ColorPalette.secondaryText : ColorPalette.primaryText
             Accessible.ignored: true
         }
-        Rectangle {
-            Layout.preferredWidth: Math.round(Math.min(260, root.width * 0.22))
-            Layout.preferredHeight: 4
-            Layout.leftMargin: Metrics.spacingSmall
-            radius: 2
-            color: ColorPalette.faded("white", 0.05)
+        Symbol {
+            objectName: "stagedMark"
+            visible: root.isStaged
+            name: "trash.fill"
+            size: 15
+            color: ColorPalette.danger
+        }
+        Item {
+            Layout.preferredWidth: 72
+            Layout.fillHeight: true
 
             Rectangle {
-                width: Math.max(parent.height, parent.width * root.share)
-                height: parent.height
-                radius: parent.radius
-                color: root.isDirectory ? ColorPalette.accent : ColorPalette.subtleText
+                anchors.verticalCenter: parent.verticalCenter
+                visible: !actions.active
+                width: parent.width
+                height: 4
+                radius: 2
+                color: ColorPalette.faded("white", 0.05)
+
+                Rectangle {
+                    width: root.share > 0 ? Math.max(parent.height, parent.width * root.share) : 0
+                    height: parent.height
+                    radius: parent.radius
+                    color: root.isDirectory ? ColorPalette.accent : ColorPalette.subtleText
+                }
             }
         }
         AppText {
-            Layout.preferredWidth: 112
+            Layout.preferredWidth: 84
             horizontalAlignment: Text.AlignRight
             text: root.sizeText
+            color: root.isUnreadable ? ColorPalette.warning : ColorPalette.primaryText
             Accessible.ignored: true
         }
         Symbol {
@@ -94,6 +135,21 @@ T.ItemDelegate {
             name: "chevron.right"
             size: 16
             color: ColorPalette.subtleText
+        }
+    }
+
+    Loader {
+        id: actions
+
+        anchors.right: parent.right
+        anchors.rightMargin: 84 + 16 + 3 * Metrics.spacingSmall
+        anchors.verticalCenter: parent.verticalCenter
+        active: root.isLit
+
+        sourceComponent: RowControls {
+            isStaged: root.isStaged
+            onReveal: root.viewModel.actions.reveal(root.node)
+            onStage: root.viewModel.actions.stage(root.node)
         }
     }
 }

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Brivane.Components
 import Brivane.Scanner
 
@@ -12,30 +11,15 @@ HoverPillButton {
     objectName: "issuesButton"
     visible: stats.issueCount > 0
     color: ColorPalette.warning
+    icon.name: "lock.fill"
     label: qsTr("%1 unreadable").arg(stats.issueCount)
     onClicked: popup.open()
 
-    T.Popup {
+    ListPopup {
         id: popup
 
-        property list<string> lines
-
         objectName: "issuesPopup"
-        y: -height - Metrics.spacingSmall
-        width: 560
-        height: Math.min(360, lines.length * 24 + 2 * Metrics.spacingMedium)
-        padding: Metrics.spacingMedium
-        focus: true
-        closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+        name: qsTr("Entries that could not be read")
         onAboutToShow: lines = root.stats.issueLines()
-
-        background: Rectangle {
-            radius: Metrics.radiusMedium
-            color: ColorPalette.surfaceLight
-            border.color: ColorPalette.hairlineStrong
-        }
-        contentItem: IssueList {
-            lines: popup.lines
-        }
     }
 }

@@ -4,11 +4,20 @@ import Brivane.Components
 import Brivane.Scanner
 
 // What the focused folder holds, largest first. Up and Down move, Enter and Right go into a folder,
-// Left and Backspace go out of it.
+// Left and Backspace go out of it, Delete stages or unstages, the Menu key opens the row's menu.
 FocusScope {
     id: root
 
     required property ScanViewModel viewModel
+
+    // What the keyboard is on, while the list is put into order again.
+    property fileNode current
+    property real place: 0
+    property bool wasInView: false
+
+    function isInView(row: Item): bool {
+        return row !== null && row.y + row.height > list.contentY && row.y < list.contentY + list.height;
+    }
 
     objectName: "liveFolderTree"
 
@@ -107,6 +116,7 @@ FocusScope {
         currentIndex: -1
         boundsBehavior: Flickable.StopAtBounds
         reuseItems: true
+        transform: Translate { id: slide }
         highlightMoveDuration: 0
         keyNavigationEnabled: true
         activeFocusOnTab: true
@@ -114,24 +124,57 @@ FocusScope {
         Accessible.name: qsTr("Contents of %1").arg(root.viewModel.stats.focusName)
 
         delegate: FolderTreeRow {
+            id: row
+
             width: ListView.view.width
             viewModel: root.viewModel
+            hasMenu: menu.visible && menu.node === node
+            onMenuRequested: (x, y) => menu.openFor(node, row, x, y)
         }
 
         T.ScrollBar.vertical: AppScrollBar {}
 
         Keys.onPressed: event => {
             const row = list.currentItem as FolderTreeRow;
-            if (event.key === Qt.Key_Left || event.key === Qt.Key_Backspace) {
+            if (event.key === Qt.Key_Left || event.key === Qt.Key_Backspace)
                 root.viewModel.drillUp();
-            } else if (row && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter || event.key === Qt.Key_Right)) {
-                row.activate();
-            } else {
+            else if (!row)
                 return;
-            }
+            else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter || event.key === Qt.Key_Right)
+                row.activate();
+            else if (event.key === Qt.Key_Delete)
+                root.viewModel.actions.toggleStaged(row.node);
+            else if (event.key === Qt.Key_Menu || (event.key === Qt.Key_F10 && event.modifiers & Qt.ShiftModifier))
+                menu.openFor(row.node, row, Metrics.spacingHuge, row.height);
+            else if (event.matches(StandardKey.Copy))
+                root.viewModel.actions.copyPath(row.node);
+            else if (event.key === Qt.Key_PageDown || event.key === Qt.Key_PageUp)
+                list.turnPage(event.key === Qt.Key_PageDown ? 1 : -1);
+            else if (event.key === Qt.Key_Home || event.key === Qt.Key_End)
+                list.currentIndex = event.key === Qt.Key_Home ? 0 : list.count - 1;
+            else
+                return;
             event.accepted = true;
         }
 
+        function turnPage(direction: int): void {
+            const rows = Math.max(1, Math.floor(height / currentItem.height) - 1);
+            currentIndex = Math.max(0, Math.min(count - 1, currentIndex + direction * rows));
+        }
+    }
+
+    RowMenu {
+        id: menu
+
+        actions: root.viewModel.actions
+        onClosed: list.forceActiveFocus()
+    }
+
+    ParallelAnimation {
+        id: arrival
+
+        Spring { target: slide; property: "y"; from: 14; to: 0; response: 0.4; damping: 0.8 }
+        Spring { target: list; property: "opacity"; from: 0; to: 1; response: 0.4; damping: 1 }
     }
 
     Connections {
@@ -140,6 +183,28 @@ FocusScope {
         // A keyboard that has come this far goes on from the first row.
         function onFocusedNodeChanged(): void {
             list.currentIndex = list.activeFocus && list.count > 0 ? 0 : -1;
+            list.positionViewAtBeginning();
+            arrival.restart();
+        }
+    }
+
+    // A new order moves neither the list under the pointer nor the keyboard to another entry.
+    Connections {
+        target: root.viewModel.folder
+
+        function onAboutToRearrange(): void {
+            const row = list.currentItem as FolderTreeRow;
+            root.wasInView = root.isInView(row);
+            root.place = list.contentY;
+            if (row)
+                root.current = row.node;
+        }
+
+        function onRearranged(): void {
+            if (list.currentIndex >= 0)
+                list.currentIndex = root.viewModel.folder.rowOf(root.current);
+            if (!root.wasInView)
+                list.contentY = Math.max(0, Math.min(root.place, list.contentHeight - list.height));
         }
     }
 }

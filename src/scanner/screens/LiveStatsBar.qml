@@ -24,6 +24,9 @@ StatsBar {
     IssuesButton {
         stats: root.viewModel.stats
     }
+    StagedButton {
+        actions: root.viewModel.actions
+    }
 
     controls: [
         CapsuleActionButton {

@@ -8,6 +8,7 @@ FocusScope {
     property string message
 
     signal retry
+    signal back
 
     objectName: "scanErrorView"
 
@@ -39,14 +40,26 @@ FocusScope {
             width: 1
             height: Metrics.spacingTiny
         }
-        CapsuleActionButton {
-            objectName: "retryButton"
+        Row {
             anchors.horizontalCenter: parent.horizontalCenter
-            focus: true
-            large: true
-            label: qsTr("Try Again")
-            icon.name: "arrow.clockwise"
-            onClicked: root.retry()
+            spacing: Metrics.spacingSmall
+
+            CapsuleActionButton {
+                objectName: "showVolumes"
+                large: true
+                color: ColorPalette.secondaryText
+                label: qsTr("Disks")
+                icon.name: "chevron.left"
+                onClicked: root.back()
+            }
+            CapsuleActionButton {
+                objectName: "retryButton"
+                focus: true
+                large: true
+                label: qsTr("Try Again")
+                icon.name: "arrow.clockwise"
+                onClicked: root.retry()
+            }
         }
     }
 }

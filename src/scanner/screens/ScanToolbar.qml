@@ -1,10 +1,13 @@
 import QtQuick
 import Brivane.Components
+import Brivane.Scanner
 
-// What a scan is doing, over its list.
+// Over a scan: which chart is shown, and what the scan is doing.
 Item {
     id: root
 
+    property bool showsSunburst: true
+    property bool isAdmin: false
     property string status
     property color statusColor: ColorPalette.secondaryText
     property string path
@@ -12,30 +15,69 @@ Item {
     property bool showsBack: false
 
     signal back
+    signal chartChosen(isSunburst: bool)
 
     implicitHeight: 48
-
-    CapsuleActionButton {
-        id: backButton
-
-        objectName: "showVolumes"
-        anchors.left: parent.left
-        anchors.leftMargin: Metrics.spacingLarge
-        anchors.verticalCenter: parent.verticalCenter
-        visible: root.showsBack
-        color: ColorPalette.secondaryText
-        label: qsTr("Disks")
-        icon.name: "chevron.left"
-        onClicked: root.back()
-    }
 
     Row {
         id: state
 
-        anchors.left: root.showsBack ? backButton.right : parent.left
-        anchors.leftMargin: root.showsBack ? Metrics.spacingMedium : Metrics.spacingHuge
+        anchors.left: parent.left
+        anchors.leftMargin: Metrics.spacingLarge
         anchors.verticalCenter: parent.verticalCenter
-        spacing: Metrics.spacingSmall
+        spacing: Metrics.spacingMedium
+
+        CapsuleActionButton {
+            objectName: "showVolumes"
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.showsBack
+            color: ColorPalette.secondaryText
+            label: qsTr("Disks")
+            icon.name: "chevron.left"
+            onClicked: root.back()
+        }
+
+        Rectangle {
+            anchors.verticalCenter: parent.verticalCenter
+            width: charts.width + 4
+            height: Metrics.controlHeight
+            radius: height / 2
+            color: ColorPalette.faded("white", 0.04)
+            border.width: 1
+            border.color: ColorPalette.hairline
+            Accessible.role: Accessible.Grouping
+            Accessible.name: qsTr("Chart")
+
+            Row {
+                id: charts
+
+                anchors.centerIn: parent
+                spacing: 2
+
+                ChartToggleButton {
+                    objectName: "sunburstToggle"
+                    icon.name: "circle.circle.fill"
+                    label: qsTr("Sunburst")
+                    isActive: root.showsSunburst
+                    onClicked: root.chartChosen(true)
+                }
+                ChartToggleButton {
+                    objectName: "treemapToggle"
+                    icon.name: "square.grid.2x2.fill"
+                    label: qsTr("Treemap")
+                    isActive: !root.showsSunburst
+                    onClicked: root.chartChosen(false)
+                }
+            }
+        }
+
+        Badge {
+            objectName: "adminBadge"
+            anchors.verticalCenter: parent.verticalCenter
+            visible: root.isAdmin
+            text: qsTr("ADMIN")
+            tint: ColorPalette.warning
+        }
 
         PulsingDot {
             anchors.verticalCenter: parent.verticalCenter
@@ -55,7 +97,7 @@ Item {
         anchors.left: state.right
         anchors.leftMargin: Metrics.spacingLarge
         anchors.right: parent.right
-        anchors.rightMargin: Metrics.spacingHuge
+        anchors.rightMargin: Metrics.spacingLarge
         anchors.verticalCenter: parent.verticalCenter
         horizontalAlignment: Text.AlignRight
         elide: Text.ElideMiddle

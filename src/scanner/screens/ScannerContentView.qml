@@ -16,6 +16,7 @@ FocusScope {
         sourceComponent: {
             switch (root.viewModel.scanState) {
             case ScanViewModel.Scanning:
+            case ScanViewModel.ScanningAdmin:
                 return scanning;
             case ScanViewModel.Completed:
                 return completed;
@@ -62,6 +63,7 @@ FocusScope {
             focus: true
             message: root.viewModel.errorMessage
             onRetry: root.viewModel.rescan()
+            onBack: root.viewModel.showVolumes()
         }
     }
 

@@ -8,6 +8,8 @@ FocusScope {
 
     required property ScanViewModel viewModel
 
+    property bool liveSunburst: true
+
     objectName: "scanningPhaseView"
 
     ScanningPulseView {
@@ -24,13 +26,16 @@ FocusScope {
         anchors.left: parent.left
         anchors.right: parent.right
         visible: root.viewModel.hasTree
+        showsSunburst: root.liveSunburst
+        onChartChosen: isSunburst => root.liveSunburst = isSunburst
+        isAdmin: root.viewModel.scanState === ScanViewModel.ScanningAdmin
         status: root.viewModel.isPaused ? qsTr("Paused") : qsTr("Scanning...")
         statusColor: root.viewModel.isPaused ? ColorPalette.warning : ColorPalette.secondaryText
         path: root.viewModel.stats.currentPath
         isBusy: !root.viewModel.isPaused
     }
 
-    LiveFolderTree {
+    ScanPanes {
         anchors.top: toolbar.bottom
         anchors.bottom: bar.top
         anchors.left: parent.left
@@ -38,6 +43,7 @@ FocusScope {
         visible: root.viewModel.hasTree
         focus: true
         viewModel: root.viewModel
+        showsSunburst: root.liveSunburst
     }
 
     LiveStatsBar {

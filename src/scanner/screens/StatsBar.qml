@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Layouts
 import Brivane.Components
 
 // The bar below a scan: figures on the left, controls on the right.
@@ -17,7 +18,7 @@ Rectangle {
         color: ColorPalette.hairline
     }
 
-    Row {
+    RowLayout {
         id: figuresRow
 
         anchors.left: parent.left
@@ -26,7 +27,7 @@ Rectangle {
         spacing: Metrics.spacingHuge
     }
 
-    Row {
+    RowLayout {
         id: controlsRow
 
         anchors.right: parent.right

@@ -16,11 +16,16 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QMetaEnum>
+#include <QQmlEngine>
 #include <QQuickItem>
+#include <QQuickView>
 #include <QQuickWindow>
 #include <QScreen>
+#include <QTest>
 
+#include <algorithm>
 #include <cstdio>
+#include <vector>
 
 namespace brivane {
 
@@ -41,6 +46,23 @@ FileNode* childOf(const FileNode& node, QStringView name)
             return child;
     }
     return nullptr;
+}
+
+/// The middles of the visible items with this name, from the top down.
+std::vector<QPoint> placesOf(const QQuickItem& root, const QString& name)
+{
+    std::vector<QPoint> places;
+    QList<QQuickItem*> open = root.childItems();
+    while (!open.isEmpty()) {
+        QQuickItem* item = open.takeLast();
+        if (!item->isVisible())
+            continue;
+        if (item->objectName() == name)
+            places.push_back(item->mapToScene(item->boundingRect().center()).toPoint());
+        open += item->childItems();
+    }
+    std::ranges::sort(places, {}, &QPoint::y);
+    return places;
 }
 
 } // namespace
@@ -74,6 +96,22 @@ QCoro::Task<bool> Tour::run()
     takePicture(u"scanner-volumes"_s);
 
     const QString disk = m_machine.volumes().startupDisk();
+    co_await showScan(scan);
+    co_await showRows(scan);
+    co_await showShell(*app.shell());
+
+    scan.showVolumes();
+    scan.startScan(QString());
+    const auto hasFailed = [&] { return scan.scanState() == ScanViewModel::Error; };
+    co_await waitFor(u"failed scan"_s, hasFailed);
+    takePicture(u"scanner-error"_s);
+    co_await showGallery();
+    co_return m_isWell;
+}
+
+QCoro::Task<> Tour::showScan(ScanViewModel& scan)
+{
+    const QString disk = m_machine.volumes().startupDisk();
     m_clock.holdAfter(100);
     scan.startScan(disk);
     takePicture(u"scanner-initializing"_s);
@@ -86,28 +124,87 @@ QCoro::Task<bool> Tour::run()
     const auto hasReported = [&] { return scan.progress().filesScanned > 4500; };
     co_await waitFor(u"report"_s, hasReported);
     takePicture(u"scanner-scanning"_s);
+    point(u"treemapToggle"_s, 0, Qt::LeftButton);
+    takePicture(u"scanner-scanning-treemap"_s);
     scan.togglePause();
     takePicture(u"scanner-paused"_s);
     scan.togglePause();
     m_clock.release();
     co_await waitFor(u"second scan"_s, isFinished);
     takePicture(u"scanner-completed"_s);
+    point(u"treemapToggle"_s, 0, Qt::LeftButton);
+    takePicture(u"scanner-completed-treemap"_s);
+}
 
-    const FileNodePtr root = scan.rootNode().node();
-    if (FileNode* users = childOf(*root, u"Users")) {
-        scan.drillDown(FileNodeRef(users->shared()));
-        scan.drillDown(FileNodeRef(users->children().front()->shared()));
-        takePicture(u"scanner-folder"_s);
+QCoro::Task<> Tour::showRows(ScanViewModel& scan)
+{
+    const auto enter = [&scan](QStringView name) {
+        if (FileNode* folder = childOf(*scan.focusedNode().node(), name))
+            scan.drillDown(FileNodeRef(folder->shared()));
+    };
+    enter(u"Users");
+    enter(u"robin");
+    takePicture(u"scanner-folder"_s);
+    point(u"folderTreeRow"_s, 3, Qt::NoButton);
+    takePicture(u"scanner-row-hovered"_s);
+    point(u"folderTreeRow"_s, 4, Qt::RightButton);
+    takePicture(u"scanner-row-menu"_s);
+    QTest::keyClick(m_window, Qt::Key_Escape);
+    enter(u"Downloads");
+    point(u"folderTreeRow"_s, 2, Qt::LeftButton);
+    for (const int row : {0, 1, 4}) {
+        point(u"folderTreeRow"_s, row, Qt::NoButton);
+        point(u"stageRow"_s, 0, Qt::LeftButton);
     }
+    point(QString(), 0, Qt::NoButton);
+    takePicture(u"scanner-staged"_s);
+    point(u"stagedButton"_s, 0, Qt::LeftButton);
+    takePicture(u"scanner-staged-list"_s);
+    point(u"popupAction"_s, 0, Qt::LeftButton);
+    scan.drillUp();
+    enter(u"Library");
+    enter(u"Application Support");
+    takePicture(u"scanner-unreadable-folder"_s);
+    point(u"issuesButton"_s, 0, Qt::LeftButton);
+    takePicture(u"scanner-unreadable-list"_s);
+    QTest::keyClick(m_window, Qt::Key_Escape);
+    QTest::keyClick(m_window, Qt::Key_Tab);
+    co_return;
+}
 
-    co_await showShell(*app.shell());
+QCoro::Task<> Tour::showGallery()
+{
+    QQuickView view;
+    view.engine()->addImportPath(u"qrc:/qt/qml"_s);
+    view.setResizeMode(QQuickView::SizeRootObjectToView);
+    view.resize(1200, 750);
+    view.setSource(QUrl(u"qrc:/qt/qml/Brivane/Components/Gallery.qml"_s));
+    view.show();
+    takePicture(view, u"gallery"_s);
+    auto* flickable = view.rootObject()->findChild<QQuickItem*>(u"galleryFlickable"_s);
+    flickable->setProperty("contentY",
+                           flickable->property("contentHeight").toReal() - flickable->height());
+    takePicture(view, u"gallery-end"_s);
+    co_return;
+}
 
-    scan.showVolumes();
-    scan.startScan(QString());
-    const auto hasFailed = [&] { return scan.scanState() == ScanViewModel::Error; };
-    co_await waitFor(u"failed scan"_s, hasFailed);
-    takePicture(u"scanner-error"_s);
-    co_return m_isWell;
+void Tour::point(const QString& name, int number, Qt::MouseButton button)
+{
+    // An empty name: away from everything.
+    QPoint place = QPoint(m_window->width(), m_window->height()) - QPoint(2, 2);
+    if (!name.isEmpty()) {
+        const std::vector<QPoint> places = placesOf(*m_window->contentItem(), name);
+        if (static_cast<std::size_t>(number) >= places.size()) {
+            std::fprintf(stderr, "The tour found no %s\n", qPrintable(name));
+            m_isWell = false;
+            return;
+        }
+        place = places[static_cast<std::size_t>(number)];
+    }
+    QTest::mouseMove(m_window, place);
+    if (button != Qt::NoButton)
+        QTest::mouseClick(m_window, button, {}, place);
+    settle();
 }
 
 QCoro::Task<> Tour::showShell(ShellViewModel& shell)
@@ -150,15 +247,20 @@ QCoro::Task<> Tour::showShell(ShellViewModel& shell)
     shell.setAppMode(AppMode::scanner);
 }
 
-void Tour::takePicture(const QString& name)
+void Tour::settle()
 {
     // What has changed is laid out in the next frames, which come by the event loop.
     const QDeadlineTimer settled(settlingTime);
     while (!settled.hasExpired())
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+}
+
+void Tour::takePicture(QQuickWindow& window, const QString& name)
+{
+    settle();
     const QString file = m_pictures + u'/' + name + m_suffix + u".png"_s;
-    m_window->grabWindow(); // what is new settles in its first frame
-    if (!m_window->grabWindow().save(file)) {
+    window.grabWindow(); // what is new settles in its first frame
+    if (!window.grabWindow().save(file)) {
         std::fprintf(stderr, "%s could not be written\n", qPrintable(file));
         m_isWell = false;
     }

@@ -12,6 +12,7 @@ namespace brivane {
 class BrivaneApp;
 class DemoMachine;
 class HoldableClock;
+class ScanViewModel;
 class ShellViewModel;
 
 /// Goes through the real program on the demo machine, from the first start on, and keeps a picture
@@ -26,9 +27,18 @@ public:
     QCoro::Task<bool> run();
 
 private:
+    QCoro::Task<> showScan(ScanViewModel& scan);
+    /// What can be done in a finished scan.
+    QCoro::Task<> showRows(ScanViewModel& scan);
     /// The window around the modules, while a finished scan is there.
     QCoro::Task<> showShell(ShellViewModel& shell);
-    void takePicture(const QString& name);
+    QCoro::Task<> showGallery();
+    /// Clicks, or only rests, in the middle of the item with this name, the `number`-th of its
+    /// kind.
+    void point(const QString& name, int number, Qt::MouseButton button);
+    void settle();
+    void takePicture(const QString& name) { takePicture(*m_window, name); }
+    void takePicture(QQuickWindow& window, const QString& name);
     /// Comes back when `isReached`, or after some seconds: then the tour has failed.
     QCoro::Task<> waitFor(QString state, std::function<bool()> isReached);
 

@@ -4,6 +4,7 @@
 #include "components/Motion.h"
 #include "sandbox/demo/DemoMachine.h"
 #include "sandbox/demo/HoldableClock.h"
+#include "sandbox/demo/Permissions.h"
 #include "sandbox/demo/Tour.h"
 
 #include <QGuiApplication>
@@ -29,6 +30,7 @@ QCoro::Task<> takeTour(DemoMachine& machine, HoldableClock& clock, QString folde
 
 int main(int argc, char** argv)
 {
+    obeyPermissions();
     QGuiApplication application(argc, argv);
     const QStringList arguments = QGuiApplication::arguments();
     const bool isTour = arguments.size() == 3 && arguments[1] == "--tour"_L1;

@@ -42,7 +42,7 @@ void FolderModel::refresh()
     if (m_isTakingPicture)
         m_needsAnother = true;
     else if (m_directory->childCount() <= childrenAtOnce)
-        show(pictureOf(*m_directory));
+        show(childrenBySize(*m_directory));
     else
         startPicture();
 }
@@ -61,19 +61,7 @@ void FolderModel::startPicture()
         if (m_needsAnother || directory != m_directory)
             refresh();
     });
-    watcher->setFuture(QtConcurrent::run([directory] { return pictureOf(*directory); }));
-}
-
-FolderModel::Rows FolderModel::pictureOf(const FileNode& directory)
-{
-    Rows rows;
-    for (FileNode* child : directory.children()) {
-        // The size is read once: it may grow while the rows are put into order.
-        if (const std::uint64_t size = child->size(); size > 0)
-            rows.push_back({child, size});
-    }
-    std::ranges::stable_sort(rows, std::greater(), &Row::size);
-    return rows;
+    watcher->setFuture(QtConcurrent::run([directory] { return childrenBySize(*directory); }));
 }
 
 void FolderModel::show(Rows rows)
@@ -100,7 +88,7 @@ void FolderModel::show(Rows rows)
     const QModelIndexList indexes = persistentIndexList();
     std::vector<const FileNode*> remembered;
     for (const QModelIndex& index : indexes) {
-        const Row& row = m_rows[static_cast<std::size_t>(index.row())];
+        const SizedNode& row = m_rows[static_cast<std::size_t>(index.row())];
         remembered.push_back(row.size > 0 ? row.node : nullptr);
     }
     m_rows = std::move(rows);
@@ -117,7 +105,7 @@ void FolderModel::show(Rows rows)
 
 int FolderModel::rowOf(const FileNode* node) const
 {
-    const auto found = std::ranges::find(m_rows, node, &Row::node);
+    const auto found = std::ranges::find(m_rows, node, &SizedNode::node);
     return found == m_rows.end() ? -1 : static_cast<int>(found - m_rows.begin());
 }
 
@@ -137,7 +125,7 @@ QVariant FolderModel::data(const QModelIndex& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    const Row& row = m_rows[static_cast<std::size_t>(index.row())];
+    const SizedNode& row = m_rows[static_cast<std::size_t>(index.row())];
     switch (role) {
     case NodeRole:
         return QVariant::fromValue(FileNodeRef(row.node->shared()));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scanner/FileNode.h"
+#include "scanner/SizedNode.h"
 
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
@@ -50,13 +50,8 @@ Q_SIGNALS:
     void countChanged();
 
 private:
-    struct Row {
-        FileNode* node = nullptr;
-        std::uint64_t size = 0;
-    };
-    using Rows = std::vector<Row>;
+    using Rows = std::vector<SizedNode>;
 
-    static Rows pictureOf(const FileNode& directory);
     [[nodiscard]] int rowTotal() const { return static_cast<int>(m_rows.size()); }
     void startPicture();
     void show(Rows rows);

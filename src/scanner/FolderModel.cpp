@@ -32,6 +32,7 @@ void FolderModel::setDirectory(const FileNodePtr& directory)
     m_rows.clear();
     endResetModel();
     Q_EMIT countChanged();
+    Q_EMIT pictureChanged();
     refresh();
 }
 
@@ -42,7 +43,7 @@ void FolderModel::refresh()
     if (m_isTakingPicture)
         m_needsAnother = true;
     else if (m_directory->childCount() <= childrenAtOnce)
-        show(pictureOf(*m_directory));
+        show(childrenBySize(*m_directory));
     else
         startPicture();
 }
@@ -61,20 +62,7 @@ void FolderModel::startPicture()
         if (m_needsAnother || directory != m_directory)
             refresh();
     });
-    watcher->setFuture(QtConcurrent::run([directory] { return pictureOf(*directory); }));
-}
-
-FolderModel::Rows FolderModel::pictureOf(const FileNode& directory)
-{
-    Rows rows;
-    for (FileNode* child : directory.children()) {
-        // The size is read once: it may grow while the rows are put into order.
-        const std::uint64_t size = child->size();
-        if (size > 0 || child->isUnreadable())
-            rows.push_back({child, size});
-    }
-    std::ranges::stable_sort(rows, std::greater(), &Row::size);
-    return rows;
+    watcher->setFuture(QtConcurrent::run([directory] { return childrenBySize(*directory); }));
 }
 
 void FolderModel::show(Rows rows)
@@ -82,7 +70,8 @@ void FolderModel::show(Rows rows)
     m_needsAnother = false;
     const int before = rowTotal();
     const int after = static_cast<int>(rows.size());
-    const bool isSameOrder = std::ranges::equal(rows, m_rows, {}, &Row::node, &Row::node);
+    const bool isSameOrder =
+        std::ranges::equal(rows, m_rows, {}, &SizedNode::node, &SizedNode::node);
     if (!isSameOrder)
         Q_EMIT aboutToRearrange();
     if (after > before) {
@@ -101,6 +90,12 @@ void FolderModel::show(Rows rows)
         Q_EMIT countChanged();
     if (!isSameOrder)
         Q_EMIT rearranged();
+    Q_EMIT pictureChanged();
+}
+
+std::span<const SizedNode> FolderModel::sizedRows() const
+{
+    return withSize(m_rows);
 }
 
 void FolderModel::noteMarks()
@@ -111,7 +106,7 @@ void FolderModel::noteMarks()
 
 int FolderModel::rowOf(const FileNodeRef& node) const
 {
-    const auto found = std::ranges::find(m_rows, node.node().get(), &Row::node);
+    const auto found = std::ranges::find(m_rows, node.node().get(), &SizedNode::node);
     return found == m_rows.end() ? -1 : static_cast<int>(found - m_rows.begin());
 }
 
@@ -131,7 +126,7 @@ QVariant FolderModel::data(const QModelIndex& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid))
         return {};
-    const Row& row = m_rows[static_cast<std::size_t>(index.row())];
+    const SizedNode& row = m_rows[static_cast<std::size_t>(index.row())];
     switch (role) {
     case NodeRole:
         return QVariant::fromValue(FileNodeRef(row.node->shared()));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "scanner/FileNodeRef.h"
+#include "scanner/SizedNode.h"
 
 #include <QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
@@ -47,6 +48,11 @@ public:
     /// The node of `row`, null when there is no such row.
     [[nodiscard]] FileNodePtr nodeAt(int row) const;
 
+    /// The rows that have a size, with it: what a chart of the directory shows. Valid until
+    /// pictureChanged(), as long as the directory stays the same.
+    [[nodiscard]] std::span<const SizedNode> sizedRows() const;
+    [[nodiscard]] const FileNodePtr& directory() const { return m_directory; }
+
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
@@ -56,15 +62,12 @@ Q_SIGNALS:
     /// Around a change of the order, while the directory stays the same.
     void aboutToRearrange();
     void rearranged();
+    /// What sizedRows() gives may be another now.
+    void pictureChanged();
 
 private:
-    struct Row {
-        FileNode* node = nullptr;
-        std::uint64_t size = 0;
-    };
-    using Rows = std::vector<Row>;
+    using Rows = std::vector<SizedNode>;
 
-    static Rows pictureOf(const FileNode& directory);
     [[nodiscard]] int rowTotal() const { return static_cast<int>(m_rows.size()); }
     void startPicture();
     void show(Rows rows);

@@ -1,0 +1,74 @@
+#include "scanner/charts/ChartNavigation.h"
+
+#include "scanner/charts/Treemap.h"
+#include "scanner/charts/TreemapBlock.h"
+
+#include <map>
+#include <random>
+#include <set>
+
+#include <gtest/gtest.h>
+
+using namespace brivane;
+
+TEST(ChartNavigation, KeysLeadToTheBlockBesideTheMiddleAndNeverToOneNotDrawn)
+{
+    // 0 1 3     beside 3 is 4, which is too small to be drawn
+    // 0 2 3
+    //   5   6   where 3 is nearer to 5, but not beside it
+    const std::vector<QRectF> frames = {{0, 0, 100, 100},  {103, 0, 50, 30}, {103, 33, 50, 67},
+                                        {156, 0, 40, 100}, {199, 0, 2, 100}, {103, 103, 20, 20},
+                                        {250, 103, 20, 20}};
+    constexpr int nowhere = -1;
+    // To the left, to the right, up and down from each.
+    const std::map<std::size_t, std::array<int, 4>> expected = {
+        {0, {nowhere, 2, nowhere, 5}}, {1, {0, 3, nowhere, 2}}, {2, {0, 3, 1, 5}},
+        {3, {2, 6, nowhere, 5}},       {5, {0, 6, 2, nowhere}}, {6, {5, nowhere, 3, nowhere}},
+    };
+    for (const auto& [from, neighbours] : expected) {
+        for (std::size_t direction = 0; direction < 4; ++direction) {
+            const auto to = neighbour(frames, from, static_cast<Direction>(direction));
+            EXPECT_EQ(to ? static_cast<int>(*to) : nowhere, neighbours[direction])
+                << from << " " << direction;
+        }
+    }
+}
+
+TEST(ChartNavigation, EveryDrawnBlockIsReachedFromTheFirst)
+{
+    std::mt19937_64 random(6);
+    for (int round = 0; round < 300; ++round) {
+        std::vector<TreemapItem> items(1 + random() % 40);
+        for (TreemapItem& item : items)
+            item.size = std::uint64_t{1} << random() % 12;
+        std::ranges::sort(items, std::greater(), &TreemapItem::size);
+        std::vector<QRectF> frames;
+        for (const QRectF& rect : computeTreemap(items, {0, 0, 800, 500}))
+            frames.push_back(blockFrame(rect));
+        std::vector<std::size_t> found{0};
+        std::set<std::size_t> seen{0};
+        for (std::size_t i = 0; i < found.size(); ++i) {
+            for (int direction = 0; direction < 4; ++direction) {
+                const auto next = neighbour(frames, found[i], static_cast<Direction>(direction));
+                if (next && seen.insert(*next).second)
+                    found.push_back(*next);
+            }
+        }
+        EXPECT_EQ(seen.size(), items.size()) << "round " << round;
+    }
+}
+
+TEST(ChartNavigation, ArcsFollowEachOtherRoundTheirRingPastThoseNotDrawn)
+{
+    const std::vector<SunburstSegmentData> segments = {
+        {nullptr, 0, 50, 0, 0},  {nullptr, 0, 20, 1, 0},  {nullptr, 60, 0.001, 0, 1},
+        {nullptr, 70, 50, 0, 2}, {nullptr, 70, 20, 1, 2},
+    };
+    EXPECT_EQ(nextArc(segments, {}, Turn::Clockwise), 0U);
+    EXPECT_EQ(nextArc(segments, {}, Turn::CounterClockwise), 3U);
+    EXPECT_EQ(nextArc(segments, 0, Turn::Clockwise), 3U);
+    EXPECT_EQ(nextArc(segments, 3, Turn::Clockwise), 0U);
+    EXPECT_EQ(nextArc(segments, 1, Turn::CounterClockwise), 4U);
+    EXPECT_EQ(nextArc({}, {}, Turn::Clockwise), std::nullopt);
+    EXPECT_EQ(nextArc(std::span(segments).subspan(2, 1), {}, Turn::Clockwise), std::nullopt);
+}

@@ -1,0 +1,231 @@
+#include "scanner/charts/Treemap.h"
+
+#include "scanner/FileTree.h"
+#include "scanner/charts/TreemapBlock.h"
+
+#include <cmath>
+#include <limits>
+#include <numeric>
+#include <random>
+
+#include <gmock/gmock.h>
+
+using namespace brivane;
+
+namespace {
+
+using Sizes = std::vector<std::uint64_t>;
+
+std::vector<TreemapItem> itemsOf(const Sizes& sizes)
+{
+    std::vector<TreemapItem> items(sizes.size());
+    for (std::size_t i = 0; i < sizes.size(); ++i)
+        items[i].size = sizes[i];
+    return items;
+}
+
+std::shared_ptr<FileTree> directoryOf(const Sizes& sizes)
+{
+    auto tree = FileTree::create("/shown");
+    for (const std::uint64_t size : sizes)
+        tree->attach(tree->make("child", false, size), tree->root());
+    return tree;
+}
+
+/// Sizes of one of five kinds: equal, of two sorts, even, very uneven, with many zeros.
+Sizes randomSizes(std::mt19937_64& random, std::size_t count, unsigned mostBits)
+{
+    Sizes sizes(count);
+    const auto kind = random() % 5;
+    for (std::uint64_t& size : sizes) {
+        const std::uint64_t kinds[] = {7, 1 + random() % 2, 1 + random() % 1000,
+                                       std::uint64_t{1} << random() % mostBits, random() % 3};
+        size = kinds[kind];
+    }
+    return sizes;
+}
+
+double naiveWorst(std::span<const double> row, double side)
+{
+    const double thickness = std::accumulate(row.begin(), row.end(), 0.0) / side;
+    if (!(thickness > 0))
+        return std::numeric_limits<double>::infinity();
+    double worst = 0;
+    for (const double area : row) {
+        if (const double length = area / thickness; length > 0)
+            worst = std::max({worst, length / thickness, thickness / length});
+    }
+    return worst;
+}
+
+/// The slow way: each row is made and judged as a whole.
+std::vector<QRectF> naiveSquarify(std::span<const double> areas, QRectF rect)
+{
+    std::vector<QRectF> rects;
+    while (!areas.empty() && rect.width() > 0 && rect.height() > 0) {
+        const double side = std::min(rect.width(), rect.height());
+        std::size_t count = 1;
+        while (count < areas.size() &&
+               naiveWorst(areas.first(count + 1), side) <= naiveWorst(areas.first(count), side))
+            ++count;
+        const auto row = areas.first(count);
+        const double sum = std::accumulate(row.begin(), row.end(), 0.0);
+        const bool isTop = rect.width() < rect.height();
+        QPointF corner = rect.topLeft();
+        for (const double area : row) {
+            const double length = side * area / std::max(sum, 0.001);
+            const QSizeF size(length, sum / side);
+            rects.emplace_back(corner, isTop ? size : size.transposed());
+            corner += isTop ? QPointF(length, 0) : QPointF(0, length);
+        }
+        areas = areas.subspan(count);
+        const QPointF step(isTop ? 0 : sum / side, isTop ? sum / side : 0);
+        rect = {rect.x() + step.x(), rect.y() + step.y(), rect.width() - step.x(),
+                rect.height() - step.y()};
+    }
+    rects.resize(rects.size() + areas.size());
+    return rects;
+}
+
+bool isNear(const QRectF& a, const QRectF& b)
+{
+    const QPointF one = a.topLeft() - b.topLeft();
+    const QPointF other = a.bottomRight() - b.bottomRight();
+    return one.manhattanLength() + other.manhattanLength() <
+           1e-9 * (std::abs(b.right()) + std::abs(b.bottom()) + 1);
+}
+
+/// Each block has its share, raised to the least one, and they fill `rect` without overlap.
+void expectFairAndFull(const Sizes& sizes, const std::vector<QRectF>& rects, const QRectF& rect)
+{
+    std::vector<double> shares(sizes.begin(), sizes.end());
+    for (const double total = std::accumulate(shares.begin(), shares.end(), 0.0);
+         double& share : shares)
+        share = std::max(share / total, 0.008);
+    const double sum = std::accumulate(shares.begin(), shares.end(), 0.0);
+    const double area = rect.width() * rect.height();
+    for (std::size_t i = 0; i < rects.size(); ++i) {
+        EXPECT_NEAR(rects[i].width() * rects[i].height() / area, shares[i] / sum, 1e-9);
+        EXPECT_TRUE(rect.adjusted(-1e-6, -1e-6, 1e-6, 1e-6).contains(rects[i]));
+        for (std::size_t j = 0; j < i && i <= 40; ++j)
+            EXPECT_FALSE(rects[i].adjusted(1e-6, 1e-6, -1e-6, -1e-6).intersects(rects[j]));
+    }
+}
+
+} // namespace
+
+TEST(Treemap, BeyondFortyNothingIsLostAndEqualSizesKeepTheirOrder)
+{
+    std::mt19937_64 random(1);
+    for (const std::size_t count : {0U, 1U, 39U, 40U, 41U, 5000U}) {
+        for (int round = 0; round < 20; ++round) {
+            const Sizes sizes = randomSizes(random, count, 50);
+            const auto tree = directoryOf(sizes);
+            const std::vector<FileNode*> before = tree->root()->children();
+            std::vector<FileNode*> expected = before;
+            std::erase_if(expected, [](const FileNode* node) { return node->size() == 0; });
+            std::ranges::stable_sort(expected, std::greater(), &FileNode::size);
+
+            const auto items = displayItems(childrenBySize(*tree->root()));
+            EXPECT_EQ(tree->root()->children(), before);
+            const std::size_t singles = expected.size() > 40 ? 39 : expected.size();
+            ASSERT_EQ(items.size(), expected.size() > 40 ? 40 : singles);
+            std::uint64_t rest = std::accumulate(sizes.begin(), sizes.end(), std::uint64_t{0});
+            for (std::size_t i = 0; i < items.size(); ++i) {
+                EXPECT_EQ(items[i].colorIndex, static_cast<int>(i));
+                EXPECT_EQ(items[i].node, i < singles ? expected[i] : nullptr);
+                EXPECT_EQ(items[i].size, i < singles ? expected[i]->size() : rest);
+                rest -= items[i].size;
+            }
+            EXPECT_EQ(rest, 0U);
+        }
+    }
+}
+
+TEST(Treemap, TheGroupIsNeverEnteredAndOwnsUpToBeingALowerBound)
+{
+    // Sparse files may claim so much that no sum can hold it.
+    const auto tree = directoryOf(Sizes(42, UINT64_MAX));
+    const auto whole = displayItems(childrenBySize(*tree->root())).back();
+    EXPECT_EQ(whole.name(), u"Other (3 items)");
+    EXPECT_EQ(whole.path(), u"__other__");
+    EXPECT_EQ(whole.size, UINT64_MAX);
+    EXPECT_TRUE(whole.isDirectory() && !whole.canDrillDown() && !whole.isIncomplete);
+    tree->addIssue(tree->root()->children()[40], true, {});
+    EXPECT_TRUE(displayItems(childrenBySize(*tree->root())).back().isIncomplete);
+}
+
+TEST(Treemap, BlocksFillAnyRectangleInProportionAndLieAsTheSlowWayLaysThem)
+{
+    std::mt19937_64 random(2);
+    std::uniform_real_distribution<double> exponent(-2, 4);
+    for (int round = 0; round < 3000; ++round) {
+        const std::size_t counts[] = {1, 2, 39, 40, 41, 1 + random() % 40};
+        const std::size_t count = round % 500 == 0 ? 5000 : counts[random() % 6];
+        Sizes sizes = randomSizes(random, count, 60);
+        const double width = std::pow(10, exponent(random));
+        const double height = random() % 5 == 0 ? width : std::pow(10, exponent(random));
+        const QRectF rect(exponent(random), exponent(random), width, height);
+        // Rows below a thousandth of a square point are not stretched to their side.
+        if (width * height > 10 && std::ranges::count(sizes, 0U) < std::ssize(sizes))
+            expectFairAndFull(sizes, computeTreemap(itemsOf(sizes), rect), rect);
+
+        std::ranges::shuffle(sizes, random);
+        std::vector<double> areas(sizes.begin(), sizes.end());
+        for (const double total = std::accumulate(areas.begin(), areas.end(), 1.0);
+             double& area : areas)
+            area *= width * height / total;
+        EXPECT_TRUE(std::ranges::equal(squarify(areas, rect), naiveSquarify(areas, rect), isNear));
+        ASSERT_FALSE(HasFailure()) << "round " << round;
+    }
+}
+
+TEST(Treemap, EdgesOfTheLayout)
+{
+    const QRectF square(10, 20, 100, 100);
+    EXPECT_EQ(computeTreemap(itemsOf({1}), square).front(), square);
+    EXPECT_EQ(computeTreemap(itemsOf({3, 1}), square).front(), QRectF(10, 20, 75, 100));
+    EXPECT_EQ(computeTreemap(itemsOf({3, 1}), {0, 0, 99, 100}).front(), QRectF(0, 0, 99, 75));
+    EXPECT_THAT(computeTreemap(itemsOf({3, 1}), {0, 0, 0, 100}), testing::Each(QRectF()));
+    EXPECT_THAT(computeTreemap(itemsOf({0, 0}), square), testing::Each(QRectF()));
+    EXPECT_TRUE(computeTreemap({}, square).empty());
+}
+
+TEST(TreemapBlock, ABlockTooSmallToDrawIsStillHitAndTheFirstWins)
+{
+    const std::vector<QRectF> blocks = {{0, 0, 5, 50}, {5, 0, 5.5, 50}, {5, 0, 20, 50}};
+    EXPECT_FALSE(isBlockDrawn(blockFrame(blocks[1])));
+    EXPECT_TRUE(isBlockDrawn(blockFrame(blocks[2])));
+    EXPECT_EQ(blockAt(blocks, {2.5, 25}), std::nullopt);
+    EXPECT_EQ(blockAt(blocks, {7, 25}), 1U);
+    EXPECT_EQ(blockAt(blocks, {12, 25}), 2U);
+    EXPECT_EQ(blockAt(blocks, {12, 1}), std::nullopt);
+}
+
+TEST(TreemapBlock, LabelsThatJustDoNotFitAreSmaller)
+{
+    // Width, height; sizes of name, symbol and size text.
+    const double rows[][5] = {
+        {300.1, 100, 13, 10, 11}, {300, 100, 11, 8, 9}, {120, 100, 10, 8, 8}, {50, 100, 9, 8, 8},
+        {45, 100, 8, 0, 0},       {100, 25, 8, 0, 0},   {22, 100, 0, 0, 0},   {100, 12, 0, 0, 0},
+    };
+    for (const auto& [width, height, name, symbol, sizeText] : rows) {
+        const BlockLabel label = blockLabel({7, 7, width, height});
+        EXPECT_THAT((std::array{label.nameSize, label.symbolSize, label.sizeTextSize}),
+                    testing::ElementsAre(name, symbol, sizeText));
+    }
+}
+
+TEST(TreemapBlock, BlocksComeOneAfterTheOtherAndAllHaveComeAtTheEnd)
+{
+    for (const std::size_t index : {0U, 1U, 19U, 20U, 39U}) {
+        const double delay = index < 20 ? 0.03 * static_cast<double>(index) : 0.6;
+        EXPECT_EQ(blockProgress(index, delay), 0);
+        EXPECT_NEAR(blockProgress(index, (1 + delay) / 2), 0.5, 1e-9);
+        EXPECT_EQ(blockProgress(index, 1), 1);
+    }
+    EXPECT_NEAR(blockScale(0.5), 0.7, 1e-9);
+    EXPECT_NEAR(blockLabel({0, 0, 100, 100}).opacity(0.7), 0.5, 1e-9);
+    EXPECT_NEAR(blockLabel({0, 0, 30, 20}).opacity(0.75), 0.5, 1e-9);
+    EXPECT_EQ(blockLabel({0, 0, 30, 20}).opacity(0.4), 0);
+}

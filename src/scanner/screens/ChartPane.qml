@@ -1,29 +1,82 @@
 import QtQuick
 import Brivane.Components
+import Brivane.Scanner
 
-// The place of the two charts of the focused folder.
-Item {
+// One of the two charts of the focused folder.
+FocusScope {
     id: root
 
+    required property ScanViewModel viewModel
     required property bool showsSunburst
 
     objectName: "chartPane"
 
-    Column {
-        anchors.centerIn: parent
-        spacing: Metrics.spacingMedium
+    Loader {
+        id: chart
 
-        Symbol {
-            anchors.horizontalCenter: parent.horizontalCenter
-            name: root.showsSunburst ? "circle.circle.fill" : "square.grid.2x2.fill"
-            size: 96
-            color: ColorPalette.faded("white", 0.06)
+        anchors.fill: parent
+        anchors.margins: Metrics.spacingSmall
+        focus: true
+        sourceComponent: root.showsSunburst ? sunburst : treemap
+        onLoaded: arrival.restart()
+    }
+
+    Spring {
+        id: arrival
+
+        target: chart
+        property: "opacity"
+        from: 0
+        to: 1
+        response: 0.3
+        damping: 0.8
+    }
+
+    Component {
+        id: sunburst
+
+        SunburstChart {
+            id: ring
+
+            objectName: "sunburstChart"
+            focus: true
+            viewModel: root.viewModel
+            onMenuRequested: (node, x, y) => menu.openFor(node, ring, x, y)
+            Accessible.role: Accessible.Chart
+            Accessible.name: qsTr("Sunburst of %1").arg(root.viewModel.stats.focusName)
+
+            ChartBlocks { chart: ring }
+            SunburstCentre {
+                anchors.centerIn: parent
+                radius: ring.innerRadius
+                viewModel: root.viewModel
+            }
+            ChartTip { chart: ring }
         }
-        AppText {
-            anchors.horizontalCenter: parent.horizontalCenter
-            text: root.showsSunburst ? qsTr("The sunburst is not part of this version yet.")
-                : qsTr("The treemap is not part of this version yet.")
-            textStyle: AppText.Style.Callout
+    }
+
+    Component {
+        id: treemap
+
+        TreemapView {
+            id: blocks
+
+            objectName: "treemapView"
+            focus: true
+            viewModel: root.viewModel
+            onMenuRequested: (node, x, y) => menu.openFor(node, blocks, x, y)
+            Accessible.role: Accessible.Chart
+            Accessible.name: qsTr("Treemap of %1").arg(root.viewModel.stats.focusName)
+
+            ChartBlocks { chart: blocks }
+            ChartTip { chart: blocks }
         }
+    }
+
+    RowMenu {
+        id: menu
+
+        actions: root.viewModel.actions
+        onClosed: chart.forceActiveFocus()
     }
 }

@@ -29,6 +29,7 @@ FocusScope {
         anchors.left: separator.right
         anchors.right: parent.right
         height: parent.height
+        viewModel: root.viewModel
         showsSunburst: root.showsSunburst
     }
 }

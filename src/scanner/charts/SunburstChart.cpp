@@ -1,0 +1,176 @@
+#include "scanner/charts/SunburstChart.h"
+
+#include "components/ColorPalette.h"
+#include "scanner/charts/ChartNavigation.h"
+#include "scanner/charts/ChartPalette.h"
+
+#include <QEasingCurve>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace brivane {
+
+namespace {
+
+constexpr double revealDuration = 1200; ///< milliseconds, as those that follow
+constexpr double ringDuration = 700;
+constexpr double ringDelay = 120;
+constexpr double endOfFirstTurn = 270; ///< degrees
+
+double easeOut(double progress)
+{
+    return QEasingCurve(QEasingCurve::OutQuad).valueForProgress(std::clamp(progress, 0.0, 1.0));
+}
+
+double between(double from, double to, double part)
+{
+    return from + (to - from) * part;
+}
+
+QRectF circle(const QPointF& center, double radius)
+{
+    return {center.x() - radius, center.y() - radius, 2 * radius, 2 * radius};
+}
+
+/// QPainterPath turns the other way round.
+QPainterPath pathOf(const ArcShape& arc)
+{
+    const double sweep = arc.endAngle - arc.startAngle;
+    const QRectF outer = circle(arc.center, arc.outerRadius);
+    const QRectF inner = circle(arc.center, arc.innerRadius);
+    QPainterPath path;
+    path.arcMoveTo(outer, -arc.startAngle);
+    path.arcTo(outer, -arc.startAngle, -sweep);
+    path.arcTo(inner, -arc.endAngle, sweep);
+    path.closeSubpath();
+    return path;
+}
+
+QColor faded(QColor color, double factor)
+{
+    color.setAlphaF(color.alphaF() * static_cast<float>(factor));
+    return color;
+}
+
+} // namespace
+
+double SunburstChart::revealProgress() const
+{
+    return easeOut(m_elapsed / revealDuration);
+}
+
+std::vector<double> SunburstChart::ringReveal() const
+{
+    std::vector<double> rings;
+    for (int depth = 0; depth <= m_layout.maxDepth; ++depth)
+        rings.push_back(easeOut((m_elapsed - ringDelay * depth) / ringDuration));
+    return rings;
+}
+
+SunburstFrame SunburstChart::frame() const
+{
+    return {size(), ringReveal(), m_layout};
+}
+
+void SunburstChart::rebuild(std::span<const SizedNode> children, std::vector<TreemapItem>& items)
+{
+    const FileNodeRef& focus = viewModel()->focusedNode();
+    m_segments = m_layout.buildSegments(children, focus.isValid() ? focus.node()->size() : 0);
+    const auto end = std::ranges::find_if(m_segments, [](const SunburstSegmentData& segment) {
+        return segment.startAngle >= endOfFirstTurn;
+    });
+    m_segments.erase(end, m_segments.end());
+    items.clear();
+    for (std::size_t i = 0; i < m_segments.size(); ++i) { // one ring, so a segment for each child
+        TreemapItem item;
+        item.node = m_segments[i].node;
+        item.size = children[i].size;
+        item.colorIndex = m_segments[i].colorIndex;
+        item.isIncomplete = item.node->isIncomplete();
+        items.push_back(item);
+    }
+}
+
+void SunburstChart::startReveal(bool)
+{
+    m_elapsed = 0;
+    Q_EMIT revealProgressChanged();
+}
+
+bool SunburstChart::advance(int milliseconds)
+{
+    m_elapsed = std::min(m_elapsed + milliseconds, revealDuration);
+    Q_EMIT revealProgressChanged();
+    return m_elapsed < revealDuration;
+}
+
+void SunburstChart::finishMotion()
+{
+    m_elapsed = revealDuration;
+    Q_EMIT revealProgressChanged();
+}
+
+std::optional<std::size_t> SunburstChart::itemAt(const QPointF& point) const
+{
+    return frame().segmentAt(m_segments, point);
+}
+
+std::optional<std::size_t> SunburstChart::itemBeside(std::size_t current, Qt::Key key) const
+{
+    const bool isForward = key == Qt::Key_Right || key == Qt::Key_Down;
+    return nextArc(m_segments, current, isForward ? Turn::Clockwise : Turn::CounterClockwise);
+}
+
+QRectF SunburstChart::itemBounds(std::size_t index) const
+{
+    const std::optional<ArcShape> arc = frame().arc(m_segments[index]);
+    return arc ? pathOf(*arc).boundingRect() : QRectF();
+}
+
+void SunburstChart::paint(QPainter* painter)
+{
+    painter->setRenderHint(QPainter::Antialiasing);
+    const SunburstFrame now = frame();
+    std::vector<std::size_t> lit;
+    for (std::size_t i = 0; i < m_segments.size(); ++i) {
+        if (glow(i) > 0 || isSelected(i))
+            lit.push_back(i);
+        else
+            paintArc(*painter, now, i);
+    }
+    // What stands out lies above its neighbours.
+    for (const std::size_t index : lit)
+        paintArc(*painter, now, index);
+}
+
+void SunburstChart::paintArc(QPainter& painter, const SunburstFrame& frame, std::size_t index) const
+{
+    std::optional<ArcShape> arc = frame.arc(m_segments[index]);
+    const std::optional<ArcShape> grown = frame.hoveredArc(m_segments[index]);
+    if (!arc || !grown)
+        return;
+    const double lit = glow(index);
+    arc->innerRadius = between(arc->innerRadius, grown->innerRadius, lit);
+    arc->outerRadius = between(arc->outerRadius, grown->outerRadius, lit);
+    const QPainterPath path = pathOf(*arc);
+    const QColor color = segmentColor(m_segments[index].colorIndex, m_segments[index].depth);
+    painter.setBrush(faded(color, between(0.7, 0.95, lit)));
+    if (isMarkedByKeyboard(index) || isSelected(index))
+        painter.setPen(QPen(isMarkedByKeyboard(index)
+                                ? ColorPalette::lightened(ColorPalette::accent(), 0.25)
+                                : ColorPalette::primaryText(),
+                            2));
+    else
+        painter.setPen(QPen(faded(Qt::white, between(0.08, 0.5, lit)), between(0.5, 1.5, lit)));
+    painter.drawPath(path);
+    if (!items()[index].isIncomplete)
+        return;
+    // Something in there could not be read: a warning along the outer edge.
+    const QRectF edge = circle(arc->center, arc->outerRadius - 1);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(ColorPalette::warning(), 2, Qt::DashLine, Qt::FlatCap));
+    painter.drawArc(edge, qRound(-arc->startAngle * 16),
+                    qRound(-(arc->endAngle - arc->startAngle) * 16));
+}
+
+} // namespace brivane

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "scanner/charts/ChartView.h"
+#include "scanner/charts/SunburstFrame.h"
+
+namespace brivane {
+
+/// The sunburst of the focused folder: a ring with an arc for each child. In a folder of so many
+/// children that the arcs would run round more than once, only those of the first turn are there:
+/// the largest. GUI thread; paints on the render thread while this one waits.
+class SunburstChart : public brivane::ChartView {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(double revealProgress READ revealProgress NOTIFY revealProgressChanged)
+    Q_PROPERTY(double innerRadius READ innerRadius CONSTANT)
+
+public:
+    using ChartView::ChartView;
+
+    /// From 0 to 1: how far the whole chart has come in.
+    [[nodiscard]] double revealProgress() const;
+    /// How far each ring has, from the innermost on.
+    [[nodiscard]] std::vector<double> ringReveal() const;
+    /// Of the hole in the middle; points.
+    [[nodiscard]] double innerRadius() const { return m_layout.innerRadius; }
+    void paint(QPainter* painter) override;
+
+Q_SIGNALS:
+    void revealProgressChanged();
+
+protected:
+    void rebuild(std::span<const SizedNode> children, std::vector<TreemapItem>& items) override;
+    void startReveal(bool isAppearing) override;
+    bool advance(int milliseconds) override;
+    void finishMotion() override;
+    [[nodiscard]] std::optional<std::size_t> itemAt(const QPointF& point) const override;
+    [[nodiscard]] std::optional<std::size_t> itemBeside(std::size_t current,
+                                                        Qt::Key key) const override;
+    [[nodiscard]] QRectF itemBounds(std::size_t index) const override;
+    [[nodiscard]] int glowDuration() const override { return 100; }
+
+private:
+    [[nodiscard]] SunburstFrame frame() const;
+    void paintArc(QPainter& painter, const SunburstFrame& frame, std::size_t index) const;
+
+    const SunburstLayout m_layout;
+    std::vector<SunburstSegmentData> m_segments;
+    double m_elapsed = 0; ///< milliseconds of the reveal
+};
+
+} // namespace brivane

@@ -1,17 +1,10 @@
 // Scans in the real window. A timer of 10 ms on the GUI thread shows what keeps it from its work.
 
-#include "app/BrivaneApp.h"
-#include "core/Log.h"
-#include "platform/DefaultFileSystem.h"
+#include "RealWindow.h"
 #include "platform/PathText.h"
-#include "platform/Volumes.h"
-#include "sandbox/SandboxMachine.h"
-#include "scanner/ScanViewModel.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
-#include <QQuickWindow>
-#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
@@ -65,19 +58,11 @@ private:
     std::vector<Milliseconds> m_all;
 };
 
-void run(const std::function<bool()>& isDone)
-{
-    QTimer tick; // looks again although nothing happens
-    tick.start(1);
-    while (!isDone())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-}
-
 void runFor(Milliseconds duration)
 {
     QElapsedTimer clock;
     clock.start();
-    run([&] { return static_cast<double>(clock.nsecsElapsed()) / 1e6 >= duration; });
+    runUntil([&] { return static_cast<double>(clock.nsecsElapsed()) / 1e6 >= duration; });
 }
 
 bool emptyCaches()
@@ -98,7 +83,7 @@ void scanOnce(ScanViewModel& scan, const QString& path, Lateness& lateness, cons
     });
     clock.start();
     scan.startScan(path);
-    run([&] { return scan.scanState() != ScanViewModel::Scanning; });
+    runUntil([&] { return scan.scanState() != ScanViewModel::Scanning; });
     QObject::disconnect(connection);
     lateness.report(what);
     std::printf("%-22s %lld files in %.2f s, reports after", "",
@@ -143,18 +128,8 @@ int main(int argc, char** argv)
     }
     const QString path = PathText::fromBytes(argv[1]);
     const int scans = argc > 2 ? std::max(1, std::atoi(argv[2])) : 5;
-    const LogCapture quiet;
-    // Preferences go to a sandbox; what is scanned is the machine itself.
-    const SandboxMachine machine = SandboxMachine::temporary();
-    OwnedHost host(machine.locations(), DefaultFileSystem::shared());
-    Host::setShared(host.host());
-    BrivaneApp::prepareProcess();
-    BrivaneApp app(host.host());
-    QQuickWindow* window = app.open();
-    if (!window)
-        return 1;
-    app.setOnboarded(true);
-    ScanViewModel& scan = *app.shell()->scanViewModel();
+    RealWindow window;
+    ScanViewModel& scan = window.scan();
     runFor(500);
 
     Lateness lateness;

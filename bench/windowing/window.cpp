@@ -1,19 +1,12 @@
 // Scans in the real window. A timer of 10 ms on the GUI thread shows what keeps it from its work.
 
-#include "app/BrivaneApp.h"
-#include "core/Log.h"
-#include "platform/DefaultFileSystem.h"
+#include "RealWindow.h"
 #include "platform/PathText.h"
-#include "platform/Volumes.h"
-#include "sandbox/SandboxMachine.h"
-#include "scanner/ScanViewModel.h"
 
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <QGuiApplication>
 #include <QQuickItem>
 #include <QQuickWindow>
-#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
@@ -67,23 +60,11 @@ private:
     std::vector<Milliseconds> m_all;
 };
 
-void run(const std::function<bool()>& isDone)
-{
-    QEventLoop loop; // a loop of its own: outside of one nothing that is to go later would go
-    QTimer tick;
-    tick.callOnTimeout([&] {
-        if (isDone())
-            loop.quit();
-    });
-    tick.start(1);
-    loop.exec();
-}
-
 void runFor(Milliseconds duration)
 {
     QElapsedTimer clock;
     clock.start();
-    run([&] { return static_cast<double>(clock.nsecsElapsed()) / 1e6 >= duration; });
+    runUntil([&] { return static_cast<double>(clock.nsecsElapsed()) / 1e6 >= duration; });
 }
 
 bool emptyCaches()
@@ -104,7 +85,7 @@ void scanOnce(ScanViewModel& scan, const QString& path, Lateness& lateness, cons
     });
     clock.start();
     scan.startScan(path);
-    run([&] { return scan.scanState() != ScanViewModel::Scanning; });
+    runUntil([&] { return scan.scanState() != ScanViewModel::Scanning; });
     QObject::disconnect(connection);
     lateness.report(what);
     std::printf("%-22s %lld files in %.2f s, reports after", "",
@@ -132,7 +113,7 @@ void scroll(QQuickWindow& window, ScanViewModel& scan, Lateness& lateness)
     QElapsedTimer clock;
     clock.start();
     lateness.startAfresh();
-    run([&] {
+    runUntil([&] {
         const double seconds = static_cast<double>(clock.nsecsElapsed()) / 1e9;
         const double phase = seconds / 2; // two seconds from end to end
         list->setProperty("contentY", end * (phase < 1 ? phase : 2 - phase));
@@ -178,19 +159,9 @@ int main(int argc, char** argv)
     }
     const QString path = PathText::fromBytes(argv[1]);
     const int scans = argc > 2 ? std::max(1, std::atoi(argv[2])) : 5;
-    const LogCapture quiet;
-    // Preferences go to a sandbox; what is scanned is the machine itself.
-    const SandboxMachine machine = SandboxMachine::temporary();
-    OwnedHost host(machine.locations(), DefaultFileSystem::shared());
-    Host::setShared(host.host());
-    BrivaneApp::prepareProcess();
-    BrivaneApp app(host.host());
-    QQuickWindow* window = app.open();
-    if (!window)
-        return 1;
-    app.setOnboarded(true);
-    app.shell()->setAppMode(AppMode::scanner);
-    ScanViewModel& scan = *app.shell()->scanViewModel();
+    RealWindow window;
+    ScanViewModel& scan = window.scan();
+    window.shell().setAppMode(AppMode::scanner);
     runFor(500);
 
     Lateness lateness;
@@ -203,7 +174,7 @@ int main(int argc, char** argv)
     }
     for (int i = 0; i < scans; ++i)
         scanOnce(scan, path, lateness, "scan, warm");
-    scroll(*window, scan, lateness);
+    scroll(window.window(), scan, lateness);
     stopSeveralTimes(scan, path, lateness);
     return 0;
 }

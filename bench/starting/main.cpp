@@ -1,0 +1,101 @@
+// Starts the real program again and again, and tells how long it takes from before the process
+// exists to the first frame of its window.
+
+#include "platform/Locations.h"
+#include "platform/Process.h"
+#include "platform/UserDefaults.h"
+#include "sandbox/SandboxMachine.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <future>
+#include <stdexcept>
+
+using namespace brivane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Milliseconds = std::chrono::duration<double, std::milli>;
+
+/// The environment of the program: a user who has been through the onboarding, on a home of its
+/// own.
+void prepareEnvironment(const SandboxMachine& machine)
+{
+    for (const char* name : {"XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+        qunsetenv(name);
+    qputenv("HOME", machine.directory(u"~").toUtf8());
+    // The scene graph's own account of its frames; it costs a line for each.
+    qputenv("QT_LOGGING_RULES", "qt.scenegraph.time.renderloop=true");
+    UserDefaults defaults(
+        Locations::onLinux().path(u"~/Library/Preferences/com.brivane.app.plist"));
+    if (!defaults.setBool(u"onboardingCompleted"_s, true))
+        throw std::runtime_error("the preferences could not be written");
+}
+
+Milliseconds startOnce(const SandboxMachine& machine, int round)
+{
+    // One that was killed leaves its lock behind, and the next one would meet it.
+    const QString runtime = u"/run/%1"_s.arg(round);
+    qputenv("XDG_RUNTIME_DIR", machine.directory(runtime).toUtf8());
+    machine.setMode(runtime, 0700);
+
+    std::promise<Clock::time_point> firstFrame;
+    std::promise<void> end;
+    QByteArray said; // both belong to the thread of the handlers
+    bool isShown = false;
+    Process program(QStringLiteral(BRIVANE_PROGRAM), {});
+    program.setErrorHandler([&](QByteArrayView text) {
+        const Clock::time_point now = Clock::now();
+        if (isShown)
+            return;
+        said += text;
+        isShown = said.toLower().contains("frame rendered");
+        if (isShown)
+            firstFrame.set_value(now);
+    });
+    program.setTerminationHandler([&](ProcessEnd /*end*/) {
+        if (!isShown)
+            firstFrame.set_exception(
+                std::make_exception_ptr(std::runtime_error("it ended without a frame: " + said)));
+        end.set_value();
+    });
+    auto frame = firstFrame.get_future();
+    const Clock::time_point start = Clock::now();
+    program.start();
+    const bool isInTime = frame.wait_for(std::chrono::seconds(30)) == std::future_status::ready;
+    program.terminate();
+    end.get_future().wait();
+    if (!isInTime)
+        throw std::runtime_error("there is no frame after 30 seconds");
+    return frame.get() - start;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : 20;
+    try {
+        const SandboxMachine machine = SandboxMachine::temporary();
+        prepareEnvironment(machine);
+        startOnce(machine, 0); // fills the caches
+        std::vector<double> all;
+        for (int round = 1; round <= rounds; ++round)
+            all.push_back(startOnce(machine, round).count());
+        std::ranges::sort(all);
+        std::printf(
+            "first frame after: min %.0f ms, median %.0f ms, max %.0f ms (%zu warm starts)\n",
+            all.front(), all[all.size() / 2], all.back(), all.size());
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "bench_start: %s\n", error.what());
+        return 1;
+    }
+    return 0;
+}

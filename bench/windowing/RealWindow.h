@@ -1,0 +1,61 @@
+#pragma once
+
+#include "app/BrivaneApp.h"
+#include "core/Log.h"
+#include "platform/DefaultFileSystem.h"
+#include "platform/Volumes.h"
+#include "sandbox/SandboxMachine.h"
+#include "scanner/ScanViewModel.h"
+
+#include <QEventLoop>
+#include <QTimer>
+
+#include <functional>
+#include <stdexcept>
+
+namespace brivane {
+
+/// The program's real window. Preferences go to a sandbox; what is scanned is the machine itself.
+/// One in a process.
+class RealWindow {
+public:
+    RealWindow()
+        : m_machine(SandboxMachine::temporary())
+        , m_host(m_machine.locations(), DefaultFileSystem::shared())
+    {
+        Host::setShared(m_host.host());
+        BrivaneApp::prepareProcess();
+        m_app = std::make_unique<BrivaneApp>(m_host.host());
+        m_window = m_app->open();
+        if (!m_window)
+            throw std::runtime_error("there is no window");
+        m_app->setOnboarded(true);
+    }
+
+    [[nodiscard]] QQuickWindow& window() { return *m_window; }
+    [[nodiscard]] ShellViewModel& shell() { return *m_app->shell(); }
+    [[nodiscard]] ScanViewModel& scan() { return *m_app->shell()->scanViewModel(); }
+
+private:
+    LogCapture m_quiet;
+    SandboxMachine m_machine;
+    OwnedHost m_host;
+    std::unique_ptr<BrivaneApp> m_app;
+    QQuickWindow* m_window = nullptr; ///< belongs to m_app
+};
+
+/// Runs an event loop until `isDone`, which is asked once in a millisecond. (A real loop: what is
+/// to be deleted later would stay with QCoreApplication::processEvents().)
+inline void runUntil(const std::function<bool()>& isDone)
+{
+    QEventLoop loop;
+    QTimer tick;
+    QObject::connect(&tick, &QTimer::timeout, &loop, [&] {
+        if (isDone())
+            loop.quit();
+    });
+    tick.start(1);
+    loop.exec();
+}
+
+} // namespace brivane

@@ -4,8 +4,8 @@
 #include "app/ShellViewModel.h"
 #include "cleaning/CleaningSessionState.h"
 #include "core/ActivityTracker.h"
+#include "sandbox/HoldableClock.h"
 #include "sandbox/demo/DemoMachine.h"
-#include "sandbox/demo/HoldableClock.h"
 #include "scanner/FileTree.h"
 #include "scanner/ScanViewModel.h"
 

@@ -1,5 +1,6 @@
 #include "app/BrivaneApp.h"
 
+#include "app/KeyboardFocus.h"
 #include "app/KeyboardShortcutHandler.h"
 #include "cleaning/CleaningSessionState.h"
 #include "components/Fonts.h"
@@ -55,6 +56,8 @@ QQuickWindow* BrivaneApp::open()
     m_engine->load(QUrl(u"qrc:/qt/qml/Brivane/App/BrivaneWindow.qml"_s));
     const QList<QObject*> roots = m_engine->rootObjects();
     m_window = roots.isEmpty() ? nullptr : qobject_cast<QQuickWindow*>(roots.first());
+    if (m_window)
+        new KeyboardFocus(*m_window);
     listenToKeys();
     return m_window;
 }

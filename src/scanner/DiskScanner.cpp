@@ -82,6 +82,9 @@ FileNodePtr DiskScanner::scan(const QString& path, const Progress& report)
     while (const WalkEntry* entry = walk.next()) {
         stopIfCancelled(false);
         stopIfCancelled(waitWhilePaused());
+        // A volume that is gone is not an empty one.
+        if (entry->depth == 0 && entry->kind == WalkKind::NoAttributes)
+            throw ScanError::ftsOpenFailed(path, entry->error);
         ++progress.filesScanned;
         if (const auto now = m_clock.monotonicNow(); now - lastReport >= reportInterval) {
             builder.settle();

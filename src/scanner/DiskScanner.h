@@ -54,8 +54,8 @@ public:
     explicit DiskScanner(Clock& clock);
 
     /// Walks `path` and gives the root of its tree, children sorted by size. Clears an earlier
-    /// pause or cancel. Throws ScanError; the tree of earlier reports stays valid then. A path that
-    /// does not exist gives a root without children.
+    /// pause or cancel. Throws ScanError, also for a path that does not exist; the tree of earlier
+    /// reports stays valid then.
     FileNodePtr scan(const QString& path, const Progress& progress = {});
 
     void cancel();

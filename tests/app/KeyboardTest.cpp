@@ -1,5 +1,5 @@
-#include "AppWindow.h"
 #include "app/KeyboardShortcutHandler.h"
+#include "tests/support/AppWindow.h"
 
 #include <QAccessible>
 #include <QKeyEvent>
@@ -41,7 +41,8 @@ TEST(Keyboard, RescanWithoutAVolumeDoesNothingAndWithOneScans)
     AppWindow::step();
     EXPECT_EQ(empty.scan().scanState(), ScanViewModel::Idle);
 
-    AppWindow app{AppMachine()};
+    machine.hasDisk = true;
+    AppWindow app{machine};
     app.shell();
     app.press(Qt::Key_R, Qt::ControlModifier);
     EXPECT_TRUE(app.isScanned());

@@ -1,5 +1,5 @@
-#include "AppWindow.h"
 #include "app/SingleInstance.h"
+#include "tests/support/AppWindow.h"
 
 #include <QFile>
 #include <QProcess>

@@ -1,8 +1,8 @@
-#include "AppWindow.h"
 #include "app/ModuleScreens.h"
 #include "cleaning/CleaningSessionState.h"
 #include "core/ActivityTracker.h"
 #include "core/NotificationNames.h"
+#include "tests/support/AppWindow.h"
 
 #include <QMetaEnum>
 
@@ -54,10 +54,7 @@ TEST(Shell, EveryModuleShowsItsScreenWithoutAWarning)
         AppWindow app{AppMachine()};
         ShellViewModel& shell = app.shell();
         for (const AppMode::Mode mode : AppMode::allModes()) {
-            QQuickItem* row = app.item(u"mode-"_s + AppMode::title(mode));
-            ASSERT_TRUE(row) << mode;
-            const QPointF centre = row->mapToScene({row->width() / 2, row->height() / 2});
-            QTest::mouseClick(&app.window(), Qt::LeftButton, {}, centre.toPoint());
+            ASSERT_TRUE(app.click(u"mode-"_s + AppMode::title(mode))) << mode;
             EXPECT_EQ(shell.appMode(), mode);
             if (mode == AppMode::scanner) {
                 EXPECT_TRUE(app.item(u"scannerContentView"_s));
@@ -74,7 +71,8 @@ TEST(Shell, EveryModuleShowsItsScreenWithoutAWarning)
 
 TEST(Shell, ScanGoesOnWhileAnotherModuleIsShown)
 {
-    AppWindow app{AppMachine()};
+    const AppMachine machine;
+    AppWindow app{machine};
     ShellViewModel& shell = app.shell();
     shell.setAppMode(AppMode::scanner);
     app.scan().rescan();
@@ -121,7 +119,8 @@ struct Activity {
 
 TEST(Shell, OnlySmartCleanDuplicatesAndScansMarkTheirModule)
 {
-    AppWindow app{AppMachine()};
+    const AppMachine machine;
+    AppWindow app{machine};
     ShellViewModel& shell = app.shell();
     const auto busy = [&] {
         QList<AppMode::Mode> modes;

@@ -2,10 +2,12 @@
 
 #include "app/BrivaneApp.h"
 #include "platform/DefaultFileSystem.h"
+#include "sandbox/HoldableClock.h"
 #include "sandbox/SandboxMachine.h"
 #include "sandbox/SandboxVolumes.h"
 #include "sandbox/SandboxWorkspace.h"
 #include "tests/support/AwaitTask.h"
+#include "tests/support/PrintText.h"
 #include "tests/support/VisualTree.h"
 
 #include <QQuickWindow>
@@ -20,36 +22,49 @@ enum class Access { Granted, Missing };
 /// A machine with one startup disk, on which the program can be started again and again.
 class AppMachine {
 public:
+    /// What one start of the program finds.
+    struct Start {
+        std::unique_ptr<OwnedHost> owned;
+        SandboxVolumes& volumes;
+        HoldableClock& clock;
+    };
+
     explicit AppMachine(Access access = Access::Granted)
         : machine(SandboxMachine::temporary())
     {
         if (access == Access::Granted)
             machine.directory(u"~/Library/Safari");
-        for (const char16_t* file : {u"/Applications/Atlas.app/atlas", u"/Library/Deep/Down/film"})
+        for (const char16_t* file :
+             {u"/Applications/Atlas.app/Contents/atlas", u"/Library/Deep/Down/film"})
             machine.file(file, SandboxMachine::Size{1'000'000});
     }
 
     /// As at each start, the preferences are read anew.
-    std::unique_ptr<OwnedHost> start() const
+    Start start() const
     {
         auto volumes = std::make_unique<SandboxVolumes>(machine);
+        auto clock = std::make_unique<HoldableClock>(clockStep);
         if (!hasDisk)
             volumes->unmount(volumes->startupDisk());
-        return std::make_unique<OwnedHost>(machine.locations(), DefaultFileSystem::shared(),
-                                           std::move(volumes), nullptr,
-                                           std::make_unique<SandboxWorkspace>());
+        SandboxVolumes& disks = *volumes;
+        HoldableClock& time = *clock;
+        return {std::make_unique<OwnedHost>(machine.locations(), DefaultFileSystem::shared(),
+                                            std::move(volumes), std::move(clock),
+                                            std::make_unique<SandboxWorkspace>()),
+                disks, time};
     }
 
     SandboxMachine machine;
-    bool hasDisk = true; ///< no volume is listed otherwise
+    bool hasDisk = true;                      ///< no volume is listed otherwise
+    std::chrono::microseconds clockStep{200}; ///< what each look at the clock takes
 };
 
 /// The program's window, on screen and active.
 class AppWindow {
 public:
     explicit AppWindow(const AppMachine& machine)
-        : m_host(machine.start())
-        , m_app(m_host->host())
+        : m_start(machine.start())
+        , m_app(host())
         , m_window(m_app.open())
     {
         if (!m_window)
@@ -57,6 +72,7 @@ public:
         if (!QTest::qWaitForWindowActive(m_window, 5000))
             throw std::runtime_error("the window did not become active");
     }
+    ~AppWindow() { clock().release(); }
 
     /// Also waits until the volumes are listed.
     ShellViewModel& shell()
@@ -71,28 +87,51 @@ public:
     }
 
     BrivaneApp& app() { return m_app; }
-    Host& host() { return m_host->host(); }
+    Host& host() { return m_start.owned->host(); }
+    HoldableClock& clock() { return m_start.clock; }
+    SandboxVolumes& volumes() { return m_start.volumes; }
     /// What the file manager was asked to show.
-    QStringList revealed()
-    {
-        return dynamic_cast<SandboxWorkspace&>(m_host->host().workspace).revealed();
-    }
+    QStringList revealed() { return dynamic_cast<SandboxWorkspace&>(host().workspace).revealed(); }
     QQuickWindow& window() { return *m_window; }
     QQuickItem* item(const QString& name) const { return findItem(*m_window, name); }
     bool shows(const QString& name) const
     {
         return waitUntil([&] { return item(name) != nullptr; });
     }
+    bool showsText(const QString& text) const
+    {
+        return waitUntil([&] { return findText(*m_window, text) != nullptr; });
+    }
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {
         QTest::keyClick(m_window, key, modifiers);
     }
+    /// In the middle of `target`, wherever that lies and whatever lies over it.
+    void click(const QQuickItem& target, Qt::MouseButton button = Qt::LeftButton)
+    {
+        QTest::mouseClick(m_window, button, {}, centre(target));
+    }
+    /// False when no item of that name comes on screen.
+    bool click(const QString& name)
+    {
+        if (!shows(name))
+            return false;
+        click(*item(name));
+        return true;
+    }
+    /// In the window's coordinates.
+    QPoint centre(const QQuickItem& target)
+    {
+        picture(); // what has changed is laid out before each frame
+        return target.mapToScene({target.width() / 2, target.height() / 2}).toPoint();
+    }
+    QImage picture() { return m_window->grabWindow(); }
     /// Runs what waits in the event loop right now.
     static void step() { QCoreApplication::processEvents(); }
 
 private:
-    std::unique_ptr<OwnedHost> m_host;
+    AppMachine::Start m_start;
     BrivaneApp m_app;
     QQuickWindow* m_window;
 };

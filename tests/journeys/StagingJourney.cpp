@@ -1,0 +1,128 @@
+#include "LargeFolderJourney.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+using namespace Qt::StringLiterals;
+
+namespace brivane::testing {
+
+class StagingJourney : public Journey {
+protected:
+    void SetUp() override
+    {
+        disk().machine.file(u"/usr/lib/dyld/cache", SandboxMachine::Size{2'000'000});
+        Journey::SetUp();
+        app().press(Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
+        ASSERT_TRUE(app().showsText(u"Completed"_s));
+        ASSERT_EQ(rows(), QStringList({u"Users"_s, u"Library"_s, u"usr"_s, u"Applications"_s}));
+        m_logBefore = log().size();
+    }
+
+    /// Rests with the pointer on the row, and clicks what shows up there.
+    void hoverAndClick(const QString& name, const QString& button)
+    {
+        const QPoint place = app().centre(row(name));
+        QTest::mouseMove(&app().window(), place - QPoint(1, 0));
+        QTest::mouseMove(&app().window(), place);
+        ASSERT_TRUE(app().shows(button));
+        EXPECT_EQ(items(button).size(), 1) << "other rows show it too";
+        EXPECT_EQ(holder(*items(button)[0]), name);
+        app().click(*items(button)[0]);
+    }
+    /// The rows that are marked as staged.
+    QStringList marked()
+    {
+        QStringList names;
+        for (const QQuickItem* mark : items(u"stagedMark"_s))
+            names += holder(*mark);
+        return names;
+    }
+    /// What was logged since the scan.
+    QStringList news() const { return log().mid(m_logBefore); }
+
+private:
+    /// The name of the row that `item` lies in.
+    static QString holder(const QQuickItem& item)
+    {
+        const QQuickItem* row = &item;
+        while (row && row->objectName() != "folderTreeRow"_L1)
+            row = row->parentItem();
+        return row ? row->property("name").toString() : QString();
+    }
+
+    qsizetype m_logBefore = 0;
+};
+
+TEST_F(StagingJourney, MarksWhatMayGoAndRefusesWhatMayNot)
+{
+    hoverAndClick(u"Library"_s, u"stageRow"_s);
+    const QString size = row(u"Library"_s).property("sizeText").toString();
+    EXPECT_EQ(news(), QStringList(u"delete: Staged for deletion: Library (%1)"_s.arg(size)));
+    EXPECT_EQ(marked(), QStringList(u"Library"_s));
+    hoverAndClick(u"usr"_s, u"stageRow"_s);
+    EXPECT_EQ(news().last(),
+              u"delete: Blocked deletion of protected path: "_s + disk().machine.path(u"/usr"));
+    EXPECT_EQ(marked(), QStringList(u"Library"_s));
+    EXPECT_EQ(rows().size(), 4) << "a click on a row's button opened the row";
+    app().click(row(u"Library"_s));
+    ASSERT_TRUE(app().click(u"goUp"_s));
+    EXPECT_EQ(marked(), QStringList(u"Library"_s));
+}
+
+TEST_F(StagingJourney, MenuOfTheMouseCopiesStagesAndUnstages)
+{
+    app().click(row(u"Library"_s), Qt::RightButton);
+    ASSERT_TRUE(app().shows(u"menuReveal"_s));
+    EXPECT_TRUE(reads(u"Reveal in Files"_s));
+    EXPECT_TRUE(reads(u"Stage for Deletion"_s));
+    ASSERT_TRUE(app().click(u"menuCopyPath"_s));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), disk().machine.path(u"/Library"));
+
+    app().click(row(u"Library"_s), Qt::RightButton);
+    ASSERT_TRUE(app().click(u"menuStage"_s));
+    EXPECT_EQ(marked(), QStringList(u"Library"_s));
+    app().click(row(u"Library"_s), Qt::RightButton);
+    ASSERT_TRUE(app().showsText(u"Unstage"_s));
+    ASSERT_TRUE(app().click(u"menuStage"_s));
+    EXPECT_EQ(marked(), QStringList());
+    EXPECT_EQ(news().size(), 1);
+}
+
+struct MenuKey {
+    Qt::Key key;
+    Qt::KeyboardModifiers modifiers;
+};
+
+TEST_F(StagingJourney, MenuOfTheKeyboardGivesTheKeyboardBack)
+{
+    app().press(Qt::Key_Down);
+    for (const auto& [key, modifiers] :
+         {MenuKey{Qt::Key_Menu, {}}, MenuKey{Qt::Key_F10, Qt::ShiftModifier}}) {
+        QGuiApplication::clipboard()->clear();
+        app().press(key, modifiers);
+        ASSERT_TRUE(app().shows(u"menuCopyPath"_s));
+        app().press(Qt::Key_Escape);
+        ASSERT_TRUE(waitUntil([&] { return !app().item(u"menuCopyPath"_s); }));
+        EXPECT_EQ(focusSeen(), u"folderTreeRow"_s);
+        app().press(key, modifiers);
+        ASSERT_TRUE(app().shows(u"menuCopyPath"_s));
+        while (focus() != u"menuCopyPath"_s && app().item(u"menuCopyPath"_s))
+            app().press(Qt::Key_Down);
+        app().press(Qt::Key_Return);
+        EXPECT_EQ(QGuiApplication::clipboard()->text(), disk().machine.path(u"/Library"));
+    }
+}
+
+TEST_F(LargeFolderJourney, MenuActsOnTheRowThatItWasOpenedFor)
+{
+    const QString chosen = rows()[8];
+    app().click(row(chosen), Qt::RightButton);
+    ASSERT_TRUE(app().shows(u"menuCopyPath"_s));
+    ASSERT_TRUE(changes());
+    EXPECT_NE(rows()[8], chosen) << "nothing moved";
+    ASSERT_TRUE(app().click(u"menuCopyPath"_s));
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().endsWith(u"/many/"_s + chosen));
+}
+
+} // namespace brivane::testing

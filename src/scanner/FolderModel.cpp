@@ -29,6 +29,7 @@ void FolderModel::setDirectory(const FileNodePtr& directory)
         return;
     beginResetModel();
     m_directory = directory;
+    m_followed = nullptr;
     m_rows.clear();
     endResetModel();
     Q_EMIT countChanged();
@@ -70,10 +71,6 @@ void FolderModel::show(Rows rows)
     m_needsAnother = false;
     const int before = rowTotal();
     const int after = static_cast<int>(rows.size());
-    const bool isSameOrder =
-        std::ranges::equal(rows, m_rows, {}, &SizedNode::node, &SizedNode::node);
-    if (!isSameOrder)
-        Q_EMIT aboutToRearrange();
     if (after > before) {
         beginInsertRows({}, before, after - 1);
         m_rows.insert(m_rows.end(), rows.begin() + before, rows.end());
@@ -83,14 +80,31 @@ void FolderModel::show(Rows rows)
         m_rows.resize(rows.size());
         endRemoveRows();
     }
+    moveFollowed(rows);
     m_rows = std::move(rows);
     if (after > 0)
         Q_EMIT dataChanged(index(0), index(after - 1));
     if (after != before)
         Q_EMIT countChanged();
-    if (!isSameOrder)
-        Q_EMIT rearranged();
     Q_EMIT pictureChanged();
+}
+
+void FolderModel::moveFollowed(const Rows& rows)
+{
+    const auto from = std::ranges::find(m_rows, m_followed, &SizedNode::node) - m_rows.begin();
+    const auto to = std::ranges::find(rows, m_followed, &SizedNode::node) - rows.begin();
+    // Both lists have the same length by now.
+    if (from == to || from == std::ssize(m_rows) || to == std::ssize(rows))
+        return;
+    beginMoveRows({}, static_cast<int>(from), static_cast<int>(from), {},
+                  static_cast<int>(to > from ? to + 1 : to));
+    const auto first = m_rows.begin() + from;
+    const auto place = m_rows.begin() + to;
+    if (from < to)
+        std::rotate(first, first + 1, place + 1);
+    else
+        std::rotate(place, first, first + 1);
+    endMoveRows();
 }
 
 std::span<const SizedNode> FolderModel::sizedRows() const

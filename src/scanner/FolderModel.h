@@ -13,9 +13,9 @@ namespace brivane {
 ///
 /// The directory may be growing: refresh() takes a new picture of it. Large ones are copied and
 /// sorted on the pool, one picture at a time, so the GUI thread only swaps two lists. Rows are
-/// never reset while the directory stays the same, and never moved: at its end rows come or go, and
-/// the others change what they show, which costs a view only what is in sight. A view that
-/// remembers a row finds its node again by rowOf() after `rearranged`. GUI thread.
+/// never reset while the directory stays the same, and only the one that is followed is moved: at
+/// the end rows come or go, and the others change what they show, which costs a view only what is
+/// in sight. GUI thread.
 class FolderModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -41,6 +41,9 @@ public:
     void setDirectory(const FileNodePtr& directory);
     /// Looks at the directory again.
     void refresh();
+    /// From now on a new order moves the row of `node`, so that a view's place in the list follows
+    /// it.
+    Q_INVOKABLE void follow(const brivane::FileNodeRef& node) { m_followed = node.node().get(); }
     /// Some nodes were marked for deletion, or are so no more.
     void noteMarks();
     /// The row of `node`, -1 if it has none.
@@ -59,9 +62,6 @@ public:
 
 Q_SIGNALS:
     void countChanged();
-    /// Around a change of the order, while the directory stays the same.
-    void aboutToRearrange();
-    void rearranged();
     /// What sizedRows() gives may be another now.
     void pictureChanged();
 
@@ -71,9 +71,11 @@ private:
     [[nodiscard]] int rowTotal() const { return static_cast<int>(m_rows.size()); }
     void startPicture();
     void show(Rows rows);
+    void moveFollowed(const Rows& rows);
 
     FileNodePtr m_directory; ///< keeps the nodes of m_rows
     Rows m_rows;
+    const FileNode* m_followed = nullptr; ///< compared only
     bool m_isTakingPicture = false;
     bool m_needsAnother = false;
 };

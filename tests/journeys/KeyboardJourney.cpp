@@ -37,7 +37,7 @@ TEST_F(KeyboardJourney, FromTheStartThroughAScanAndBackToTheDisks)
     holdNextScan();
     press({Qt::Key_Return});
     ASSERT_TRUE(isHeld());
-    EXPECT_EQ(focus(), u"scanningPhaseView"_s) << "something that is not to be seen";
+    EXPECT_EQ(focus(), u"scanPanes"_s) << "something that is not to be seen";
     expectTabStops({u"menuButton"_s, u"mode-Space Scanner"_s, u"pauseButton"_s, u"stopButton"_s});
     ASSERT_TRUE(tabTo(u"pauseButton"_s));
     ASSERT_TRUE(walksOn(lastButOneEntry()));

@@ -20,18 +20,21 @@ T.ItemDelegate {
     required property bool isStaged
     required property ScanViewModel viewModel
     property bool hasMenu: false
+    // What a click means: what was here when the button went down. A report may put another entry here
+    // before it comes up.
+    property fileNode pressedNode
 
     readonly property bool isCurrent: ListView.isCurrentItem && ListView.view.activeFocus
     readonly property bool isSelected: root.viewModel.selectedNode === root.node
     readonly property bool isLit: root.viewModel.hoveredNode === root.node
 
-    signal menuRequested(x: real, y: real)
+    signal menuRequested(entry: fileNode, x: real, y: real)
 
-    function activate(): void {
-        if (isDirectory)
-            viewModel.drillDown(node);
+    function activate(entry: fileNode): void {
+        if (entry.isDirectory)
+            viewModel.drillDown(entry);
         else
-            viewModel.selectedNode = node;
+            viewModel.selectedNode = entry;
     }
 
     objectName: "folderTreeRow"
@@ -46,11 +49,14 @@ T.ItemDelegate {
     onNodeChanged: {
         if (hovered)
             viewModel.setHovered(node, true);
+        if (!down)
+            pressedNode = node;
     }
+    Component.onCompleted: pressedNode = node
     onClicked: {
-        ListView.view.currentIndex = index;
+        ListView.view.currentIndex = viewModel.folder.rowOf(pressedNode);
         ListView.view.forceActiveFocus();
-        activate();
+        activate(pressedNode);
     }
 
     Item { // an item of its own: on the row itself the button would take part
@@ -58,9 +64,11 @@ T.ItemDelegate {
 
         TapHandler {
             acceptedButtons: Qt.RightButton
-            onTapped: eventPoint => {
+            onPressedChanged: {
+                if (!pressed)
+                    return;
                 root.ListView.view.currentIndex = root.index;
-                root.menuRequested(eventPoint.position.x, eventPoint.position.y);
+                root.menuRequested(root.node, point.position.x, point.position.y);
             }
         }
     }
@@ -147,9 +155,9 @@ T.ItemDelegate {
         active: root.isLit
 
         sourceComponent: RowControls {
+            node: root.node
             isStaged: root.isStaged
-            onReveal: root.viewModel.actions.reveal(root.node)
-            onStage: root.viewModel.actions.stage(root.node)
+            actions: root.viewModel.actions
         }
     }
 }

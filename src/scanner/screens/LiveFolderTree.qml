@@ -10,13 +10,16 @@ FocusScope {
 
     required property ScanViewModel viewModel
 
-    // What the keyboard is on, while the list is put into order again.
-    property fileNode current
-    property real place: 0
-    property bool wasInView: false
+    // Puts the keyboard on a row, and that into sight.
+    function moveTo(index: int): void {
+        list.currentIndex = Math.max(0, Math.min(list.count - 1, index));
+        list.positionViewAtIndex(list.currentIndex, ListView.Contain);
+    }
 
-    function isInView(row: Item): bool {
-        return row !== null && row.y + row.height > list.contentY && row.y < list.contentY + list.height;
+    // The keyboard is always on a row.
+    function showCurrent(): void {
+        if (list.activeFocus && list.currentIndex < 0 && list.count > 0)
+            list.currentIndex = 0;
     }
 
     objectName: "liveFolderTree"
@@ -117,9 +120,11 @@ FocusScope {
         boundsBehavior: Flickable.StopAtBounds
         reuseItems: true
         transform: Translate { id: slide }
-        highlightMoveDuration: 0
-        keyNavigationEnabled: true
+        highlightFollowsCurrentItem: false // it would scroll also when a report moves the current row
+        keyNavigationEnabled: false
         activeFocusOnTab: true
+        onActiveFocusChanged: root.showCurrent()
+        onCountChanged: root.showCurrent()
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Contents of %1").arg(root.viewModel.stats.focusName)
 
@@ -128,8 +133,13 @@ FocusScope {
 
             width: ListView.view.width
             viewModel: root.viewModel
+            // A report that moves the row takes the keyboard along, and does not scroll.
+            ListView.onIsCurrentItemChanged: {
+                if (ListView.isCurrentItem)
+                    root.viewModel.folder.follow(node);
+            }
             hasMenu: menu.visible && menu.node === node
-            onMenuRequested: (x, y) => menu.openFor(node, row, x, y)
+            onMenuRequested: (entry, x, y) => menu.openFor(entry, row, x, y)
         }
 
         T.ScrollBar.vertical: AppScrollBar {}
@@ -141,26 +151,25 @@ FocusScope {
             else if (!row)
                 return;
             else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter || event.key === Qt.Key_Right)
-                row.activate();
+                row.activate(row.node);
             else if (event.key === Qt.Key_Delete)
                 root.viewModel.actions.toggleStaged(row.node);
             else if (event.key === Qt.Key_Menu || (event.key === Qt.Key_F10 && event.modifiers & Qt.ShiftModifier))
                 menu.openFor(row.node, row, Metrics.spacingHuge, row.height);
             else if (event.matches(StandardKey.Copy))
                 root.viewModel.actions.copyPath(row.node);
+            else if (event.key === Qt.Key_Up || event.key === Qt.Key_Down)
+                root.moveTo(list.currentIndex + (event.key === Qt.Key_Down ? 1 : -1));
             else if (event.key === Qt.Key_PageDown || event.key === Qt.Key_PageUp)
-                list.turnPage(event.key === Qt.Key_PageDown ? 1 : -1);
+                root.moveTo(list.currentIndex + (event.key === Qt.Key_PageDown ? 1 : -1) * list.rowsInSight);
             else if (event.key === Qt.Key_Home || event.key === Qt.Key_End)
-                list.currentIndex = event.key === Qt.Key_Home ? 0 : list.count - 1;
+                root.moveTo(event.key === Qt.Key_Home ? 0 : list.count - 1);
             else
                 return;
             event.accepted = true;
         }
 
-        function turnPage(direction: int): void {
-            const rows = Math.max(1, Math.floor(height / currentItem.height) - 1);
-            currentIndex = Math.max(0, Math.min(count - 1, currentIndex + direction * rows));
-        }
+        readonly property int rowsInSight: currentItem ? Math.max(1, Math.floor(height / currentItem.height) - 1) : 1
     }
 
     RowMenu {
@@ -185,26 +194,6 @@ FocusScope {
             list.currentIndex = list.activeFocus && list.count > 0 ? 0 : -1;
             list.positionViewAtBeginning();
             arrival.restart();
-        }
-    }
-
-    // A new order moves neither the list under the pointer nor the keyboard to another entry.
-    Connections {
-        target: root.viewModel.folder
-
-        function onAboutToRearrange(): void {
-            const row = list.currentItem as FolderTreeRow;
-            root.wasInView = root.isInView(row);
-            root.place = list.contentY;
-            if (row)
-                root.current = row.node;
-        }
-
-        function onRearranged(): void {
-            if (list.currentIndex >= 0)
-                list.currentIndex = root.viewModel.folder.rowOf(root.current);
-            if (!root.wasInView)
-                list.contentY = Math.max(0, Math.min(root.place, list.contentHeight - list.height));
         }
     }
 }

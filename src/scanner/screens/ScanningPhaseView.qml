@@ -35,15 +35,19 @@ FocusScope {
         isBusy: !root.viewModel.isPaused
     }
 
-    ScanPanes {
+    Loader {
+        objectName: "scanPanes"
         anchors.top: toolbar.bottom
         anchors.bottom: bar.top
         anchors.left: parent.left
         anchors.right: parent.right
-        visible: root.viewModel.hasTree
+        active: root.viewModel.hasTree
         focus: true
-        viewModel: root.viewModel
-        showsSunburst: root.liveSunburst
+        sourceComponent: ScanPanes {
+            focus: true
+            viewModel: root.viewModel
+            showsSunburst: root.liveSunburst
+        }
     }
 
     LiveStatsBar {

@@ -37,6 +37,7 @@ namespace {
 constexpr int polls = 500;
 constexpr auto pollInterval = 20ms;
 constexpr auto settlingTime = 60ms;
+constexpr auto tipTime = 600ms; // until a tip shows
 
 /// The child of `node` with this name; null if there is none.
 FileNode* childOf(const FileNode& node, QStringView name)
@@ -98,6 +99,7 @@ QCoro::Task<bool> Tour::run()
     const QString disk = m_machine.volumes().startupDisk();
     co_await showScan(scan);
     co_await showRows(scan);
+    co_await showCharts(scan);
     co_await showShell(*app.shell());
 
     scan.showVolumes();
@@ -138,19 +140,14 @@ QCoro::Task<> Tour::showScan(ScanViewModel& scan)
 
 QCoro::Task<> Tour::showRows(ScanViewModel& scan)
 {
-    const auto enter = [&scan](QStringView name) {
-        if (FileNode* folder = childOf(*scan.focusedNode().node(), name))
-            scan.drillDown(FileNodeRef(folder->shared()));
-    };
-    enter(u"Users");
-    enter(u"robin");
+    enter(scan, {});
     takePicture(u"scanner-folder"_s);
     point(u"folderTreeRow"_s, 3, Qt::NoButton);
     takePicture(u"scanner-row-hovered"_s);
     point(u"folderTreeRow"_s, 4, Qt::RightButton);
     takePicture(u"scanner-row-menu"_s);
     QTest::keyClick(m_window, Qt::Key_Escape);
-    enter(u"Downloads");
+    enter(scan, {u"Downloads"_s});
     point(u"folderTreeRow"_s, 2, Qt::LeftButton);
     for (const int row : {0, 1, 4}) {
         point(u"folderTreeRow"_s, row, Qt::NoButton);
@@ -161,15 +158,57 @@ QCoro::Task<> Tour::showRows(ScanViewModel& scan)
     point(u"stagedButton"_s, 0, Qt::LeftButton);
     takePicture(u"scanner-staged-list"_s);
     point(u"popupAction"_s, 0, Qt::LeftButton);
-    scan.drillUp();
-    enter(u"Library");
-    enter(u"Application Support");
+    enter(scan, {u"Library"_s, u"Application Support"_s});
     takePicture(u"scanner-unreadable-folder"_s);
     point(u"issuesButton"_s, 0, Qt::LeftButton);
     takePicture(u"scanner-unreadable-list"_s);
     QTest::keyClick(m_window, Qt::Key_Escape);
-    QTest::keyClick(m_window, Qt::Key_Tab);
     co_return;
+}
+
+void Tour::enter(ScanViewModel& scan, const QStringList& path)
+{
+    scan.drillToRoot();
+    for (const QString& name : QStringList{u"Users"_s, u"robin"_s} + path) {
+        if (FileNode* folder = childOf(*scan.focusedNode().node(), name))
+            scan.drillDown(FileNodeRef(folder->shared()));
+    }
+}
+
+QCoro::Task<> Tour::showCharts(ScanViewModel& scan)
+{
+    const auto isPictured = [&] {
+        return scan.folderModel()->directory() == scan.focusedNode().node() &&
+               scan.folderModel()->rowCount() > 0;
+    };
+    for (const QString& chart : {u"treemap"_s, u"sunburst"_s}) {
+        const QString item = chart == u"treemap"_s ? u"treemapView"_s : u"sunburstChart"_s;
+        enter(scan, {});
+        point(chart + u"Toggle"_s, 0, Qt::LeftButton);
+        point(QString(), 0, Qt::NoButton);
+        takePicture(u"chart-%1"_s.arg(chart));
+        // Beside the middle, which is a hole in one of them.
+        point(item, 0, Qt::NoButton, QPoint(60, 90));
+        const std::chrono::milliseconds rest = tipTime;
+        co_await QCoro::sleepFor(rest);
+        takePicture(u"chart-%1-hovered"_s.arg(chart));
+        auto* view = m_window->findChild<QQuickItem*>(item);
+        view->forceActiveFocus(Qt::TabFocusReason);
+        QTest::keyClick(m_window, Qt::Key_Right);
+        takePicture(u"chart-%1-keyboard"_s.arg(chart));
+        point(QString(), 0, Qt::NoButton);
+        const std::pair<int, QStringList> folders[] = {
+            {1, {u"Music"_s}},
+            {40, {u"Documents"_s, u"Receipts"_s}},
+            {41, {u"Documents"_s, u"Invoices"_s}},
+            {5000, {u"Library"_s, u"Mail"_s, u"Messages"_s}},
+        };
+        for (const auto& [count, path] : folders) {
+            enter(scan, path);
+            co_await waitFor(u"folder"_s, isPictured);
+            takePicture(u"chart-%1-of-%2"_s.arg(chart).arg(count));
+        }
+    }
 }
 
 QCoro::Task<> Tour::showGallery()
@@ -188,7 +227,7 @@ QCoro::Task<> Tour::showGallery()
     co_return;
 }
 
-void Tour::point(const QString& name, int number, Qt::MouseButton button)
+void Tour::point(const QString& name, int number, Qt::MouseButton button, const QPoint& offset)
 {
     // An empty name: away from everything.
     QPoint place = QPoint(m_window->width(), m_window->height()) - QPoint(2, 2);
@@ -199,7 +238,7 @@ void Tour::point(const QString& name, int number, Qt::MouseButton button)
             m_isWell = false;
             return;
         }
-        place = places[static_cast<std::size_t>(number)];
+        place = places[static_cast<std::size_t>(number)] + offset;
     }
     QTest::mouseMove(m_window, place);
     if (button != Qt::NoButton)

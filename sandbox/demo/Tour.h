@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCoroTask>
+#include <QPoint>
 #include <QString>
 
 #include <functional>
@@ -28,6 +29,10 @@ public:
 
 private:
     QCoro::Task<> showScan(ScanViewModel& scan);
+    /// Both charts: at rest, under the pointer, with the keyboard, and of folders of one to many.
+    QCoro::Task<> showCharts(ScanViewModel& scan);
+    /// Shows the folder at `path`, which begins below the home folder.
+    void enter(ScanViewModel& scan, const QStringList& path);
     /// What can be done in a finished scan.
     QCoro::Task<> showRows(ScanViewModel& scan);
     /// The window around the modules, while a finished scan is there.
@@ -35,7 +40,7 @@ private:
     QCoro::Task<> showGallery();
     /// Clicks, or only rests, in the middle of the item with this name, the `number`-th of its
     /// kind.
-    void point(const QString& name, int number, Qt::MouseButton button);
+    void point(const QString& name, int number, Qt::MouseButton button, const QPoint& offset = {});
     void settle();
     void takePicture(const QString& name) { takePicture(*m_window, name); }
     void takePicture(QQuickWindow& window, const QString& name);

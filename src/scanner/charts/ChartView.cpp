@@ -160,10 +160,10 @@ QString ChartView::detailsOf(int index) const
                       tr("%1 % of %2")
                           .arg(grouped.toString(percent, 'f', percent < 10 ? 1 : 0),
                                PathText::forDisplay(m_directory->name()))};
-    if (item->node && item->node->isDirectory())
-        parts += tr("%n file(s)", nullptr, static_cast<int>(item->node->fileCount()))
-                     .replace(QString::number(item->node->fileCount()),
-                              grouped.toString(static_cast<qlonglong>(item->node->fileCount())));
+    if (item->node && item->node->isDirectory()) {
+        const qlonglong files = item->node->fileCount();
+        parts += files == 1 ? tr("1 file") : tr("%1 files").arg(grouped.toString(files));
+    }
     return parts.join(u" · "_s);
 }
 
@@ -215,13 +215,22 @@ void ChartView::setHoveredIndex(int index, bool byKeyboard)
     move();
 }
 
+void ChartView::hoverEnterEvent(QHoverEvent* event)
+{
+    hoverAt(event->position());
+}
+
 void ChartView::hoverMoveEvent(QHoverEvent* event)
 {
-    const auto index = itemAt(event->position());
-    const int hovered = index ? static_cast<int>(*index) : -1;
     // A pointer that rests while the keyboard is used does not take the place back.
     if (event->position() != event->oldPosF())
-        hover(hovered);
+        hoverAt(event->position());
+}
+
+void ChartView::hoverAt(const QPointF& point)
+{
+    const auto index = itemAt(point);
+    hover(index ? static_cast<int>(*index) : -1);
 }
 
 void ChartView::hoverLeaveEvent(QHoverEvent*)

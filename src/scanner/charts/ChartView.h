@@ -84,6 +84,7 @@ protected:
 
     void updatePolish() override;
     void geometryChange(const QRectF& geometry, const QRectF& before) override;
+    void hoverEnterEvent(QHoverEvent* event) override;
     void hoverMoveEvent(QHoverEvent* event) override;
     void hoverLeaveEvent(QHoverEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -102,6 +103,7 @@ private:
     [[nodiscard]] FileNodeRef refOf(int index) const;
     [[nodiscard]] int indexOf(const FileNode* node) const;
     bool stepKeyboard(Qt::Key key);
+    void hoverAt(const QPointF& point);
     void hover(int index);
     void setHoveredIndex(int index, bool byKeyboard);
     void followHoveredNode();

@@ -16,6 +16,7 @@ constexpr double revealDuration = 1200; ///< milliseconds, as those that follow
 constexpr double ringDuration = 700;
 constexpr double ringDelay = 120;
 constexpr double endOfFirstTurn = 270; ///< degrees
+constexpr double angleTolerance = 0.001;
 
 double easeOut(double progress)
 {
@@ -77,8 +78,9 @@ void SunburstChart::rebuild(std::span<const SizedNode> children, std::vector<Tre
     const FileNodeRef& focus = viewModel()->focusedNode();
     m_segments = m_layout.buildSegments(children, focus.isValid() ? focus.node()->size() : 0);
     const auto end = std::ranges::find_if(m_segments, [](const SunburstSegmentData& segment) {
-        return segment.startAngle >= endOfFirstTurn;
+        return segment.startAngle + segment.sweepAngle > endOfFirstTurn + angleTolerance;
     });
+    m_leftOutCount = static_cast<int>(m_segments.end() - end);
     m_segments.erase(end, m_segments.end());
     items.clear();
     for (std::size_t i = 0; i < m_segments.size(); ++i) { // one ring, so a segment for each child

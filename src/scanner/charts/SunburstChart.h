@@ -13,6 +13,8 @@ class SunburstChart : public brivane::ChartView {
     QML_ELEMENT
     Q_PROPERTY(double revealProgress READ revealProgress NOTIFY revealProgressChanged)
     Q_PROPERTY(double innerRadius READ innerRadius CONSTANT)
+    /// How many children have no arc, for want of room.
+    Q_PROPERTY(int leftOutCount READ leftOutCount NOTIFY itemsChanged)
 
 public:
     using ChartView::ChartView;
@@ -23,6 +25,7 @@ public:
     [[nodiscard]] std::vector<double> ringReveal() const;
     /// Of the hole in the middle; points.
     [[nodiscard]] double innerRadius() const { return m_layout.innerRadius; }
+    [[nodiscard]] int leftOutCount() const { return m_leftOutCount; }
     void paint(QPainter* painter) override;
 
 Q_SIGNALS:
@@ -45,6 +48,7 @@ private:
 
     const SunburstLayout m_layout;
     std::vector<SunburstSegmentData> m_segments;
+    int m_leftOutCount = 0;
     double m_elapsed = 0; ///< milliseconds of the reveal
 };
 

@@ -51,6 +51,15 @@ FocusScope {
                 radius: ring.innerRadius
                 viewModel: root.viewModel
             }
+            AppText {
+                objectName: "leftOutNote"
+                anchors.bottom: parent.bottom
+                anchors.bottomMargin: Metrics.spacingSmall
+                anchors.horizontalCenter: parent.horizontalCenter
+                visible: ring.leftOutCount > 0
+                text: qsTr("The %L1 largest of %L2").arg(ring.count).arg(ring.count + ring.leftOutCount)
+                textStyle: AppText.Style.Caption
+            }
             ChartTip { chart: ring }
         }
     }

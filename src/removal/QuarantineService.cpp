@@ -146,10 +146,8 @@ QCoro::Task<> QuarantineService::removeExpired(QStringList quarantinePaths)
     if (!self)
         co_return;
     m_items.removeStored(removed);
-    const QFuture<void> saved = m_saver->save();
-    co_await saved;
-    if (self)
-        m_host.notifications.post(NotificationNames::diskSpaceChanged);
+    m_saver->save();
+    m_host.notifications.post(NotificationNames::diskSpaceChanged);
 }
 
 QuarantineItem QuarantineService::makeItem(const QString& originalPath,
@@ -225,9 +223,8 @@ QuarantineService::quarantine(std::vector<QuarantineCandidate> candidates, QStri
     m_announced.erase(handOver);
     m_items.append(stored);
     const QFuture<void> saved = m_saver->save();
+    setLastResult(resultText(u"Quarantined"_s, outcomes.size(), result.size));
     co_await saved;
-    if (self)
-        setLastResult(resultText(u"Quarantined"_s, outcomes.size(), result.size));
     co_return result;
 }
 
@@ -282,11 +279,9 @@ QCoro::Task<bool> QuarantineService::permanentlyDelete(QuarantineItem item)
     }
     m_items.remove(item.id);
     const QFuture<void> saved = m_saver->save();
+    setLastResult(u"Permanently deleted: "_s + name);
+    m_host.notifications.post(NotificationNames::diskSpaceChanged);
     co_await saved;
-    if (self) {
-        setLastResult(u"Permanently deleted: "_s + name);
-        m_host.notifications.post(NotificationNames::diskSpaceChanged);
-    }
     co_return true;
 }
 
@@ -313,12 +308,10 @@ QCoro::Task<QuarantineService::Purge> QuarantineService::purgeAll()
         setProgress(progress);
     }
     const QFuture<void> saved = m_saver->save();
+    setLastResult(resultText(u"Purged"_s, result.purged, result.size));
+    m_host.notifications.post(NotificationNames::diskSpaceChanged);
+    setProgress({});
     co_await saved;
-    if (self) {
-        setLastResult(resultText(u"Purged"_s, result.purged, result.size));
-        m_host.notifications.post(NotificationNames::diskSpaceChanged);
-        setProgress({});
-    }
     co_return result;
 }
 
@@ -341,11 +334,9 @@ QCoro::Task<> QuarantineService::restoreAll()
         setProgress(progress);
     }
     const QFuture<void> saved = m_saver->lastSave();
-    co_await saved;
-    if (!self)
-        co_return;
     setLastResult(u"Restored %1 items"_s.arg(restored));
     setProgress({});
+    co_await saved;
 }
 
 QFuture<QSet<QString>> QuarantineService::startRemoval(QStringList quarantinePaths)

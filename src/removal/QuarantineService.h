@@ -33,9 +33,9 @@ class AppSettings;
 ///   the record has no file. The saved list is synced in the very folder that the rename took it
 ///   from, so that the list cannot reach the disk before it.
 /// - Removing removes first and saves afterwards: what is cut off half-way is still listed.
-/// Because of this, saves may lag behind the list while many items go one by one; every operation
-/// ends only after its own state has been written. A list that cannot be written holds nothing up:
-/// memory goes on, and the next save tries again.
+/// Because of this, saves may lag behind what is published; every operation ends only after its own
+/// state has been written. A list that cannot be written holds nothing up: memory goes on, and the
+/// next save tries again.
 ///
 /// Operations may be started at any time and interleave. What is in the store is worked on one item
 /// after the other, on one thread, so two operations on one item never cut through each other: the

@@ -11,6 +11,10 @@
 #include "support/ManualClock.h"
 #include "support/RecordingFileSystem.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 namespace brivane::testing {
@@ -64,6 +68,22 @@ public:
         awaitTask(counted(std::move(task)));
     }
 
+    /// The item in quarantine, where there is one.
+    [[nodiscard]] QuarantineItem only() const
+    {
+        EXPECT_EQ(service->items().size(), 1);
+        return service->items().value(0);
+    }
+    [[nodiscard]] QStringList names() const
+    {
+        QStringList all;
+        for (const QuarantineItem& item : service->items())
+            all += item.fileName;
+        return all;
+    }
+    /// What the list on disk holds.
+    [[nodiscard]] QJsonArray recorded() const;
+
     SandboxMachine machine = SandboxMachine::temporary();
     RecordingFileSystem fileSystem;
     ManualClock* clock = new ManualClock; ///< m_owned's
@@ -90,6 +110,11 @@ inline QByteArray content(const QString& path)
 {
     const Result<QByteArray> bytes = readWholeFile(path);
     return bytes ? *bytes : QByteArray();
+}
+
+inline QJsonArray QuarantineGround::recorded() const
+{
+    return QJsonDocument::fromJson(content(manifest())).array();
 }
 
 } // namespace brivane::testing

@@ -1,42 +1,22 @@
 #include "QuarantineGround.h"
 #include "platform/FileIdentity.h"
 
-#include <QAbstractItemModelTester>
-#include <QCoreApplication>
-#include <QJsonArray>
-#include <QJsonDocument>
 #include <QRegularExpression>
-#include <QSemaphore>
-#include <QSignalSpy>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 using namespace brivane;
 using namespace brivane::testing;
 using namespace Qt::StringLiterals;
 using ::testing::ElementsAre;
-using ::testing::UnorderedElementsAre;
 
 namespace {
 
 class QuarantineServiceTest : public ::testing::Test, protected QuarantineGround {
 protected:
     QuarantineServiceTest() { start(); }
-
-    QuarantineItem only() const
-    {
-        EXPECT_EQ(service->items().size(), 1);
-        return service->items().value(0);
-    }
-    QStringList names() const
-    {
-        QStringList all;
-        for (const QuarantineItem& item : service->items())
-            all += item.fileName;
-        return all;
-    }
-    QJsonArray recorded() const { return QJsonDocument::fromJson(content(manifest())).array(); }
 };
 
 } // namespace
@@ -245,6 +225,16 @@ TEST_F(QuarantineServiceTest, RestoringNeverReplacesNorGoesThroughALinkThatCameL
     EXPECT_EQ(content(path), "old");
 }
 
+TEST_F(QuarantineServiceTest, AHomeThatIsItselfBehindALinkCanBeGoneBackTo)
+{
+    const QString real = machine.directory(u"/var/home/robin");
+    const QString home = machine.link(u"/robin", PathText::toBytes(real));
+    const QString dir = home + u"/store"_s;
+    const QString stored = file(dir + u"/12345678_file"_s);
+    EXPECT_TRUE(QuarantineMoves::moveBack(stored, home + u"/folder/file"_s, dir, home, fileSystem));
+    EXPECT_TRUE(stands(real + u"/folder/file"_s));
+}
+
 TEST_F(QuarantineServiceTest, DeletingForGoodTakesOneItemAndSaysSo)
 {
     quarantine({file(u"~/kept"_s), file(u"~/gone"_s)});
@@ -312,55 +302,6 @@ TEST_F(QuarantineServiceTest, BulkOperationsPassOverWhatFailsAndCountTheRest)
     EXPECT_EQ(posts, 3);
 }
 
-TEST_F(QuarantineServiceTest, AStartListsWhatIsThereWithTheDaysOfTheSettings)
-{
-    quarantine({file(u"~/gone"_s), file(u"~/kept"_s, "123")});
-    ASSERT_EQ(::unlink(PathText::toBytes(service->items()[0].quarantinePath)), 0);
-    const QString leftover = file(store() + u"/.brivane-temporary-1"_s);
-    const QString stranger = file(store() + u"/stranger"_s);
-    settings.setQuarantinePurgeDays(30);
-    const QByteArray before = content(manifest());
-    start();
-    EXPECT_EQ(names(), QStringList(u"kept"_s));
-    EXPECT_EQ(service->totalSize(), 3U);
-    EXPECT_EQ(only().purgeDays, 30);
-    EXPECT_EQ(content(manifest()), before) << "loading writes nothing";
-    quarantine({});
-    ASSERT_EQ(recorded().size(), 1);
-    EXPECT_EQ(recorded()[0][u"purgeDays"].toInteger(), 30);
-    EXPECT_TRUE(waitUntil([&] { return !stands(leftover); }));
-    EXPECT_TRUE(stands(stranger));
-
-    for (const auto& [days, expected] : {std::pair(0, 30), {29, 1}, {30, 0}, {1000, 0}, {-2, 32}})
-        EXPECT_EQ(only().daysRemaining(clock->now().addDays(days).addSecs(1)),
-                  days < 0 ? expected - 1 : expected)
-            << days;
-}
-
-TEST_F(QuarantineServiceTest, TheAutomaticPurgeTakesOnlyWhatIsOverTheLimit)
-{
-    using namespace std::chrono;
-    quarantine({file(u"~/stubborn"_s), file(u"~/old"_s)});
-    clock->advance(milliseconds(1));
-    quarantine({file(u"~/exactly"_s)});
-    const QString old = service->items()[1].quarantinePath;
-    fileSystem.cannotRemove = service->items()[0].quarantinePath;
-    clock->advance(days(7));
-    EXPECT_EQ(names().size(), 3) << "only a start purges";
-
-    settings.setQuarantinePurgeDays(8);
-    start();
-    EXPECT_EQ(names().size(), 3);
-    settings.setQuarantinePurgeDays(7);
-    start();
-    EXPECT_FALSE(service->isProcessing());
-    ASSERT_TRUE(waitUntil([&] { return posts == 1; }));
-    EXPECT_EQ(names(), QStringList({u"stubborn"_s, u"exactly"_s}));
-    EXPECT_FALSE(stands(old));
-    EXPECT_TRUE(waitUntil([&] { return recorded().size() == 2; }));
-    EXPECT_TRUE(service->lastResult().isNull());
-}
-
 TEST_F(QuarantineServiceTest, AnotherVolumeGoesToTheTrashAndIsCopiedWithoutOne)
 {
     const std::optional<QString> other = machine.secondDevice();
@@ -386,149 +327,4 @@ TEST_F(QuarantineServiceTest, AnotherVolumeGoesToTheTrashAndIsCopiedWithoutOne)
                                                   file(u"~/in the way"_s) + u"/store"_s);
     EXPECT_EQ(quarantine({file(u"~/third"_s)}).moved, 1);
     EXPECT_TRUE(stands(fileSystem.trash + u"/third"_s));
-}
-
-TEST_F(QuarantineServiceTest, AListThatCannotBeUnderstoodIsPutAsideBeforeTheNextIsWritten)
-{
-    quarantine({file(u"~/stored"_s)});
-    QJsonObject record = recorded()[0].toObject();
-    const auto with = [&](const QString& key, const QJsonValue& value) {
-        QJsonObject changed = record;
-        if (value.isUndefined())
-            changed.remove(key);
-        else
-            changed[key] = value;
-        return QJsonDocument({record, changed}).toJson();
-    };
-    QList<QByteArray> rows = {"",
-                              "{}",
-                              "[1]",
-                              "[",
-                              "\xFF",
-                              with(u"id"_s, u"42"_s),
-                              with(u"size"_s, -1),
-                              with(u"size"_s, 1.5),
-                              with(u"quarantineDate"_s, u"today"_s),
-                              with(u"purgeDays"_s, 0.5)};
-    for (const QString& key : record.keys())
-        rows += with(key, QJsonValue::Undefined);
-    int aside = 0;
-    for (const QByteArray& row : rows) {
-        file(manifest(), row);
-        start();
-        EXPECT_TRUE(service->items().isEmpty()) << row.toStdString();
-        EXPECT_EQ(content(manifest()), row);
-        quarantine({});
-        EXPECT_EQ(recorded(), QJsonArray());
-        EXPECT_EQ(content(manifest() + u".damaged-%1"_s.arg(++aside)), row);
-    }
-    // What can be understood but leads out of the store is dropped, and touched by nobody.
-    const QString precious = file(u"~/precious"_s);
-    settings.setQuarantinePurgeDays(-1);
-    file(manifest(), with(u"quarantinePath"_s, precious));
-    start();
-    EXPECT_EQ(only().fileName, u"stored"_s);
-    ASSERT_TRUE(waitUntil([&] { return posts == 1; }));
-    EXPECT_TRUE(stands(precious));
-}
-
-TEST_F(QuarantineServiceTest, AListThatCannotBeWrittenHoldsNothingUpAndIsWrittenLater)
-{
-    fileSystem.cannotWrite = true;
-    EXPECT_EQ(quarantine({file(u"~/one"_s)}).moved, 1);
-    EXPECT_EQ(names(), QStringList(u"one"_s));
-    EXPECT_FALSE(stands(manifest()));
-    fileSystem.cannotWrite = false;
-    quarantine({});
-    EXPECT_EQ(recorded().size(), 1);
-}
-
-TEST_F(QuarantineServiceTest, TwoOperationsOnOneItemNeverCutThroughEachOther)
-{
-    using Operation = std::function<QCoro::Task<bool>(const QuarantineItem&)>;
-    const Operation restoring = [&](const QuarantineItem& item) { return service->restore(item); };
-    const Operation deleting = [&](const QuarantineItem& item) {
-        return service->permanentlyDelete(item);
-    };
-    struct Row {
-        const Operation& first;
-        const Operation& second;
-        bool isBack;
-        QString result;
-    };
-    const QString missing = u": No such file or directory"_s;
-    for (const Row& row : {Row{restoring, restoring, true, missing},
-                           Row{restoring, deleting, true, u"Failed to delete: folder"_s},
-                           Row{deleting, restoring, false, missing}}) {
-        file(u"~/folder/a"_s);
-        file(u"~/folder/b"_s);
-        const QString path = machine.path(u"~/folder");
-        quarantine({path});
-        const QuarantineItem item = only();
-        QSemaphore started;
-        QSemaphore disk;
-        fileSystem.before = [&](FileOperation, const QString&) {
-            started.release();
-            EXPECT_TRUE(disk.tryAcquire(1, 10'000));
-        };
-        auto first = row.first(item);
-        ASSERT_TRUE(started.tryAcquire(1, 10'000));
-        auto second = row.second(item);
-        EXPECT_TRUE(service->isProcessing());
-        disk.release(2);
-        EXPECT_TRUE(awaitTask(std::move(first)));
-        EXPECT_FALSE(awaitTask(std::move(second)));
-        EXPECT_FALSE(service->isProcessing());
-        EXPECT_TRUE(service->lastResult().endsWith(row.result));
-        EXPECT_EQ(stands(path + u"/a"_s) && stands(path + u"/b"_s), row.isBack);
-        EXPECT_TRUE(service->items().isEmpty());
-        EXPECT_NE(fileSystem.thread(), QCoreApplication::instance()->thread());
-        fileSystem.before = [](FileOperation, const QString&) {};
-    }
-}
-
-TEST_F(QuarantineServiceTest, BulkOperationsThatOverlapTakeEachItemOnce)
-{
-    QStringList paths;
-    for (int i = 0; i < 50; ++i)
-        paths += file(u"~/%1"_s.arg(i));
-    quarantine(paths);
-    auto purging = service->purgeAll();
-    auto restoring = service->restoreAll();
-    const qint64 purged = awaitTask(std::move(purging)).purged;
-    await(std::move(restoring));
-    const auto back = std::count_if(paths.begin(), paths.end(), &stands);
-    EXPECT_EQ(purged + back, 50);
-    EXPECT_TRUE(service->items().isEmpty());
-    EXPECT_FALSE(service->progress());
-    EXPECT_EQ(recorded().size(), 0);
-}
-
-TEST_F(QuarantineServiceTest, ManyPathsAreOneBatchOfRowsAndTwoLists)
-{
-    QStringList paths;
-    for (int i = 0; i < 300; ++i)
-        paths += file(u"~/%1"_s.arg(i));
-    const QAbstractItemModelTester tester(service->itemModel());
-    QSignalSpy inserted(service->itemModel(), &QAbstractItemModel::rowsInserted);
-    QSignalSpy removed(service->itemModel(), &QAbstractItemModel::rowsRemoved);
-    QSignalSpy reset(service->itemModel(), &QAbstractItemModel::modelReset);
-    EXPECT_EQ(quarantine(paths).moved, 300);
-    EXPECT_EQ(inserted.size(), 1);
-    await(service->restoreAll());
-    EXPECT_EQ(removed.size(), 300) << "row by row";
-    EXPECT_EQ(reset.size(), 0);
-}
-
-TEST_F(QuarantineServiceTest, AServiceThatEndsInAHandOverHasListedWhatItMoved)
-{
-    const QString path = file(u"~/file"_s);
-    QSemaphore started;
-    fileSystem.before = [&](FileOperation, const QString&) { started.release(); };
-    auto task = service->quarantine(QStringList{path}, u"Test"_s);
-    ASSERT_TRUE(waitUntil([&] { return started.available() > 0; }));
-    service.reset();
-    EXPECT_EQ(awaitTask(std::move(task)).moved, 1);
-    start();
-    EXPECT_EQ(only().originalPath, path);
 }

@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <QThread>
 
+#include <atomic>
 #include <cerrno>
 #include <functional>
 
@@ -20,6 +21,7 @@ public:
     bool hasNoTrash = false;
     bool cannotWrite = false;
     QString cannotRemove;
+    std::atomic<int> writes = 0;
     /// Called before each operation but writing, on its thread.
     std::function<void(FileOperation, const QString& path)> before = [](FileOperation,
                                                                         const QString&) {};
@@ -74,6 +76,7 @@ public:
     }
     Result<> writeAtomically(const QString& path, QByteArrayView bytes, mode_t mode) override
     {
+        ++writes;
         if (cannotWrite)
             return FileError{ENOSPC, path, FileOperation::Write};
         return m_real.writeAtomically(path, bytes, mode);

@@ -7,10 +7,6 @@
 #include "sandbox/SandboxMachine.h"
 #include "scanner/ScanViewModel.h"
 
-#include <QEventLoop>
-#include <QTimer>
-
-#include <functional>
 #include <stdexcept>
 
 namespace brivane {
@@ -43,19 +39,5 @@ private:
     std::unique_ptr<BrivaneApp> m_app;
     QQuickWindow* m_window = nullptr; ///< belongs to m_app
 };
-
-/// Runs an event loop until `isDone`, which is asked once in a millisecond. (A real loop: what is
-/// to be deleted later would stay with QCoreApplication::processEvents().)
-inline void runUntil(const std::function<bool()>& isDone)
-{
-    QEventLoop loop;
-    QTimer tick;
-    QObject::connect(&tick, &QTimer::timeout, &loop, [&] {
-        if (isDone())
-            loop.quit();
-    });
-    tick.start(1);
-    loop.exec();
-}
 
 } // namespace brivane

@@ -1,5 +1,6 @@
 // What the real window costs while nothing happens in it.
 
+#include "Lateness.h"
 #include "RealWindow.h"
 #include "platform/PathText.h"
 

@@ -1,9 +1,9 @@
 // Scans in the real window. A timer of 10 ms on the GUI thread shows what keeps it from its work.
 
+#include "Lateness.h"
 #include "RealWindow.h"
 #include "platform/PathText.h"
 
-#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QQuickItem>
 #include <QQuickWindow>
@@ -18,47 +18,6 @@
 using namespace brivane;
 
 namespace {
-
-using Milliseconds = double;
-
-/// How late the GUI thread's timer fired.
-class Lateness : public QObject {
-public:
-    Lateness()
-    {
-        m_timer.setTimerType(Qt::PreciseTimer);
-        connect(&m_timer, &QTimer::timeout, this, [this] {
-            const Milliseconds since = static_cast<double>(m_clock.nsecsElapsed()) / 1e6;
-            m_clock.start();
-            m_all.push_back(std::max(0.0, since - interval));
-        });
-        m_clock.start();
-        m_timer.start(interval);
-    }
-
-    void report(const char* what)
-    {
-        std::ranges::sort(m_all);
-        const auto at = [this](double share) {
-            return m_all[static_cast<std::size_t>(share * static_cast<double>(m_all.size() - 1))];
-        };
-        std::printf("%-22s timer late: median %.1f ms, 99 %% %.1f ms, worst %.1f ms (%zu times)\n",
-                    what, at(0.5), at(0.99), at(1), m_all.size());
-        startAfresh();
-    }
-
-    void startAfresh()
-    {
-        m_all.clear();
-        m_clock.start();
-    }
-
-private:
-    static constexpr int interval = 10;
-    QTimer m_timer;
-    QElapsedTimer m_clock;
-    std::vector<Milliseconds> m_all;
-};
 
 void runFor(Milliseconds duration)
 {

@@ -1,17 +1,12 @@
 #include "platform/UserDefaults.h"
 
-#include "platform/FileDescriptor.h"
+#include "platform/FileReading.h"
 #include "platform/FileWriting.h"
-#include "platform/PathText.h"
 #include "platform/PropertyList.h"
+#include "platform/PutAside.h"
 
 #include <cerrno>
 #include <cmath>
-
-#include <fcntl.h>
-#include <stdio.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace brivane {
 
@@ -24,49 +19,22 @@ struct Loaded {
     QVariantMap values;
 };
 
-Loaded load(const QByteArray& file)
+Loaded load(const QString& file)
 {
-    const FileDescriptor descriptor(::open(file.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (!descriptor.isValid())
-        return {errno == ENOENT ? Content::Missing : Content::Unreadable, {}};
-    QByteArray bytes;
-    char buffer[16384];
-    for (;;) {
-        const ssize_t got = ::read(descriptor.get(), buffer, sizeof buffer);
-        if (got < 0 && errno == EINTR)
-            continue;
-        if (got < 0)
-            return {Content::Unreadable, {}};
-        if (got == 0)
-            break;
-        bytes.append(buffer, got);
-    }
-    const std::optional<QVariant> value = PropertyList::read(bytes);
+    const Result<QByteArray> bytes = readWholeFile(file);
+    if (!bytes)
+        return {bytes.error().code == ENOENT ? Content::Missing : Content::Unreadable, {}};
+    const std::optional<QVariant> value = PropertyList::read(*bytes);
     if (!value || value->typeId() != QMetaType::QVariantMap)
         return {Content::Broken, {}};
     return {Content::Good, value->toMap()};
 }
 
 /// Replaces `file` by `bytes`: a reader, or a start after a crash, sees the old or the new content.
-bool replaceFile(const QByteArray& file, QByteArrayView bytes)
+bool replaceFile(const QString& file, QByteArrayView bytes)
 {
-    const QString path = PathText::fromBytes(file);
-    const QString folder = path.left(path.lastIndexOf(u'/'));
-    return makeDirectoryWithParents(folder, 0700) && writeFileAtomically(path, bytes, 0600);
-}
-
-/// Gives a file that cannot be understood another name, so that nothing in it is lost.
-bool putAside(const QByteArray& file)
-{
-    for (int number = 1; number < 1000; ++number) {
-        const QByteArray name = file + ".damaged-" + QByteArray::number(number);
-        if (::renameat2(AT_FDCWD, file.constData(), AT_FDCWD, name.constData(), RENAME_NOREPLACE) ==
-            0)
-            return true;
-        if (errno != EEXIST)
-            return false;
-    }
-    return false;
+    const QString folder = file.left(file.lastIndexOf(u'/'));
+    return makeDirectoryWithParents(folder, 0700) && writeFileAtomically(file, bytes, 0600);
 }
 
 bool isNumber(const QVariant& value)
@@ -89,7 +57,7 @@ void apply(QVariantMap& values, const QVariantMap& changes)
 
 UserDefaults::UserDefaults(const QString& file)
     : m_file(file)
-    , m_values(load(PathText::toBytes(file)).values)
+    , m_values(load(file).values)
 {
 }
 
@@ -192,15 +160,14 @@ bool UserDefaults::change(const QString& key, const QVariant& value)
     apply(m_values, m_unsaved);
 
     // Another process may have written since: its values stay, only what changed here is put in.
-    const QByteArray file = PathText::toBytes(m_file);
-    Loaded current = load(file);
+    Loaded current = load(m_file);
     if (current.content == Content::Unreadable ||
-        (current.content == Content::Broken && !putAside(file)))
+        (current.content == Content::Broken && !putAside(m_file)))
         return false;
     apply(current.values, m_unsaved);
     const std::optional<QByteArray> bytes =
         PropertyList::write(current.values, PropertyList::Encoding::Xml);
-    if (!bytes || !replaceFile(file, *bytes))
+    if (!bytes || !replaceFile(m_file, *bytes))
         return false;
     m_values = current.values;
     m_unsaved.clear();

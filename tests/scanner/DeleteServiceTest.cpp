@@ -2,19 +2,16 @@
 
 #include "core/Log.h"
 #include "core/NotificationNames.h"
-#include "platform/DefaultFileSystem.h"
 #include "platform/PathText.h"
 #include "platform/Volumes.h"
 #include "sandbox/SandboxMachine.h"
 #include "scanner/FileTree.h"
 #include "support/AwaitTask.h"
+#include "support/RecordingFileSystem.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QSemaphore>
-#include <QThread>
-
-#include <cerrno>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -28,55 +25,6 @@ using ::testing::ElementsAre;
 using Case = SafetyChecker::SafetyLevel::Case;
 
 namespace {
-
-/// The real file system with a Trash of its own; calls are recorded, and can be made to fail.
-class RecordingFileSystem final : public FileSystemProviding {
-public:
-    Result<QString> trashItem(const QString& path,
-                              const std::optional<FileIdentity>& expected) override
-    {
-        calls += u"trash "_s + PathText::lastComponent(path);
-        thread = QThread::currentThread();
-        beforeTrashing(path);
-        if (hasNoTrash)
-            return FileError{ENOTSUP, path, FileOperation::Trash};
-        const QString place = trash + u'/' + PathText::lastComponent(path);
-        const auto moved = real.moveItem(path, place, {.expected = expected});
-        if (!moved)
-            return moved.error();
-        return place;
-    }
-    RemovalReport removeItem(const QString& path,
-                             const std::optional<FileIdentity>& expected) override
-    {
-        calls += u"remove "_s + PathText::lastComponent(path);
-        if (cannotRemove == path)
-            return {.removed = 0, .failures = {{EACCES, path, FileOperation::Remove}}};
-        return real.removeItem(path, expected);
-    }
-    Result<Moved> moveItem(const QString& from, const QString& to,
-                           const MoveOptions& options) override
-    {
-        return real.moveItem(from, to, options);
-    }
-    Result<> makeDirectory(const QString& path, mode_t mode, ParentLinks links) override
-    {
-        return real.makeDirectory(path, mode, links);
-    }
-    Result<> writeAtomically(const QString& path, QByteArrayView bytes, mode_t mode) override
-    {
-        return real.writeAtomically(path, bytes, mode);
-    }
-
-    FileSystemProviding& real = DefaultFileSystem::shared();
-    QString trash;
-    bool hasNoTrash = false;
-    QString cannotRemove;
-    std::function<void(const QString&)> beforeTrashing = [](const QString&) {};
-    // Written on the worker, read after it.
-    QStringList calls;
-    QThread* thread = nullptr;
-};
 
 class DeleteServiceTest : public ::testing::Test {
 protected:
@@ -175,9 +123,9 @@ TEST_F(DeleteServiceTest, WhatFailsStaysListedAndMarkedAndTheOthersGo)
     EXPECT_FALSE(stands(first) || stands(last));
     EXPECT_EQ(m_posts, 1);
 
-    m_fileSystem.calls.clear();
+    m_fileSystem.clearCalls();
     EXPECT_EQ(execute().removedCount, 0);
-    EXPECT_THAT(m_fileSystem.calls, ElementsAre(u"trash stubborn"_s, u"remove stubborn"_s));
+    EXPECT_THAT(m_fileSystem.calls(), ElementsAre(u"trash stubborn"_s, u"remove stubborn"_s));
     EXPECT_EQ(m_posts, 1) << "nothing was removed";
 }
 
@@ -185,7 +133,7 @@ TEST_F(DeleteServiceTest, NothingIsRemovedForGoodWhereTheTrashTakesIt)
 {
     m_service->stageForDeletion(file("movie"));
     EXPECT_EQ(execute().removedCount, 1);
-    EXPECT_THAT(m_fileSystem.calls, ElementsAre(u"trash movie"_s));
+    EXPECT_THAT(m_fileSystem.calls(), ElementsAre(u"trash movie"_s));
     EXPECT_TRUE(QFile::exists(m_fileSystem.trash + u"/movie"_s));
     EXPECT_TRUE(m_service->pendingItems().isEmpty());
     EXPECT_EQ(m_posts, 1);
@@ -201,7 +149,7 @@ TEST_F(DeleteServiceTest, WhatTookThePlaceOfAStagedObjectIsLeftAlone)
     for (const FileNodePtr& node : {trigger, replaced, written, linked})
         m_service->stageForDeletion(node);
     m_fileSystem.hasNoTrash = true;
-    m_fileSystem.beforeTrashing = [&](const QString& path) {
+    m_fileSystem.before = [&](FileOperation, const QString& path) {
         if (path != trigger->path())
             return;
         const QByteArray place = replaced->pathBytes();
@@ -242,14 +190,16 @@ TEST_F(DeleteServiceTest, TheScreenGoesOnWhileTheDiskIsSlow)
     m_service->stageForDeletion(slow);
     m_service->stageForDeletion(after);
     QSemaphore disk;
-    m_fileSystem.beforeTrashing = [&](const QString&) { EXPECT_TRUE(disk.tryAcquire(1, 10'000)); };
+    m_fileSystem.before = [&](FileOperation, const QString&) {
+        EXPECT_TRUE(disk.tryAcquire(1, 10'000));
+    };
 
     auto task = m_service->executeDeletion();
     EXPECT_EQ(execute().removedCount, 0) << "one at a time";
     m_service->stageForDeletion(late);
     disk.release(2);
     const DeleteService::Outcome outcome = awaitTask(std::move(task));
-    EXPECT_NE(m_fileSystem.thread, QCoreApplication::instance()->thread());
+    EXPECT_NE(m_fileSystem.thread(), QCoreApplication::instance()->thread());
     EXPECT_EQ(outcome.removedCount, 2);
     EXPECT_THAT(m_service->pendingItems(), ElementsAre(late));
     EXPECT_TRUE(stands(late)) << "staged after the user had confirmed the others";
@@ -264,7 +214,7 @@ TEST_F(DeleteServiceTest, WhatIsNoLongerPendingIsNoLongerRemoved)
         m_service->stageForDeletion(second);
         QSemaphore started;
         QSemaphore disk;
-        m_fileSystem.beforeTrashing = [&](const QString&) {
+        m_fileSystem.before = [&](FileOperation, const QString&) {
             started.release();
             EXPECT_TRUE(disk.tryAcquire(1, 10'000));
         };

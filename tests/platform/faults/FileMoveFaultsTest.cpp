@@ -1,8 +1,8 @@
 #include "FileTestSupport.h"
-#include "SystemCallFaults.h"
 #include "platform/FileMove.h"
 #include "platform/FileRemoval.h"
 #include "sandbox/NastyTree.h"
+#include "support/faults/SystemCallFaults.h"
 
 #include <cerrno>
 #include <cstring>

@@ -1,7 +1,7 @@
 #include "FileTestSupport.h"
-#include "SystemCallFaults.h"
 #include "platform/FileRemoval.h"
 #include "sandbox/NastyTree.h"
+#include "support/faults/SystemCallFaults.h"
 
 #include <cerrno>
 #include <climits>

@@ -1,6 +1,6 @@
 #include "FileTestSupport.h"
-#include "SystemCallFaults.h"
 #include "platform/FileWriting.h"
+#include "support/faults/SystemCallFaults.h"
 
 #include <cerrno>
 

@@ -9,10 +9,11 @@
 // it first; otherwise they go straight on.
 namespace brivane {
 
-/// One call on its way: the C library's name for it, and how many came before it.
+/// One call on its way.
 struct SystemCall {
-    const char* name;
-    int index;
+    const char* name;  ///< the C library's
+    bool changesFiles; ///< what is on the disk, or syncs it; false for a mere look
+    int index;         ///< how many calls came before it
 };
 
 class SystemCallFaults {
@@ -31,7 +32,7 @@ public:
     [[nodiscard]] int calls() const { return m_calls; }
 
     /// Whether the call is to fail, with errno set. For the wrappers.
-    static bool strike(const char* name);
+    static bool strike(const char* name, bool changesFiles);
 
 private:
     Decision m_decide;

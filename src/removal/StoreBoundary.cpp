@@ -1,0 +1,83 @@
+#include "removal/StoreBoundary.h"
+
+#include "platform/PathText.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace brivane {
+
+namespace {
+
+/// `path` without links on the way and at the end; as it is, where that cannot be found out. Empty
+/// for "/", so that a component can be put behind it.
+QString resolved(const QString& path)
+{
+    std::error_code failure;
+    const std::filesystem::path real =
+        std::filesystem::canonical(PathText::toBytes(path).toStdString(), failure);
+    if (failure)
+        return path;
+    return real == "/" ? QString() : PathText::fromBytes(real.native());
+}
+
+bool isPlainlySpelled(const QString& path)
+{
+    if (!path.startsWith(u'/') || path.size() < 2)
+        return false;
+    const QList<QStringView> components = QStringView(path).sliced(1).split(u'/');
+    return std::ranges::none_of(components, [](QStringView component) {
+        return component.isEmpty() || component == u"." || component == u"..";
+    });
+}
+
+bool isOrLeadsTo(const QString& path, const QString& place)
+{
+    return place == path || place.startsWith(path + u'/');
+}
+
+} // namespace
+
+StoreBoundary::StoreBoundary(const QString& quarantineDir, const QString& home)
+    : m_dir(quarantineDir)
+    , m_realDir(resolved(quarantineDir))
+    , m_home(home)
+    , m_realHome(resolved(home))
+{
+}
+
+bool StoreBoundary::accepts(const QString& path) const
+{
+    if (!isPlainlySpelled(path) || isForbidden(path))
+        return false;
+    // The object itself may be a link, which is then what goes; the way to it is looked through.
+    const qsizetype slash = path.lastIndexOf(u'/');
+    if (slash == 0)
+        return true;
+    return !isForbidden(resolved(path.first(slash)) + path.sliced(slash));
+}
+
+QString StoreBoundary::throughHome(const QString& path) const
+{
+    return path.startsWith(m_home + u'/') ? m_realHome + path.sliced(m_home.size()) : path;
+}
+
+bool StoreBoundary::isStored(const QString& path, const QString& quarantineDir)
+{
+    if (!path.startsWith(quarantineDir + u'/'))
+        return false;
+    const QStringView name = QStringView(path).sliced(quarantineDir.size() + 1);
+    // Stored names begin with digits; what begins with a dot is the store's own.
+    return !name.isEmpty() && !name.startsWith(u'.') && !name.contains(u'/');
+}
+
+bool StoreBoundary::isForbidden(const QString& path) const
+{
+    for (const QString* place : {&m_dir, &m_realDir, &m_home, &m_realHome}) {
+        if (isOrLeadsTo(path, *place))
+            return true;
+    }
+    return isOrLeadsTo(m_dir, path) || isOrLeadsTo(m_realDir, path);
+}
+
+} // namespace brivane

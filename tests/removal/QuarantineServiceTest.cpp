@@ -1,0 +1,330 @@
+#include "QuarantineGround.h"
+#include "platform/FileIdentity.h"
+
+#include <QRegularExpression>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+using namespace brivane;
+using namespace brivane::testing;
+using namespace Qt::StringLiterals;
+using ::testing::ElementsAre;
+
+namespace {
+
+class QuarantineServiceTest : public ::testing::Test, protected QuarantineGround {
+protected:
+    QuarantineServiceTest() { start(); }
+};
+
+} // namespace
+
+TEST_F(QuarantineServiceTest, AHandOverMovesListsAndRecordsEachPathOnce)
+{
+    const QString first = file(u"~/one/same"_s, "123");
+    const QString second = file(u"~/two/same"_s, "12345");
+    const QString missing = machine.path(u"~/missing");
+    const auto result =
+        awaitTask(service->quarantine({first, missing, second, first}, u"Uninstaller: Weather"_s));
+    EXPECT_EQ(result.moved, 2);
+    EXPECT_EQ(result.size, 8U);
+    EXPECT_EQ(result.movedPaths, QSet<QString>({first, second}));
+    EXPECT_EQ(service->lastResult(), u"Quarantined 2 items (8 bytes)"_s);
+    EXPECT_FALSE(service->isProcessing());
+    EXPECT_EQ(posts, 0) << "nothing was freed";
+
+    const QList<QuarantineItem> items = service->items();
+    ASSERT_EQ(items.size(), 2);
+    EXPECT_EQ(service->totalSize(), 8U);
+    const QRegularExpression storedName(u"^[0-9A-F]{8}_same$"_s);
+    for (const QuarantineItem& item : items) {
+        EXPECT_TRUE(storedName.match(item.quarantinePath.mid(store().size() + 1)).hasMatch());
+        EXPECT_EQ(item.fileName, u"same"_s);
+        EXPECT_EQ(item.categoryName, u"Uninstaller: Weather"_s);
+        EXPECT_EQ(item.quarantineDate, clock->now());
+        EXPECT_EQ(item.purgeDays, 7);
+        EXPECT_FALSE(stands(item.originalPath));
+    }
+    EXPECT_EQ(items[0].originalPath, first);
+    EXPECT_EQ(content(items[0].quarantinePath), "123");
+    EXPECT_EQ(content(items[1].quarantinePath), "12345");
+
+    const QJsonObject record = recorded()[1].toObject();
+    EXPECT_EQ(record.keys(),
+              QStringList({u"categoryName"_s, u"fileName"_s, u"id"_s, u"originalPath"_s,
+                           u"purgeDays"_s, u"quarantineDate"_s, u"quarantinePath"_s, u"size"_s}));
+    EXPECT_EQ(record[u"id"].toString(), items[1].id.toString(QUuid::WithoutBraces).toUpper());
+    EXPECT_EQ(record[u"quarantineDate"].toDouble(), 788918400.0) << "2026 less 2001";
+
+    EXPECT_EQ(quarantine({}).moved, 0);
+    EXPECT_EQ(service->lastResult(), u"Quarantined 0 items (Zero KB)"_s);
+    EXPECT_EQ(recorded().size(), 2);
+}
+
+TEST_F(QuarantineServiceTest, WhatWouldBreakTheStoreItselfStaysWhereItIs)
+{
+    const QString home = machine.locations().home();
+    const QString precious = file(u"~/precious"_s);
+    quarantine({file(u"~/stored"_s)});
+    const QString stored = only().quarantinePath;
+    const QString alias =
+        machine.link(u"/alias", PathText::toBytes(store())); // leads into the store
+    const QString homeAlias = machine.link(u"/homes", PathText::toBytes(home).chopped(6));
+    ASSERT_TRUE(home.endsWith(u"/robin"_s));
+    const QStringList refused = {
+        u"/"_s,
+        u""_s,
+        u"precious"_s,
+        home,
+        home.chopped(6),
+        machine.folder(),
+        homeAlias + u"/robin"_s,
+        store(),
+        manifest(),
+        stored,
+        alias + stored.mid(store().size()),
+        home + u"//precious"_s,
+        home + u"/../robin/precious"_s,
+        home + u"/./precious"_s,
+        precious + u'/',
+    };
+    EXPECT_EQ(quarantine(refused).movedPaths, QSet<QString>());
+    EXPECT_EQ(only().quarantinePath, stored);
+    EXPECT_TRUE(stands(stored) && stands(precious) && stands(manifest()));
+    EXPECT_EQ(quarantine({alias, homeAlias}).moved, 2) << "the links themselves may go";
+    EXPECT_TRUE(stands(stored));
+}
+
+TEST_F(QuarantineServiceTest, ALinkIsMovedItselfAndComesBackWhateverItLeadsTo)
+{
+    const QString target = file(u"~/target/file"_s);
+    const QStringList links = {machine.link(u"~/folder link", "target"),
+                               machine.link(u"~/dangling", "nowhere")};
+    const auto result = quarantine(links);
+    EXPECT_EQ(result.moved, 2);
+    EXPECT_EQ(result.size, qstrlen("target") + qstrlen("nowhere"));
+    EXPECT_TRUE(stands(target));
+    start(); // in the store both dangle
+    await(service->restoreAll());
+    EXPECT_EQ(service->lastResult(), u"Restored 2 items"_s);
+    EXPECT_TRUE(stands(links[0] + u"/file"_s) && stands(links[1]));
+}
+
+TEST_F(QuarantineServiceTest, SizesLeaveOutWhatIsHiddenInsideAndNothingElse)
+{
+    machine.file(u"~/folder/a", SandboxMachine::Size{1'000'000});
+    machine.file(u"~/folder/deep/b", SandboxMachine::Size{200'000});
+    machine.file(u"~/folder/.hidden", SandboxMachine::Size{1 << 30});
+    machine.file(u"~/folder/.git/c", SandboxMachine::Size{1 << 30});
+    machine.file(u"~/.settings/d", SandboxMachine::Size{50'000});
+    const auto result = quarantine(
+        {machine.path(u"~/folder"), machine.path(u"~/.settings"), file(u"~/.profile"_s)});
+    EXPECT_EQ(result.size, 1'250'005U);
+    EXPECT_EQ(service->lastResult(), u"Quarantined 3 items (1.3 MB)"_s);
+}
+
+TEST_F(QuarantineServiceTest, APathAndItsFolderInOneHandOverBothGoAndCountOnce)
+{
+    const QString child = machine.file(u"~/folder/child", SandboxMachine::Size{100});
+    machine.file(u"~/folder/other", SandboxMachine::Size{10});
+    const QString folder = machine.path(u"~/folder");
+    std::vector<QuarantineCandidate> candidates;
+    for (const QString& path : {child, folder})
+        candidates.push_back({path, *FileIdentity::of(path)});
+    const auto result = awaitTask(service->quarantine(candidates, u"Test"_s));
+    EXPECT_EQ(result.moved, 2);
+    EXPECT_EQ(result.size, 110U);
+    EXPECT_EQ(names(), QStringList({u"child"_s, u"folder"_s}));
+}
+
+TEST_F(QuarantineServiceTest, WhatIsNotTheObjectThatWasShownStays)
+{
+    const QString replaced = file(u"~/replaced"_s);
+    const QString written = file(u"~/written"_s);
+    const QString same = file(u"~/same"_s);
+    std::vector<QuarantineCandidate> candidates;
+    for (const QString& path : {replaced, written, same})
+        candidates.push_back({path, *FileIdentity::of(path)});
+    ASSERT_EQ(::rename(PathText::toBytes(replaced), PathText::toBytes(replaced + u".old"_s)), 0);
+    file(u"~/replaced"_s, "54321");
+    file(u"~/written"_s, "123456");
+    EXPECT_EQ(awaitTask(service->quarantine(candidates, u"Test"_s)).movedPaths,
+              QSet<QString>({same}));
+    EXPECT_TRUE(stands(replaced) && stands(written));
+}
+
+TEST_F(QuarantineServiceTest, NamesThatAreNoTextOrVeryLongComeBackByteForByte)
+{
+    QStringList paths;
+    for (const QByteArray& name :
+         {QByteArray("caf\xE9 \xFF\xFE.txt"), QByteArray("line\nbreak \\ \"quote\" \x7F"),
+          QByteArray("\xF0\x9F\x8D\x8E\xF0\x9F"), QByteArray("\xED\xA0\x80"), QByteArray(255, 'n'),
+          QByteArray("\xC3\xA9").repeated(127)})
+        paths += file(machine.path(u"~") + u"/f\xDCFF/"_s + PathText::fromBytes(name), name);
+    EXPECT_EQ(quarantine(paths).moved, paths.size());
+    start();
+    EXPECT_EQ(service->items().size(), paths.size());
+    await(service->restoreAll());
+    for (const QString& path : paths)
+        EXPECT_EQ(content(path), PathText::toBytes(PathText::lastComponent(path)));
+}
+
+TEST_F(QuarantineServiceTest, RestoringMakesTheFoldersAgainAndKeepsWhatTheItemWas)
+{
+    const QString path = file(u"~/gone/deeper/file"_s);
+    machine.setMode(path, 0640);
+    machine.setTimes(path, clock->now().addDays(-400), clock->now().addDays(-300));
+    const FileIdentity before = *FileIdentity::of(path);
+    quarantine({path});
+    const QByteArray folder = PathText::toBytes(machine.path(u"~/gone"));
+    ASSERT_EQ(::rmdir(folder + "/deeper"), 0);
+    ASSERT_EQ(::rmdir(folder), 0);
+
+    EXPECT_TRUE(awaitTask(service->restore(only())));
+    EXPECT_EQ(service->lastResult(), u"Restored: file"_s);
+    EXPECT_TRUE(service->items().isEmpty());
+    EXPECT_EQ(service->totalSize(), 0U);
+    EXPECT_EQ(recorded().size(), 0);
+    EXPECT_EQ(posts, 0);
+    struct stat status = {};
+    ASSERT_EQ(::lstat(PathText::toBytes(path), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0640U);
+    FileIdentity expected = before;
+    expected.changedAt.reset(); // the rename's
+    EXPECT_TRUE(expected.matches(*FileIdentity::of(path)));
+}
+
+TEST_F(QuarantineServiceTest, RestoringNeverReplacesNorGoesThroughALinkThatCameLater)
+{
+    const QString path = file(u"~/folder/file"_s, "old");
+    quarantine({path});
+    const auto fails = [&](const QString& reason) {
+        const QString before = only().quarantinePath;
+        EXPECT_FALSE(awaitTask(service->restore(only())));
+        EXPECT_TRUE(service->lastResult().startsWith(u"Failed to restore: "_s));
+        EXPECT_TRUE(service->lastResult().endsWith(reason)) << service->lastResult().toStdString();
+        EXPECT_EQ(content(before), "old");
+    };
+    file(u"~/folder/file"_s, "new");
+    fails(u"File exists"_s);
+    EXPECT_EQ(content(path), "new");
+    ASSERT_EQ(::unlink(PathText::toBytes(path)), 0);
+    machine.link(u"~/folder/file", "nowhere");
+    fails(u"File exists"_s);
+    ASSERT_EQ(::unlink(PathText::toBytes(path)), 0);
+    const QString folder = machine.path(u"~/folder");
+    ASSERT_EQ(::rmdir(PathText::toBytes(folder)), 0);
+    const QString elsewhere = machine.directory(u"/elsewhere");
+    machine.link(u"~/folder", PathText::toBytes(elsewhere));
+    fails(u"Not a directory"_s);
+    EXPECT_FALSE(stands(elsewhere + u"/file"_s));
+    ASSERT_EQ(::unlink(PathText::toBytes(folder)), 0);
+    EXPECT_TRUE(awaitTask(service->restore(only())));
+    EXPECT_EQ(content(path), "old");
+}
+
+TEST_F(QuarantineServiceTest, AHomeThatIsItselfBehindALinkCanBeGoneBackTo)
+{
+    const QString real = machine.directory(u"/var/home/robin");
+    const QString home = machine.link(u"/robin", PathText::toBytes(real));
+    const QString dir = home + u"/store"_s;
+    const QString stored = file(dir + u"/12345678_file"_s);
+    EXPECT_TRUE(QuarantineMoves::moveBack(stored, home + u"/folder/file"_s, dir, home, fileSystem));
+    EXPECT_TRUE(stands(real + u"/folder/file"_s));
+}
+
+TEST_F(QuarantineServiceTest, DeletingForGoodTakesOneItemAndSaysSo)
+{
+    quarantine({file(u"~/kept"_s), file(u"~/gone"_s)});
+    const QuarantineItem kept = service->items()[0];
+    const QuarantineItem gone = service->items()[1];
+    fileSystem.cannotRemove = kept.quarantinePath;
+    EXPECT_FALSE(awaitTask(service->permanentlyDelete(kept)));
+    EXPECT_EQ(service->lastResult(), u"Failed to delete: kept"_s);
+    EXPECT_EQ(posts, 0);
+    EXPECT_TRUE(awaitTask(service->permanentlyDelete(gone)));
+    EXPECT_EQ(service->lastResult(), u"Permanently deleted: gone"_s);
+    EXPECT_EQ(posts, 1);
+    EXPECT_EQ(names(), QStringList(u"kept"_s));
+    EXPECT_EQ(recorded().size(), 1);
+    EXPECT_FALSE(stands(gone.quarantinePath));
+
+    QuarantineItem forged = kept;
+    for (const QString& place : {file(u"~/precious"_s), manifest(), store() + u"/../precious"_s}) {
+        forged.quarantinePath = place;
+        EXPECT_FALSE(awaitTask(service->permanentlyDelete(forged)));
+        EXPECT_FALSE(awaitTask(service->restore(forged)));
+        EXPECT_TRUE(stands(place));
+    }
+}
+
+TEST_F(QuarantineServiceTest, BulkOperationsPassOverWhatFailsAndCountTheRest)
+{
+    quarantine({file(u"~/a"_s), file(u"~/b"_s, "1234567890"), file(u"~/c"_s)});
+    QStringList steps;
+    QObject::connect(service.get(), &QuarantineService::progressChanged, [&] {
+        const auto& progress = service->progress();
+        steps += progress ? u"%1 %2/%3 %4 %5"_s.arg(progress->label)
+                                .arg(progress->completed)
+                                .arg(progress->total)
+                                .arg(progress->bytesProcessed)
+                                .arg(service->totalSize())
+                          : u"end"_s;
+    });
+    file(u"~/a"_s, "another");
+    await(service->restoreAll());
+    EXPECT_THAT(steps, ElementsAre(u"Restoring 0/3 0 20"_s, u"Restoring 1/3 0 20"_s,
+                                   u"Restoring 2/3 10 10"_s, u"Restoring 3/3 15 5"_s, u"end"_s));
+    EXPECT_EQ(service->lastResult(), u"Restored 2 items"_s);
+    EXPECT_EQ(names(), QStringList(u"a"_s));
+    EXPECT_EQ(recorded().size(), 1);
+    EXPECT_EQ(posts, 0);
+
+    quarantine({machine.path(u"~/b"), machine.path(u"~/c")});
+    fileSystem.cannotRemove = service->items()[1].quarantinePath;
+    steps.clear();
+    const auto purge = awaitTask(service->purgeAll());
+    EXPECT_EQ(purge.purged, 2);
+    EXPECT_EQ(purge.size, 10U);
+    EXPECT_THAT(steps, ElementsAre(u"Deleting 0/3 0 20"_s, u"Deleting 1/3 5 15"_s,
+                                   u"Deleting 2/3 5 15"_s, u"Deleting 3/3 10 10"_s, u"end"_s));
+    EXPECT_EQ(service->lastResult(), u"Purged 2 items (10 bytes)"_s);
+    EXPECT_EQ(names(), QStringList(u"b"_s));
+    EXPECT_EQ(recorded().size(), 1);
+    EXPECT_EQ(posts, 1);
+
+    fileSystem.cannotRemove.clear();
+    awaitTask(service->purgeAll());
+    awaitTask(service->purgeAll());
+    EXPECT_EQ(service->lastResult(), u"Purged 0 items (Zero KB)"_s);
+    EXPECT_EQ(posts, 3);
+}
+
+TEST_F(QuarantineServiceTest, AnotherVolumeGoesToTheTrashAndIsCopiedWithoutOne)
+{
+    const std::optional<QString> other = machine.secondDevice();
+    if (!other)
+        GTEST_SKIP() << "there is no second device";
+    const QString first = put(*other + u"/first"_s);
+    EXPECT_EQ(quarantine({first}).movedPaths, QSet<QString>({first}));
+    EXPECT_EQ(service->lastResult(), u"Quarantined 1 items (5 bytes)"_s);
+    EXPECT_TRUE(service->items().isEmpty());
+    EXPECT_EQ(recorded().size(), 0);
+    EXPECT_TRUE(stands(fileSystem.trash + u"/first"_s));
+
+    fileSystem.hasNoTrash = true;
+    const QString second = put(*other + u"/second"_s);
+    EXPECT_EQ(quarantine({second}).moved, 1);
+    EXPECT_FALSE(stands(second));
+    EXPECT_TRUE(awaitTask(service->restore(only())));
+    EXPECT_EQ(content(second), "12345");
+
+    // Where the store cannot be made, the Trash is the only place.
+    fileSystem.hasNoTrash = false;
+    service = std::make_unique<QuarantineService>(host(), settings,
+                                                  file(u"~/in the way"_s) + u"/store"_s);
+    EXPECT_EQ(quarantine({file(u"~/third"_s)}).moved, 1);
+    EXPECT_TRUE(stands(fileSystem.trash + u"/third"_s));
+}

@@ -1,0 +1,128 @@
+#include "QuarantineDeeds.h"
+#include "support/faults/SystemCallFaults.h"
+
+#include <QCoreApplication>
+
+#include <csignal>
+#include <cstdio>
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace brivane;
+using namespace brivane::testing;
+
+namespace {
+
+/// Runs `body` in a process of its own, with an event loop: this one has no threads, so that it can
+/// be copied. How that process ended.
+int statusOfChild(const std::function<void()>& body)
+{
+    std::fflush(nullptr);
+    const pid_t child = ::fork();
+    if (child == 0) {
+        int argumentCount = 1;
+        char name[] = "child";
+        char* arguments[] = {name, nullptr};
+        const QCoreApplication application(argumentCount, arguments);
+        body();
+        std::fflush(nullptr);
+        ::_exit(::testing::Test::HasFailure() ? 1 : 0);
+    }
+    int status = 0;
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    return status;
+}
+
+bool passes(const std::function<void()>& body)
+{
+    const int status = statusOfChild(body);
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+/// Does it, and is killed before the system call number `last` of those that change the disk, which
+/// is after the one before. Whether it came that far.
+bool isKilled(const std::function<void()>& deed, int last)
+{
+    const int status = statusOfChild([&] {
+        int changes = 0;
+        const SystemCallFaults faults([&](const SystemCall& call) {
+            if (call.changesFiles && changes++ == last)
+                ::kill(::getpid(), SIGKILL);
+            return 0;
+        });
+        deed();
+    });
+    if (WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL)
+        return true;
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    return false;
+}
+
+/// What the next start finds, and whether all can go on from there.
+void checkNextStart(WatchedGround& ground, const Deed& deed)
+{
+    ground.start();
+    EXPECT_TRUE(waitUntil([&] { return ground.mismatches().isEmpty(); }))
+        << ground.mismatches().join(u'\n').toStdString();
+    if (deed.removes) {
+        // What was cut off in the middle is listed, and the rest of it can be removed.
+        awaitTask(ground.service->purgeAll());
+        EXPECT_TRUE(ground.service->items().isEmpty());
+        return;
+    }
+    for (const QString& path : ground.paths())
+        EXPECT_EQ(ground.places(path), 1) << path.toStdString();
+    WatchedGround::await(ground.service->restoreAll());
+    for (const QString& path : ground.paths())
+        EXPECT_TRUE(ground.isAtItsPlace(path)) << path.toStdString();
+}
+
+} // namespace
+
+TEST(QuarantineCrash, AfterAKillAtAnyStepEachThingIsAtItsPlaceOrListed)
+{
+    for (const Deed& deed : deeds) {
+        int points = 0;
+        for (bool wasKilled = true; wasKilled && !HasFailure(); ++points) {
+            WatchedGround ground;
+            ASSERT_TRUE(passes([&] { deed.prepare(ground); }));
+            wasKilled = isKilled([&] { deed.run(ground); }, points);
+            EXPECT_TRUE(passes([&] { checkNextStart(ground, deed); }))
+                << deed.name << ", killed before change " << points;
+        }
+        std::printf("%s: killed at %d points\n", deed.name, points - 1);
+        RecordProperty(std::string(deed.name) + " kill points", points - 1);
+        EXPECT_GT(points, 10) << deed.name;
+    }
+}
+
+TEST(QuarantineCrash, ACopyFromAnotherVolumeIsWholeInOnePlaceAtLeast)
+{
+    int points = 0;
+    for (bool wasKilled = true; wasKilled && !HasFailure(); ++points) {
+        WatchedGround ground;
+        const std::optional<QString> other = ground.machine.secondDevice();
+        if (!other)
+            GTEST_SKIP() << "there is no second device";
+        const QString path = WatchedGround::put(*other + u"/file"_s, "from elsewhere");
+        ground.fileSystem.hasNoTrash = true;
+        wasKilled = isKilled(
+            [&] {
+                ground.start();
+                ground.quarantine({path});
+            },
+            points);
+        EXPECT_TRUE(passes([&] {
+            ground.start();
+            EXPECT_TRUE(waitUntil([&] { return ground.mismatches().isEmpty(); }));
+            const QList<QuarantineItem> items = ground.service->items();
+            EXPECT_TRUE(
+                content(path) == "from elsewhere" ||
+                (items.size() == 1 && content(items[0].quarantinePath) == "from elsewhere"));
+        })) << "killed before change "
+            << points;
+    }
+    std::printf("copy: killed at %d points\n", points - 1);
+}

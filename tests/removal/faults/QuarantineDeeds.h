@@ -1,0 +1,40 @@
+#pragma once
+
+#include "FileTestSupport.h"
+#include "QuarantineGround.h"
+
+#include <map>
+#include <vector>
+
+namespace brivane::testing {
+
+/// A ground with a file, a folder and a link of the user's, and what they hold, so that they can be
+/// found again wherever they are.
+class WatchedGround : public QuarantineGround {
+public:
+    WatchedGround();
+
+    [[nodiscard]] QStringList paths() const;
+    /// In how many places the thing is whole that was at `path`: there, in the store with an entry
+    /// in its list, or in the Trash.
+    [[nodiscard]] int places(const QString& path) const;
+    [[nodiscard]] bool isAtItsPlace(const QString& path) const;
+    /// What is in the store and not in its list, or the other way round.
+    [[nodiscard]] QStringList mismatches() const;
+
+private:
+    std::map<QString, Snapshot> m_before;
+};
+
+/// One thing that is done with the store, and what there is before. Both start the service.
+struct Deed {
+    const char* name;
+    void (*prepare)(WatchedGround& ground);
+    void (*run)(WatchedGround& ground);
+    /// How the last result should begin, going by what is on the disk.
+    QString (*result)(const WatchedGround& ground);
+    bool removes; ///< for good
+};
+extern const std::vector<Deed> deeds;
+
+} // namespace brivane::testing

@@ -67,7 +67,8 @@ public:
     SessionBus()
     {
         const SandboxMachine& machine = OpeningMachine::machine();
-        const QByteArray folder = PathText::toBytes(machine.directory(u"/bus"));
+        const QByteArray folder =
+            PathText::toBytes(machine.directory(u"/bus")).toPercentEncoding("/");
         const QString configuration = machine.file(
             u"/bus.conf",
             "<busconfig><type>session</type><listen>unix:dir=" + folder +

@@ -113,14 +113,17 @@ QCoro::Task<QString> ShellRunner::run(Locations locations, QString executable,
     throw CommandError(executable, diagnostic.trimmed());
 }
 
-QCoro::Task<QString> ShellRunner::runAsAdmin(Locations locations, QString command)
+QString ShellRunner::adminScript(QString command)
 {
     command.replace(u'\\', u"\\\\"_s); // before the quotes, whose escapes must stay single
     command.replace(u'"', u"\\\""_s);
-    const QString script =
-        u"do shell script \""_s + command + u"\" with administrator privileges"_s;
+    return u"do shell script \""_s + command + u"\" with administrator privileges"_s;
+}
+
+QCoro::Task<QString> ShellRunner::runAsAdmin(Locations locations, QString command)
+{
     const QString executable = u"/usr/bin/osascript"_s;
-    const QStringList arguments = {u"-e"_s, script};
+    const QStringList arguments = {u"-e"_s, adminScript(command)};
     const QString output = co_await run(locations, executable, arguments);
     co_return output;
 }

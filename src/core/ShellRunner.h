@@ -45,6 +45,8 @@ public:
     /// Runs a line of the shell with the rights of an administrator, for which the system asks the
     /// user. A refusal is a CommandError whose output holds "User canceled" and "-128".
     static QCoro::Task<QString> runAsAdmin(Locations locations, QString command);
+    /// The script for osascript by which runAsAdmin() runs `command`.
+    [[nodiscard]] static QString adminScript(QString command);
 };
 
 } // namespace brivane

@@ -57,4 +57,16 @@ QString makeUniquePrivateDirectory(const QString& path)
     return ::mkdtemp(bytes.data()) != nullptr ? PathText::fromBytes(bytes) : QString();
 }
 
+bool keepToOurselves(const QString& path)
+{
+    // A FIFO would wait for a writer otherwise.
+    constexpr int flags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    const FileDescriptor file(::open(PathText::toBytes(path).constData(), flags));
+    if (!file.isValid())
+        return errno == ENOENT;
+    struct stat facts = {};
+    return ::fstat(file.get(), &facts) == 0 && S_ISREG(facts.st_mode) && facts.st_nlink == 1 &&
+           facts.st_uid == ::geteuid() && ::fchmod(file.get(), 0700) == 0;
+}
+
 } // namespace brivane

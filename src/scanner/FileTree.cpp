@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <unordered_set>
 
 namespace brivane {
 
@@ -62,6 +63,28 @@ FileTree::~FileTree()
         std::free(slab);
 }
 
+FileTree::BuildingRight::~BuildingRight()
+{
+    if (m_tree)
+        m_tree->m_building.release();
+}
+
+FileTree::BuildingRight& FileTree::BuildingRight::operator=(BuildingRight&& other) noexcept
+{
+    std::swap(m_tree, other.m_tree);
+    return *this;
+}
+
+FileTree::BuildingRight FileTree::waitToBuild(const std::atomic<bool>* isCancelled)
+{
+    constexpr int pollMilliseconds = 50;
+    while (!m_building.tryAcquire(1, pollMilliseconds)) {
+        if (isCancelled && *isCancelled)
+            return {};
+    }
+    return BuildingRight(shared_from_this());
+}
+
 void* FileTree::allocate(std::size_t bytes)
 {
     if (m_slabs.empty() || m_used + bytes > slabSize) {
@@ -103,6 +126,11 @@ FileNode* FileTree::make(std::string_view name, bool isDirectory, std::uint64_t 
     if (isDirectory)
         m_directories.push_back(node);
     return node;
+}
+
+void FileTree::place(FileNode* node, FileNode* parent)
+{
+    node->m_parent = parent;
 }
 
 void FileTree::attach(FileNode* node, FileNode* parent, std::uint32_t expected)
@@ -148,6 +176,30 @@ void FileTree::addIssue(FileNode* directory, bool isDirectoryItself, ScanIssue i
     m_issues.push_back(std::move(issue));
 }
 
+void FileTree::markReadable(FileNode* directory)
+{
+    directory->setFlag(FileNode::Unreadable, false);
+}
+
+void FileTree::reviewIssues(const std::function<FileNode*(const ScanIssue&)>& directoryOf)
+{
+    std::vector<ScanIssue> left;
+    std::unordered_set<FileNode*> incomplete;
+    for (ScanIssue& issue : issues()) {
+        FileNode* directory = directoryOf(issue);
+        if (!directory)
+            continue;
+        for (FileNode* node = directory; node && incomplete.insert(node).second;)
+            node = node->m_parent;
+        left.push_back(std::move(issue));
+    }
+    // Each flag goes straight to what it will be, so that no reader sees a moment in between.
+    for (FileNode* directory : m_directories)
+        directory->setFlag(FileNode::Incomplete, incomplete.contains(directory));
+    const std::lock_guard lock(m_mutex);
+    m_issues = std::move(left);
+}
+
 std::vector<ScanIssue> FileTree::issues() const
 {
     const std::lock_guard lock(m_mutex);
@@ -172,6 +224,24 @@ void FileTree::sortAll()
             directory->sortOwnChildren();
     });
     m_root->setFlag(FileNode::Sorted, true);
+}
+
+FileTree::Mark FileTree::mark() const
+{
+    return {m_slabs.size(), m_used, m_directories.size(), m_nodeCount, m_listBytes};
+}
+
+void FileTree::rollBack(const Mark& mark)
+{
+    for (std::size_t i = mark.directories; i < m_directories.size(); ++i)
+        std::free(m_directories[i]->m_children);
+    for (std::size_t i = mark.slabs; i < m_slabs.size(); ++i)
+        std::free(m_slabs[i]);
+    m_directories.resize(mark.directories);
+    m_slabs.resize(mark.slabs);
+    m_used = mark.used;
+    m_nodeCount = mark.nodes;
+    m_listBytes = mark.listBytes;
 }
 
 std::size_t FileTree::memoryUse() const

@@ -30,6 +30,7 @@ ScanViewModel::ScanViewModel(Host& host, QObject* parent)
     , m_host(host)
     , m_enumerator(host.volumes)
     , m_scanner(host.clock)
+    , m_privilegedScanner(host)
     , m_deleteService(host)
     , m_actions(host, m_deleteService, this)
     , m_volumeModel(host.locations.path(u"/"))
@@ -137,13 +138,40 @@ void ScanViewModel::scanAsAdmin(const QString& path)
     startProgress();
     setErrorMessage({});
     m_scanTask = std::make_shared<ScanTask>();
-    const auto answer = [this, path, task = m_scanTask] {
-        if (!task->isCancelled)
-            fail(tr("Brivane cannot scan as administrator yet. What your account may read of %1 "
-                    "can be scanned as usual.")
-                     .arg(PathText::forDisplay(path)));
-    };
-    QMetaObject::invokeMethod(this, answer, Qt::QueuedConnection);
+    runAdminScan(path, m_scanTask);
+}
+
+QCoro::Task<> ScanViewModel::runAdminScan(QString path, std::shared_ptr<ScanTask> task)
+{
+    const QPointer<ScanViewModel> self(this);
+    const auto start = m_host.clock.monotonicNow();
+    Outcome outcome;
+    std::optional<QString> failure;
+    bool isRefused = false;
+    try {
+        QCoro::Task<FileNodePtr> scan =
+            m_privilegedScanner.scanAsAdmin(path, m_rootNode.node());
+        outcome.root = co_await scan;
+    } catch (const PrivilegedScanner::AdminScanError&) {
+        isRefused = true;
+    } catch (const std::exception& error) {
+        failure = QString::fromUtf8(error.what());
+    }
+    if (!self || task->isCancelled)
+        co_return;
+    if (isRefused)
+        co_return setScanState(hasTree() ? Completed : Idle);
+    if (failure)
+        co_return fail(*failure);
+    if (!m_selectedVolume) {
+        const QFuture<std::optional<DiskInfo>> future = QtConcurrent::run(
+            [path, enumerator = m_enumerator] { return enumerator.getVolumeInfo(path); });
+        outcome.volume = co_await future;
+        if (!self || task->isCancelled)
+            co_return;
+    }
+    const std::chrono::duration<double> elapsed = m_host.clock.monotonicNow() - start;
+    finish(outcome, m_privilegedScanner.filesFound(), elapsed.count());
 }
 
 void ScanViewModel::rescanAsAdmin()
@@ -168,7 +196,7 @@ QCoro::Task<> ScanViewModel::runScan(QString path, std::shared_ptr<ScanTask> tas
     else if (outcome.error)
         fail(outcome.error->errorDescription());
     else
-        finish(outcome, elapsed.count());
+        finish(outcome, m_progress.filesScanned, elapsed.count());
 }
 
 ScanViewModel::Outcome ScanViewModel::walk(const QString& path,
@@ -207,7 +235,7 @@ void ScanViewModel::receive(const ScanProgress& progress)
     Q_EMIT scanTickChanged();
 }
 
-void ScanViewModel::finish(const Outcome& outcome, double seconds)
+void ScanViewModel::finish(const Outcome& outcome, qint64 filesScanned, double seconds)
 {
     ScanResult result;
     result.rootNode = outcome.root;
@@ -215,7 +243,7 @@ void ScanViewModel::finish(const Outcome& outcome, double seconds)
         result.diskInfo = *m_selectedVolume;
     else
         result.diskInfo = outcome.volume.value_or(madeUpVolume(outcome.root->path()));
-    result.totalFilesScanned = m_progress.filesScanned;
+    result.totalFilesScanned = filesScanned;
     result.scanDuration = seconds;
     result.hiddenSpaceBytes = hiddenSpace(result.diskInfo, outcome.root->size());
     result.scanDate = m_host.clock.now();
@@ -256,6 +284,7 @@ void ScanViewModel::stopScan()
         m_scanTask->isCancelled = true;
     m_scanTask.reset();
     m_scanner.cancel();
+    m_privilegedScanner.cancel();
     if (m_scanState == Scanning || m_scanState == ScanningAdmin)
         setScanState(Idle);
     setPaused(false);

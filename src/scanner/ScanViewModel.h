@@ -10,6 +10,7 @@
 #include "scanner/ScanStats.h"
 #include "scanner/VolumeEnumerator.h"
 #include "scanner/VolumeListModel.h"
+#include "scanner/privileged/PrivilegedScanner.h"
 
 #include <QCoroTask>
 #include <QObject>
@@ -70,8 +71,9 @@ public:
     Q_INVOKABLE void startScan(const QString& path);
     /// startScan() of the selected volume; nothing while none is selected.
     Q_INVOKABLE void rescan();
-    /// Scans as administrator what the tree does not hold yet; the tree stays meanwhile. Not
-    /// possible so far: it ends in an error that says so.
+    /// Adds to the tree, as administrator, what it does not hold yet; it stays on screen meanwhile.
+    /// Without a tree it makes one. Returns at once. Where the user or the machine refuses, the
+    /// state is what it was with that tree, and the reason is in the log.
     Q_INVOKABLE void scanAsAdmin(const QString& path);
     /// scanAsAdmin() of the selected volume; nothing while none is selected.
     Q_INVOKABLE void rescanAsAdmin();
@@ -140,10 +142,11 @@ private:
     struct Outcome;
 
     QCoro::Task<> listVolumes();
+    QCoro::Task<> runAdminScan(QString path, std::shared_ptr<ScanTask> task);
     QCoro::Task<> runScan(QString path, std::shared_ptr<ScanTask> task);
     Outcome walk(const QString& path, const std::shared_ptr<ScanTask>& task, bool needsVolume);
     void receive(const ScanProgress& progress);
-    void finish(const Outcome& outcome, double seconds);
+    void finish(const Outcome& outcome, qint64 filesScanned, double seconds);
     void fail(const QString& message);
 
     void setSelectedVolume(const std::optional<DiskInfo>& volume);
@@ -159,6 +162,7 @@ private:
     Host& m_host;
     VolumeEnumerator m_enumerator;
     DiskScanner m_scanner;
+    PrivilegedScanner m_privilegedScanner;
     DeleteService m_deleteService;
     NodeActions m_actions;
     VolumeListModel m_volumeModel;

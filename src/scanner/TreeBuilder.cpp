@@ -6,6 +6,7 @@ namespace brivane {
 
 TreeBuilder::TreeBuilder(std::shared_ptr<FileTree> tree)
     : m_tree(std::move(tree))
+    , m_right(m_tree->waitToBuild())
 {
     m_open.push_back({m_tree->root()});
 }

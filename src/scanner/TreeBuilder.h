@@ -36,6 +36,7 @@ private:
     void addIssue(const WalkEntry& entry, const Walk& walk);
 
     const std::shared_ptr<FileTree> m_tree;
+    const FileTree::BuildingRight m_right;
     std::vector<OpenDirectory> m_open;
 };
 

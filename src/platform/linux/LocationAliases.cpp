@@ -28,6 +28,7 @@ constexpr Row table[] = {
     {u"/Library/Application Support/com.apple.TCC", Base::Data, u""},
     {u"/Volumes", Base::Media, u""},
     {u"/usr/bin/osascript", Base::Libexec, u"/osascript"},
+    {u"/usr/bin/swiftc", Base::Libexec, u"/swiftc"},
     {u"~/.Trash", Base::Data, u"/Trash/files"},
     {u"~/Library/Application Support", Base::Data, u""},
     {u"~/Library/Caches", Base::Cache, u""},

@@ -29,8 +29,12 @@ volatile sig_atomic_t child = 0;
 
 void passOn(int signal)
 {
-    if (child > 0)
-        ::kill(child, signal);
+    const int before = errno;
+    // What runs as administrator by now hears no signal of this user. It ends by the pipes that are
+    // closed once nobody on this side is left.
+    if (child > 0 && ::kill(child, signal) != 0 && errno == EPERM)
+        ::_exit(128 + signal);
+    errno = before;
 }
 
 int fail(const std::string& message)
@@ -72,8 +76,20 @@ int run(const AdminScript::ShellCommand& command)
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, pipe[1], STDERR_FILENO);
+    // A signal that comes before there is someone to pass it on to waits.
+    sigset_t passedOn;
+    sigset_t before;
+    sigemptyset(&passedOn);
+    sigaddset(&passedOn, SIGTERM);
+    sigaddset(&passedOn, SIGINT);
+    ::sigprocmask(SIG_BLOCK, &passedOn, &before);
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setsigmask(&attributes, &before);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
     pid_t pid = -1;
-    const int failure = ::posix_spawn(&pid, *first, &actions, nullptr, first, environ);
+    const int failure = ::posix_spawn(&pid, *first, &actions, &attributes, first, environ);
+    posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     ::close(pipe[1]);
     if (failure != 0)
@@ -82,6 +98,7 @@ int run(const AdminScript::ShellCommand& command)
     child = pid;
     std::signal(SIGTERM, passOn);
     std::signal(SIGINT, passOn);
+    ::sigprocmask(SIG_SETMASK, &before, nullptr);
 
     const std::string diagnostics = readDiagnostics(pipe[0]);
     int status = 0;

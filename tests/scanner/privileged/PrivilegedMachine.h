@@ -1,0 +1,121 @@
+#pragma once
+
+#include "core/Log.h"
+#include "platform/DefaultFileSystem.h"
+#include "platform/Host.h"
+#include "platform/LocationAliases.h"
+#include "platform/PathText.h"
+#include "platform/Process.h"
+#include "platform/Volumes.h"
+#include "sandbox/SandboxMachine.h"
+#include "scanner/FileTree.h"
+#include "scanner/privileged/AdminHelperScript.h"
+#include "scanner/privileged/PrivilegedScanner.h"
+#include "support/AwaitTask.h"
+#include "support/ChildProcesses.h"
+
+#include <QSemaphore>
+
+#include <filesystem>
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace brivane::testing {
+
+/// A machine with the two commands of a scan as administrator, and a scanner on it.
+///
+/// The script command is the program's own stand-in, run without asking for rights. The compiler
+/// hands out a helper that the real one has made once.
+class PrivilegedScanTest : public ::testing::Test {
+protected:
+    using AdminScanError = PrivilegedScanner::AdminScanError;
+
+    PrivilegedScanTest()
+    {
+        m_machine.directory(QStringLiteral("/data"));
+        useScript(QStringLiteral("/usr/bin/swiftc"),
+                  "[ $# = 4 ] && [ \"$1 $2\" = '-O -o' ] && [ -f \"$4\" ] && cp '" + helper() +
+                      "' \"$3\"");
+        useScript(QStringLiteral("/usr/bin/osascript"),
+                  "exec '" + PathText::toBytes(libexecDirectory()) +
+                      "/osascript' \"$1\" \"${2% with administrator privileges}\"");
+        m_scanner = std::make_unique<PrivilegedScanner>(m_owned.host());
+    }
+
+    void TearDown() override
+    {
+        EXPECT_TRUE(waitForNoChildren());
+        EXPECT_EQ(temporaryFiles(), QStringList());
+    }
+
+    void useScript(const QString& command, const QByteArray& script) const
+    {
+        ::unlink(PathText::toBytes(m_machine.path(command)).constData());
+        m_machine.file(command, "#!/bin/sh\n" + script + '\n');
+        m_machine.setMode(command, 0755);
+    }
+
+    /// A stand-in that answers as it is told, in place of the script.
+    [[nodiscard]] SandboxCommand useAnswers(const QString& command) const
+    {
+        ::unlink(PathText::toBytes(m_machine.path(command)).constData());
+        return m_machine.command(command);
+    }
+
+    FileNodePtr scan(const QString& path, const FileNodePtr& existingRoot = {})
+    {
+        return awaitTask(m_scanner->scanAsAdmin(path, existingRoot));
+    }
+
+    /// The error by which a scan fails; its text, or the empty string when there is none.
+    QString failure(QCoro::Task<FileNodePtr> task)
+    {
+        try {
+            awaitTask(std::move(task));
+        } catch (const std::exception& error) {
+            return QString::fromUtf8(error.what());
+        }
+        return {};
+    }
+
+    [[nodiscard]] QString temporary() const { return m_machine.locations().temporaryDirectory(); }
+
+    [[nodiscard]] QStringList temporaryFiles() const
+    {
+        QStringList names;
+        const std::filesystem::path folder = PathText::toBytes(temporary()).toStdString();
+        for (const auto& entry : std::filesystem::directory_iterator(folder))
+            names += PathText::fromBytes(QByteArray::fromStdString(entry.path().filename()));
+        return names;
+    }
+
+    /// The helper, compiled by the real stand-in for the compiler.
+    static QByteArray helper()
+    {
+        static const SandboxMachine machine = SandboxMachine::temporary();
+        static const QString binary = [] {
+            const QString source = machine.file(u"/helper.swift", AdminHelperScript::sourceText());
+            const QString made = machine.path(u"/helper");
+            QSemaphore isDone;
+            Process compiler(libexecDirectory() + QStringLiteral("/swiftc"),
+                             {QStringLiteral("-O"), QStringLiteral("-o"), made, source});
+            compiler.setTerminationHandler([&](ProcessEnd end) {
+                EXPECT_TRUE(end.isSuccess());
+                isDone.release();
+            });
+            compiler.start();
+            EXPECT_TRUE(isDone.tryAcquire(1, 60'000));
+            return made;
+        }();
+        return PathText::toBytes(binary);
+    }
+
+    LogCapture m_log;
+    SandboxMachine m_machine = SandboxMachine::temporary();
+    OwnedHost m_owned{m_machine.locations(), DefaultFileSystem::shared()};
+    std::unique_ptr<PrivilegedScanner> m_scanner;
+};
+
+} // namespace brivane::testing

@@ -137,6 +137,7 @@ TEST(DiskScanner, EveryReportShowsSizesThatAddUp)
     int reports = 0;
     std::int64_t before = 0;
     bool isComplete = false;
+    const std::atomic<bool> isInAHurry = true;
     const FileNodePtr root =
         scanner.scan(machine.path(u"/data"), [&](const ScanProgress& progress) {
             ++reports;
@@ -145,14 +146,17 @@ TEST(DiskScanner, EveryReportShowsSizesThatAddUp)
             const FileNode& tree = *progress.partialTree;
             EXPECT_EQ(tree.size(), sumOfFiles(tree));
             EXPECT_EQ(progress.bytesProcessed, tree.size());
-            if (progress.isComplete)
+            if (progress.isComplete) {
+                EXPECT_EQ(tree.tree().waitToBuild(&isInAHurry).tree(), nullptr) << "two may build";
                 return;
+            }
             EXPECT_EQ(tree.fileCount(), progress.filesScanned);
             EXPECT_EQ(progress.filesScanned - before, 50);
             EXPECT_TRUE(progress.currentPath.startsWith(machine.path(u"/data")));
             before = progress.filesScanned;
         });
     EXPECT_TRUE(isComplete);
+    EXPECT_NE(root->tree().waitToBuild(&isInAHurry).tree(), nullptr);
     // 3905 files, 781 folders twice.
     EXPECT_EQ(root->fileCount(), 3905);
     EXPECT_EQ(reports, (3905 + 2 * 781) / 50 + 1);

@@ -101,6 +101,8 @@ struct PrivilegedScanner::Run {
 
     // For the worker.
     void readOutput();
+    /// How many entries were added; negative when the scan was cancelled before.
+    qint64 merge();
     void clear();
     /// Nothing of what the helper prints is wanted any more.
     void drop();
@@ -129,6 +131,14 @@ void PrivilegedScanner::Run::readOutput()
         if (const AdminHelperScript::ScanEntry* entry = decoder.decode(line))
             merger->take(*entry);
     });
+}
+
+qint64 PrivilegedScanner::Run::merge()
+{
+    if (isDropped)
+        return -1;
+    merger->merge();
+    return merger->takenCount();
 }
 
 void PrivilegedScanner::Run::clear()
@@ -184,11 +194,8 @@ QCoro::Task<FileNodePtr> PrivilegedScanner::scanAsAdmin(QString path, FileNodePt
     std::exception_ptr failure;
     try {
         root = co_await perform(run);
-        const std::chrono::duration<double> elapsed = m_host.clock.monotonicNow() - start;
-        const double rate = static_cast<double>(m_filesFound) / std::max(elapsed.count(), 0.001);
-        Log::scanner.info(u"Admin scan complete: %1 files, %2s"_s.arg(
-            QString::number(m_filesFound), QString::number(elapsed.count(), 'f', 1)));
-        Log::perf.info(u"Admin scan rate: %1 files/s"_s.arg(static_cast<qint64>(rate)));
+        if (self)
+            logOutcome(start);
     } catch (...) {
         failure = std::current_exception();
     }
@@ -196,13 +203,22 @@ QCoro::Task<FileNodePtr> PrivilegedScanner::scanAsAdmin(QString path, FileNodePt
         const QFuture<void> cleared = QtConcurrent::run(&m_worker, [run] { run->clear(); });
         co_await cleared;
     }
-    if (!self)
-        throw AdminScanError::cancelled();
-    m_run.reset();
-    setRunning(false);
+    if (self) {
+        m_run.reset();
+        setRunning(false);
+    }
     if (failure)
         std::rethrow_exception(failure);
     co_return root;
+}
+
+void PrivilegedScanner::logOutcome(std::chrono::nanoseconds start) const
+{
+    const std::chrono::duration<double> elapsed = m_host.clock.monotonicNow() - start;
+    const double rate = static_cast<double>(m_filesFound) / std::max(elapsed.count(), 0.001);
+    Log::scanner.info(u"Admin scan complete: %1 files, %2s"_s.arg(
+        QString::number(m_filesFound), QString::number(elapsed.count(), 'f', 1)));
+    Log::perf.info(u"Admin scan rate: %1 files/s"_s.arg(static_cast<qint64>(rate)));
 }
 
 QCoro::Task<FileNodePtr> PrivilegedScanner::perform(std::shared_ptr<Run> run)
@@ -239,11 +255,12 @@ QCoro::Task<FileNodePtr> PrivilegedScanner::perform(std::shared_ptr<Run> run)
         throw AdminScanError::cancelled();
 
     setProgress(u"Building file tree..."_s);
-    const QFuture<void> merging = QtConcurrent::run(&m_worker, [run] { run->merger->merge(); });
-    co_await merging;
-    if (!self)
+    const QFuture<qint64> merging = QtConcurrent::run(&m_worker, [run] { return run->merge(); });
+    const qint64 count = co_await merging;
+    if (count < 0)
         throw AdminScanError::cancelled();
-    setFilesFound(run->merger->takenCount());
+    if (self)
+        setFilesFound(count);
     co_return run->root;
 }
 

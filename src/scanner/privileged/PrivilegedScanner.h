@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QThreadPool>
 
+#include <chrono>
 #include <stdexcept>
 
 namespace brivane {
@@ -51,7 +52,7 @@ public:
     };
 
     explicit PrivilegedScanner(Host& host, QObject* parent = nullptr);
-    /// Ends a scan that runs, which takes a moment. Who waits for it gets `cancelled`.
+    /// Ends a scan that runs, as cancel() does; takes a moment.
     ~PrivilegedScanner() override;
 
     /// Gives `existingRoot` with all that the helper has seen and its tree did not have, all sums
@@ -63,7 +64,7 @@ public:
     /// then. A cancelled scan does not go on to its next step; while the helper runs, it ends by
     /// the failure of the command.
     QCoro::Task<FileNodePtr> scanAsAdmin(QString path, FileNodePtr existingRoot);
-    /// Ends the scan that runs; returns at once.
+    /// Ends the scan that runs, unless it is as good as done; returns at once.
     void cancel();
 
     [[nodiscard]] bool isRunning() const { return m_isRunning; }
@@ -85,6 +86,7 @@ private:
     QCoro::Task<> prepare(std::shared_ptr<Run> run);
     QCoro::Task<CommandEnd> runCommand(std::shared_ptr<Run> run, QString executable,
                                        QStringList arguments);
+    void logOutcome(std::chrono::nanoseconds start) const;
     void setRunning(bool isRunning);
     void setProgress(const QString& progress);
     void setFilesFound(qint64 count);

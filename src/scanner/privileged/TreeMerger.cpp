@@ -94,7 +94,6 @@ TreeMerger::Place TreeMerger::placeOf(std::string_view path) const
             const std::string_view name = rest.substr(0, rest.find('/'));
             rest.remove_prefix(name.size());
             place.node = m_index.find(place.node, name);
-            place.isFresh = place.isFresh || m_joinedDirectories.contains(place.node);
         }
         if (place.node)
             return place;
@@ -127,7 +126,7 @@ void TreeMerger::take(const ScanEntry& entry)
     if (entry.isDir)
         addDirectory(parent, entry.path, entry.name);
     else if (parent.directory())
-        hang(m_tree.make(entry.name, false, entry.size), parent);
+        make(parent.node, entry.name, false, entry.size);
     ++m_takenCount;
 }
 
@@ -144,22 +143,18 @@ TreeMerger::Place TreeMerger::addDirectory(const Place& parent, std::string_view
         m_outside.emplace(path);
         return {.isKnown = true};
     }
-    FileNode* node = m_tree.make(name, true, 0);
-    hang(node, parent);
+    FileNode* node = make(parent.node, name, true, 0);
     m_index.insert(node);
-    return {.isKnown = true, .node = node, .isFresh = true};
+    return {.isKnown = true, .node = node};
 }
 
-void TreeMerger::hang(FileNode* node, const Place& parent)
+FileNode* TreeMerger::make(FileNode* parent, std::string_view name, bool isDirectory,
+                           std::uint64_t size)
 {
-    if (parent.isFresh) {
-        m_tree.attach(node, parent.node);
-        return;
-    }
-    FileTree::place(node, parent.node);
-    m_joins.push_back(node);
-    if (node->isDirectory())
-        m_joinedDirectories.insert(node);
+    FileNode* node = m_tree.make(name, isDirectory, size);
+    FileTree::place(node, parent);
+    m_nodes.push_back(node);
+    return node;
 }
 
 void TreeMerger::noteIssues(const Place& parent, const ScanEntry& entry)
@@ -192,7 +187,7 @@ void TreeMerger::merge()
 {
     for (FileNode* directory : m_filledDirectories)
         FileTree::markReadable(directory);
-    for (FileNode* node : m_joins)
+    for (FileNode* node : m_nodes)
         m_tree.attach(node, node->parent());
     m_isMerged = true;
     if (!m_solvedPaths.empty() || !m_filledDirectories.empty())

@@ -11,9 +11,9 @@ namespace brivane {
 
 /// Adds to a tree what the helper has seen and the tree does not have.
 ///
-/// Entries are taken one by one, and become nodes of the tree at once, but no reader comes upon
-/// them: they hang together among themselves only. merge() then puts them into their places, as
-/// good as in one go. Without it they are given back in the end, and the tree is as it was.
+/// Entries are taken one by one, and become nodes of the tree at once, but no list of children has
+/// them, so that no reader comes upon them. merge() then puts them into their places, as good as in
+/// one go. Without it they are given back in the end, and the tree is as it was.
 ///
 /// The rules: an entry whose path is known changes nothing. One whose parent is not known gets a
 /// folder as its parent, which is put into its own parent if that one is known; otherwise it, and
@@ -43,7 +43,6 @@ private:
     struct Place {
         bool isKnown = false;
         FileNode* node = nullptr; ///< null for a known path that is not in the tree
-        bool isFresh = false;     ///< made by this merger
 
         [[nodiscard]] FileNode* directory() const
         {
@@ -58,7 +57,7 @@ private:
     const Place& parentPlace(std::string_view path);
     Place makePlaceholder(std::string_view path);
     Place addDirectory(const Place& parent, std::string_view path, std::string_view name);
-    void hang(FileNode* node, const Place& parent);
+    FileNode* make(FileNode* parent, std::string_view name, bool isDirectory, std::uint64_t size);
     void noteIssues(const Place& parent, const AdminHelperScript::ScanEntry& entry);
     [[nodiscard]] FileNode* incompleteDirectory(const ScanIssue& issue) const;
 
@@ -67,8 +66,7 @@ private:
     const FileTree::Mark m_mark;
     const std::string m_rootPath;   ///< without a slash at its end: "" for "/"
     NodeIndex m_index;              ///< all nodes there were, and the directories made since
-    std::vector<FileNode*> m_joins; ///< placed in a directory that was there, to be attached
-    std::unordered_set<const FileNode*> m_joinedDirectories;
+    std::vector<FileNode*> m_nodes; ///< what has been made, in that order
     std::unordered_set<std::string> m_outside; ///< known paths of directories not in the tree
     std::string m_lastParentPath;
     Place m_lastParent;

@@ -2,6 +2,7 @@
 
 #include "core/Log.h"
 #include "platform/DefaultFileSystem.h"
+#include "platform/FileDescriptor.h"
 #include "platform/Host.h"
 #include "platform/LocationAliases.h"
 #include "platform/PathText.h"
@@ -18,6 +19,7 @@
 
 #include <filesystem>
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>

@@ -119,14 +119,14 @@ TEST(ScanEntry, LinesWholeOrBrokenReadAsTheGeneralParserReadsThem)
 {
     std::mt19937 random(20260101);
     int valid = 0;
-    for (int round = 0; round < 200'000; ++round) {
+    for (int round = 0; round < 60'000; ++round) {
         const QByteArray line = randomLine(random);
         const std::optional<Values> expected = naivelyDecoded(line);
         valid += expected ? 1 : 0;
         ASSERT_EQ(decoded(line), expected) << line.constData();
     }
-    EXPECT_GT(valid, 50'000);
-    EXPECT_LT(valid, 150'000);
+    EXPECT_GT(valid, 15'000);
+    EXPECT_LT(valid, 45'000);
 }
 
 TEST(ScanEntry, OnlyExactlyTheFiveMembersMakeAnEntry)

@@ -103,7 +103,7 @@ QCoro::Task<bool> Tour::run()
     co_await showShell(*app.shell());
 
     scan.showVolumes();
-    scan.startScan(QString());
+    scan.startScan(m_machine.machine().path(u"/Volumes/Backup"));
     const auto hasFailed = [&] { return scan.scanState() == ScanViewModel::Error; };
     co_await waitFor(u"failed scan"_s, hasFailed);
     takePicture(u"scanner-error"_s);

@@ -3,8 +3,8 @@
 #include "app/BrivaneApp.h"
 #include "components/Motion.h"
 #include "sandbox/HoldableClock.h"
+#include "sandbox/Permissions.h"
 #include "sandbox/demo/DemoMachine.h"
-#include "sandbox/demo/Permissions.h"
 #include "sandbox/demo/Tour.h"
 
 #include <QGuiApplication>

@@ -43,6 +43,8 @@ ScanStats::ScanStats(const ScanViewModel& viewModel, const Clock& clock, QObject
     connect(&viewModel, &ScanViewModel::scanTickChanged, this, &ScanStats::focusChanged);
     connect(&viewModel, &ScanViewModel::scanResultChanged, this, &ScanStats::focusChanged);
     connect(&viewModel, &ScanViewModel::scanResultChanged, this, &ScanStats::resultChanged);
+    // What could not be read is told with the progress; a scan as administrator ends without one.
+    connect(&viewModel, &ScanViewModel::scanResultChanged, this, &ScanStats::progressChanged);
 }
 
 QString ScanStats::filesText() const

@@ -149,8 +149,7 @@ QCoro::Task<> ScanViewModel::runAdminScan(QString path, std::shared_ptr<ScanTask
     std::optional<QString> failure;
     bool isRefused = false;
     try {
-        QCoro::Task<FileNodePtr> scan =
-            m_privilegedScanner.scanAsAdmin(path, m_rootNode.node());
+        QCoro::Task<FileNodePtr> scan = m_privilegedScanner.scanAsAdmin(path, m_rootNode.node());
         outcome.root = co_await scan;
     } catch (const PrivilegedScanner::AdminScanError&) {
         isRefused = true;

@@ -35,7 +35,8 @@ DiskState DiskState::of(const QString& folder)
     DiskState state;
     const std::string top = PathText::toBytes(folder).toStdString();
     state.m_entries.emplace(top, factsOf(top));
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(top))
+    constexpr auto asUser = std::filesystem::directory_options::skip_permission_denied;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(top, asUser))
         state.m_entries.emplace(entry.path(), factsOf(entry.path()));
     return state;
 }

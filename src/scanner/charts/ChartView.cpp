@@ -63,6 +63,14 @@ void ChartView::updatePolish()
     ++m_revision;
     Q_EMIT itemsChanged();
     Q_EMIT hoveredIndexChanged();
+    // What lies under a pointer that rests may be another block now.
+    if (m_pointer && !m_isKeyboardUsed)
+        hover(indexAt(*m_pointer));
+    // Who came down by key goes on by key.
+    if (m_isKeyboardUsed && hasActiveFocus() && m_hovered < 0 && !m_items.empty()) {
+        hover(0);
+        setHoveredIndex(0, true);
+    }
     move();
 }
 
@@ -217,32 +225,35 @@ void ChartView::setHoveredIndex(int index, bool byKeyboard)
 
 void ChartView::hoverEnterEvent(QHoverEvent* event)
 {
-    hoverAt(event->position());
+    m_pointer = event->position();
+    hover(indexAt(*m_pointer));
 }
 
 void ChartView::hoverMoveEvent(QHoverEvent* event)
 {
     // A pointer that rests while the keyboard is used does not take the place back.
-    if (event->position() != event->oldPosF())
-        hoverAt(event->position());
+    if (event->position() == event->oldPosF())
+        return;
+    m_pointer = event->position();
+    hover(indexAt(*m_pointer));
 }
 
-void ChartView::hoverAt(const QPointF& point)
+int ChartView::indexAt(const QPointF& point) const
 {
     const auto index = itemAt(point);
-    hover(index ? static_cast<int>(*index) : -1);
+    return index ? static_cast<int>(*index) : -1;
 }
 
 void ChartView::hoverLeaveEvent(QHoverEvent*)
 {
+    m_pointer.reset();
     hover(-1);
 }
 
 void ChartView::mousePressEvent(QMouseEvent* event)
 {
     forceActiveFocus(Qt::MouseFocusReason);
-    const auto index = itemAt(event->position());
-    const int pressed = index ? static_cast<int>(*index) : -1;
+    const int pressed = indexAt(event->position());
     hover(pressed);
     m_pressed = refOf(pressed);
     if (event->button() == Qt::RightButton && m_pressed.isValid())
@@ -254,9 +265,9 @@ void ChartView::mouseReleaseEvent(QMouseEvent* event)
     const FileNodeRef pressed = std::exchange(m_pressed, {});
     if (event->button() != Qt::LeftButton || !pressed.isValid())
         return;
-    const auto index = itemAt(event->position());
-    if (index && m_items[*index].node == pressed.node().get())
-        activate(static_cast<int>(*index));
+    const int index = indexAt(event->position());
+    if (refOf(index) == pressed)
+        activate(index);
 }
 
 bool ChartView::stepKeyboard(Qt::Key key)

@@ -103,7 +103,7 @@ private:
     [[nodiscard]] FileNodeRef refOf(int index) const;
     [[nodiscard]] int indexOf(const FileNode* node) const;
     bool stepKeyboard(Qt::Key key);
-    void hoverAt(const QPointF& point);
+    [[nodiscard]] int indexAt(const QPointF& point) const;
     void hover(int index);
     void setHoveredIndex(int index, bool byKeyboard);
     void followHoveredNode();
@@ -115,6 +115,7 @@ private:
     std::vector<TreemapItem> m_items;
     std::vector<Glow> m_glows; ///< of the few that are or were hovered
     FileNodeRef m_pressed;
+    std::optional<QPointF> m_pointer; ///< none: elsewhere
     ChartTicker m_ticker;
     int m_revision = 0;
     int m_hovered = -1;

@@ -1,4 +1,4 @@
-#include "sandbox/demo/Permissions.h"
+#include "sandbox/Permissions.h"
 
 #include <linux/capability.h>
 #include <sys/syscall.h>

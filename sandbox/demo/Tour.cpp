@@ -15,6 +15,8 @@
 #include <QDeadlineTimer>
 #include <QGuiApplication>
 #include <QImage>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QMetaEnum>
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -36,6 +38,7 @@ namespace {
 
 constexpr int polls = 500;
 constexpr auto pollInterval = 20ms;
+constexpr auto promptTime = 1500ms; // until the administrator agrees
 constexpr auto settlingTime = 60ms;
 constexpr auto tipTime = 600ms; // until a tip shows
 
@@ -100,6 +103,7 @@ QCoro::Task<bool> Tour::run()
     co_await showScan(scan);
     co_await showRows(scan);
     co_await showCharts(scan);
+    co_await showAdminScan(scan);
     co_await showShell(*app.shell());
 
     scan.showVolumes();
@@ -211,6 +215,29 @@ QCoro::Task<> Tour::showCharts(ScanViewModel& scan)
     }
 }
 
+QCoro::Task<> Tour::showAdminScan(ScanViewModel& scan)
+{
+    const QString sealed = m_machine.machine().path(u"~/Library/Application Support/Sealed Vault");
+    const QJsonObject vault{{u"path"_s, sealed + u"/vault.db"_s},
+                            {u"name"_s, u"vault.db"_s},
+                            {u"size"_s, 200'000'000},
+                            {u"isDir"_s, false},
+                            {u"parentPath"_s, sealed}};
+    CommandAnswer answer;
+    answer.output = QJsonDocument(vault).toJson(QJsonDocument::Compact) + '\n';
+    answer.delay = promptTime;
+    SandboxCommand prompt = m_machine.machine().command(u"/usr/bin/osascript");
+    prompt.answer(answer);
+    m_machine.machine().command(u"/usr/bin/swiftc");
+    enter(scan, {});
+    scan.scanAsAdmin(m_machine.volumes().startupDisk());
+    takePicture(u"scanner-admin"_s);
+    const auto isFinished = [&] { return scan.scanState() == ScanViewModel::Completed; };
+    co_await waitFor(u"scan as administrator"_s, isFinished);
+    prompt.forgetAnswers();
+    takePicture(u"scanner-admin-completed"_s);
+}
+
 QCoro::Task<> Tour::showGallery()
 {
     QQuickView view;
@@ -280,6 +307,8 @@ QCoro::Task<> Tour::showShell(ShellViewModel& shell)
     const auto isLow = [&] { return m_window->contentItem()->height() < size.height(); };
     co_await waitFor(u"low window"_s, isLow);
     takePicture(u"shell-low-window"_s);
+    shell.setAppMode(AppMode::scanner);
+    takePicture(u"scanner-low-window"_s);
     m_window->resize(size);
     const auto isHigh = [&] { return m_window->contentItem()->height() == size.height(); };
     co_await waitFor(u"window as before"_s, isHigh);

@@ -31,6 +31,7 @@ private:
     QCoro::Task<> showScan(ScanViewModel& scan);
     /// Both charts: at rest, under the pointer, with the keyboard, and of folders of one to many.
     QCoro::Task<> showCharts(ScanViewModel& scan);
+    QCoro::Task<> showAdminScan(ScanViewModel& scan);
     /// Shows the folder at `path`, which begins below the home folder.
     void enter(ScanViewModel& scan, const QStringList& path);
     /// What can be done in a finished scan.

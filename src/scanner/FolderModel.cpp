@@ -68,7 +68,6 @@ void FolderModel::startPicture()
 
 void FolderModel::show(Rows rows)
 {
-    m_needsAnother = false;
     const int before = rowTotal();
     const int after = static_cast<int>(rows.size());
     if (after > before) {

@@ -1,5 +1,7 @@
 #include "Journey.h"
 
+#include <numeric>
+
 using namespace Qt::StringLiterals;
 
 namespace brivane::testing {
@@ -16,7 +18,7 @@ Journey::Journey()
 
 void Journey::SetUp()
 {
-    m_before = DiskState::of(m_disk.machine.path(u"/"));
+    m_before = diskState(m_disk.machine.path(u"/"));
     m_app.emplace(m_disk);
     m_app->shell();
 }
@@ -24,14 +26,23 @@ void Journey::SetUp()
 void Journey::TearDown()
 {
     m_app.reset();
-    EXPECT_EQ(m_before.differences(DiskState::of(m_disk.machine.path(u"/"))), QStringList());
+    changeDisk([] {});
 }
 
 void Journey::changeDisk(const std::function<void()>& change)
 {
-    EXPECT_EQ(m_before.differences(DiskState::of(m_disk.machine.path(u"/"))), QStringList());
+    const QString disk = m_disk.machine.path(u"/");
+    EXPECT_EQ(differences(m_before, diskState(disk)), QStringList());
     change();
-    m_before = DiskState::of(m_disk.machine.path(u"/"));
+    m_before = diskState(disk);
+}
+
+long Journey::lastButOneEntry() const
+{
+    const auto entries = [](const auto& path) {
+        return S_ISDIR(static_cast<mode_t>(path.second[0])) ? 2L : 1L;
+    };
+    return std::transform_reduce(m_before.begin(), m_before.end(), -2L, std::plus(), entries);
 }
 
 bool Journey::isHeld()

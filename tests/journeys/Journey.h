@@ -30,7 +30,8 @@ protected:
     /// Lets a walk that is held go on by so many entries. The first report comes with the first.
     [[nodiscard]] bool walksOn(long entries);
     /// The entry at which a walk of the startup disk has seen every file, and leaves folders only.
-    [[nodiscard]] long lastButOneEntry() const { return m_before.walkLength() - 2; }
+    /// Folders are two entries each.
+    [[nodiscard]] long lastButOneEntry() const;
 
     /// What is on screen under the object name `kind`, from the top, and which names it shows.
     QList<QQuickItem*> items(const QString& kind);

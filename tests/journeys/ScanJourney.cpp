@@ -36,6 +36,8 @@ TEST_F(ScanJourney, ByMouseFromTheDiskThroughAPausedScanToItsFolders)
     ASSERT_TRUE(app().click(u"pauseButton"_s));
     ASSERT_TRUE(app().showsText(u"Completed"_s));
 
+    EXPECT_TRUE(reads(QString::number(lastButOneEntry() + 2))) << "not all was counted";
+
     EXPECT_FALSE(app().item(u"goUp"_s));
     for (const QString& folder : {u"Users"_s, u"robin"_s, u"Movies"_s})
         app().click(row(folder));

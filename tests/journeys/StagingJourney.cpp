@@ -1,4 +1,4 @@
-#include "LargeFolderJourney.h"
+#include "Journey.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -112,17 +112,6 @@ TEST_F(StagingJourney, MenuOfTheKeyboardGivesTheKeyboardBack)
         app().press(Qt::Key_Return);
         EXPECT_EQ(QGuiApplication::clipboard()->text(), disk().machine.path(u"/Library"));
     }
-}
-
-TEST_F(LargeFolderJourney, MenuActsOnTheRowThatItWasOpenedFor)
-{
-    const QString chosen = rows()[8];
-    app().click(row(chosen), Qt::RightButton);
-    ASSERT_TRUE(app().shows(u"menuCopyPath"_s));
-    ASSERT_TRUE(changes());
-    EXPECT_NE(rows()[8], chosen) << "nothing moved";
-    ASSERT_TRUE(app().click(u"menuCopyPath"_s));
-    EXPECT_TRUE(QGuiApplication::clipboard()->text().endsWith(u"/many/"_s + chosen));
 }
 
 } // namespace brivane::testing

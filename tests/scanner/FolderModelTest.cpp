@@ -6,6 +6,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
+#include <QThreadPool>
 
 #include <gtest/gtest.h>
 
@@ -96,6 +97,13 @@ TEST(FolderModel, ALargeFolderIsSortedElsewhereAndALatePictureNeverShowsInAnothe
     ASSERT_TRUE(waitUntil([&] { return model.rowCount() == 50'000; }));
     EXPECT_EQ(model.nodeAt(0)->size(), 50'000U);
     EXPECT_EQ(model.nodeAt(49'999)->size(), 1U);
+
+    for (const std::uint64_t late : {50'001U, 50'002U}) {
+        add(*tree, large, "late", late);
+        model.refresh(); // the second time with the first picture made, but not shown
+        QThreadPool::globalInstance()->waitForDone();
+    }
+    EXPECT_TRUE(waitUntil([&] { return model.rowCount() == 50'002; })) << "a change was missed";
 
     model.setDirectory({});
     model.setDirectory(large->shared());

@@ -22,13 +22,6 @@ enum class Access { Granted, Missing };
 /// A machine with one startup disk, on which the program can be started again and again.
 class AppMachine {
 public:
-    /// What one start of the program finds.
-    struct Start {
-        std::unique_ptr<OwnedHost> owned;
-        SandboxVolumes& volumes;
-        HoldableClock& clock;
-    };
-
     explicit AppMachine(Access access = Access::Granted)
         : machine(SandboxMachine::temporary())
     {
@@ -40,18 +33,15 @@ public:
     }
 
     /// As at each start, the preferences are read anew.
-    Start start() const
+    std::unique_ptr<OwnedHost> start() const
     {
         auto volumes = std::make_unique<SandboxVolumes>(machine);
-        auto clock = std::make_unique<HoldableClock>(clockStep);
         if (!hasDisk)
             volumes->unmount(volumes->startupDisk());
-        SandboxVolumes& disks = *volumes;
-        HoldableClock& time = *clock;
-        return {std::make_unique<OwnedHost>(machine.locations(), DefaultFileSystem::shared(),
-                                            std::move(volumes), std::move(clock),
-                                            std::make_unique<SandboxWorkspace>()),
-                disks, time};
+        return std::make_unique<OwnedHost>(machine.locations(), DefaultFileSystem::shared(),
+                                           std::move(volumes),
+                                           std::make_unique<HoldableClock>(clockStep),
+                                           std::make_unique<SandboxWorkspace>());
     }
 
     SandboxMachine machine;
@@ -63,8 +53,8 @@ public:
 class AppWindow {
 public:
     explicit AppWindow(const AppMachine& machine)
-        : m_start(machine.start())
-        , m_app(host())
+        : m_host(machine.start())
+        , m_app(m_host->host())
         , m_window(m_app.open())
     {
         if (!m_window)
@@ -87,9 +77,9 @@ public:
     }
 
     BrivaneApp& app() { return m_app; }
-    Host& host() { return m_start.owned->host(); }
-    HoldableClock& clock() { return m_start.clock; }
-    SandboxVolumes& volumes() { return m_start.volumes; }
+    Host& host() { return m_host->host(); }
+    HoldableClock& clock() { return dynamic_cast<HoldableClock&>(host().clock); }
+    SandboxVolumes& volumes() { return dynamic_cast<SandboxVolumes&>(host().volumes); }
     /// What the file manager was asked to show.
     QStringList revealed() { return dynamic_cast<SandboxWorkspace&>(host().workspace).revealed(); }
     QQuickWindow& window() { return *m_window; }
@@ -131,7 +121,7 @@ public:
     static void step() { QCoreApplication::processEvents(); }
 
 private:
-    AppMachine::Start m_start;
+    std::unique_ptr<OwnedHost> m_host;
     BrivaneApp m_app;
     QQuickWindow* m_window;
 };

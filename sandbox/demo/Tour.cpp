@@ -101,6 +101,7 @@ QCoro::Task<bool> Tour::run()
     co_await showRows(scan);
     co_await showCharts(scan);
     co_await showShell(*app.shell());
+    co_await showQuarantine(*app.shell());
 
     scan.showVolumes();
     scan.startScan(QString());
@@ -297,6 +298,11 @@ void Tour::settle()
 void Tour::takePicture(QQuickWindow& window, const QString& name)
 {
     settle();
+    capture(window, name);
+}
+
+void Tour::capture(QQuickWindow& window, const QString& name)
+{
     const QString file = m_pictures + u'/' + name + m_suffix + u".png"_s;
     window.grabWindow(); // what is new settles in its first frame
     if (!window.grabWindow().save(file)) {

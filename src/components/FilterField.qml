@@ -7,7 +7,7 @@ import Brivane.Components
 T.TextField {
     id: root
 
-    signal left()
+    signal dismissed()
 
     implicitWidth: 240
     implicitHeight: Metrics.controlHeight
@@ -26,11 +26,11 @@ T.TextField {
         if (length > 0)
             clear();
         else
-            left();
+            dismissed();
     }
-    Keys.onDownPressed: left()
-    Keys.onReturnPressed: left()
-    Keys.onEnterPressed: left()
+    Keys.onDownPressed: dismissed()
+    Keys.onReturnPressed: dismissed()
+    Keys.onEnterPressed: dismissed()
 
     background: Rectangle {
         radius: Metrics.radiusSmall + 2

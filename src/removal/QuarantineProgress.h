@@ -2,14 +2,12 @@
 
 #include <QObject>
 #include <QString>
-#include <QtQml/qqmlregistration.h>
 
 namespace brivane {
 
 /// How far a bulk operation of the quarantine has come. A plain value.
 struct QuarantineProgress {
     Q_GADGET
-    QML_VALUE_TYPE(quarantineProgress)
     Q_PROPERTY(QString label MEMBER label CONSTANT)
     Q_PROPERTY(qint64 completed MEMBER completed CONSTANT)
     Q_PROPERTY(qint64 total MEMBER total CONSTANT)

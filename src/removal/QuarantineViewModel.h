@@ -38,7 +38,10 @@ class QuarantineViewModel : public QObject {
     Q_PROPERTY(bool showRestoreAllConfirm READ showRestoreAllConfirm WRITE setShowRestoreAllConfirm
                    NOTIFY showRestoreAllConfirmChanged)
     Q_PROPERTY(bool hasProgress READ hasProgress NOTIFY progressChanged)
-    Q_PROPERTY(brivane::QuarantineProgress progress READ progress NOTIFY progressChanged)
+    Q_PROPERTY(QString progressLabel READ progressLabel NOTIFY progressChanged)
+    Q_PROPERTY(int progressCompleted READ progressCompleted NOTIFY progressChanged)
+    Q_PROPERTY(int progressTotal READ progressTotal NOTIFY progressChanged)
+    Q_PROPERTY(double progressBytes READ progressBytes NOTIFY progressChanged)
     Q_PROPERTY(QColor progressTint READ progressTint NOTIFY progressChanged)
     Q_PROPERTY(brivane::ResultToast* toast READ toast CONSTANT)
 
@@ -95,6 +98,14 @@ public:
     void setShowRestoreAllConfirm(bool isShown);
     [[nodiscard]] bool hasProgress() const { return m_service.progress().has_value(); }
     [[nodiscard]] QuarantineProgress progress() const;
+    // The same as QML can read them.
+    [[nodiscard]] QString progressLabel() const { return progress().label; }
+    [[nodiscard]] int progressCompleted() const { return static_cast<int>(progress().completed); }
+    [[nodiscard]] int progressTotal() const { return static_cast<int>(progress().total); }
+    [[nodiscard]] double progressBytes() const
+    {
+        return static_cast<double>(progress().bytesProcessed);
+    }
     [[nodiscard]] QColor progressTint() const;
     [[nodiscard]] ResultToast* toast() { return &m_toast; }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "app/BrivaneApp.h"
+#include "core/AppSettings.h"
 #include "platform/DefaultFileSystem.h"
+#include "removal/QuarantineService.h"
 #include "sandbox/HoldableClock.h"
 #include "sandbox/SandboxMachine.h"
 #include "sandbox/SandboxVolumes.h"
@@ -64,7 +66,7 @@ class AppWindow {
 public:
     explicit AppWindow(const AppMachine& machine)
         : m_start(machine.start())
-        , m_app(host())
+        , m_app(host(), [this]() -> QuarantineService& { return quarantine(); })
         , m_window(m_app.open())
     {
         if (!m_window)
@@ -86,6 +88,14 @@ public:
         return waitUntil([&] { return scan().scanState() == ScanViewModel::Completed; });
     }
 
+    /// In the machine's home; made by the first call.
+    QuarantineService& quarantine()
+    {
+        if (!m_quarantine)
+            m_quarantine = std::make_unique<QuarantineService>(
+                host(), AppSettings::shared(), host().locations.path(u"~/.Brivane_Quarantine"));
+        return *m_quarantine;
+    }
     BrivaneApp& app() { return m_app; }
     Host& host() { return m_start.owned->host(); }
     HoldableClock& clock() { return m_start.clock; }
@@ -106,6 +116,12 @@ public:
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {
         QTest::keyClick(m_window, key, modifiers);
+    }
+    /// Presses the keys of a text in ASCII.
+    void type(const QString& text)
+    {
+        for (const QChar character : text)
+            QTest::keyClick(m_window, character.toLatin1());
     }
     /// In the middle of `target`, wherever that lies and whatever lies over it.
     void click(const QQuickItem& target, Qt::MouseButton button = Qt::LeftButton)
@@ -132,6 +148,7 @@ public:
 
 private:
     AppMachine::Start m_start;
+    std::unique_ptr<QuarantineService> m_quarantine;
     BrivaneApp m_app;
     QQuickWindow* m_window;
 };

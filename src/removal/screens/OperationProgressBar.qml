@@ -2,7 +2,6 @@ import QtQuick
 import QtQuick.Layouts
 import Brivane.Components
 import Brivane.Core
-import Brivane.Removal
 
 // How far a bulk operation has come: what it does, how many are done, how much that was, and a bar.
 Item {

@@ -30,8 +30,7 @@ T.Popup {
     focus: true
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
     onIsAskedChanged: isAsked ? open() : close()
-    // The safe answer is the one at hand.
-    onOpened: cancelButton.forceActiveFocus(Qt.PopupFocusReason)
+    onOpened: (contentItem as QuarantineQuestion).takeFocus()
     onClosed: cancel()
 
     T.Overlay.modal: Rectangle {
@@ -59,67 +58,14 @@ T.Popup {
         }
     }
 
-    contentItem: Column {
-        spacing: Metrics.spacingSmall
-        Accessible.role: Accessible.Dialog
-        Accessible.name: root.title
-        Accessible.description: root.message
-
-        IconTile {
-            anchors.horizontalCenter: parent.horizontalCenter
-            icon: root.icon
-            tint: root.iconColor
-            size: 56
-        }
-        Item {
-            width: 1
-            height: Metrics.spacingTiny
-        }
-        AppText {
-            objectName: "confirmTitle"
-            width: parent.width
-            horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
-            text: root.title
-            textStyle: AppText.Style.Title
-        }
-        AppText {
-            objectName: "confirmMessage"
-            width: parent.width
-            horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
-            text: root.message
-            color: ColorPalette.secondaryText
-        }
-        Item {
-            width: 1
-            height: Metrics.spacingSmall
-        }
-        Row {
-            id: buttons
-
-            readonly property real buttonWidth: (width - spacing) / 2
-
-            width: parent.width
-            spacing: Metrics.spacingMedium
-
-            HoverPillButton {
-                id: cancelButton
-
-                objectName: "confirmCancel"
-                width: buttons.buttonWidth
-                height: Metrics.controlHeightLarge
-                label: qsTr("Cancel")
-                onClicked: root.close()
-            }
-            CapsuleActionButton {
-                objectName: "confirmAccept"
-                width: buttons.buttonWidth
-                large: true
-                label: root.confirmLabel
-                color: root.confirmColor
-                onClicked: root.confirm()
-            }
-        }
+    contentItem: QuarantineQuestion {
+        icon: root.icon
+        iconColor: root.iconColor
+        title: root.title
+        message: root.message
+        confirmLabel: root.confirmLabel
+        confirmColor: root.confirmColor
+        onConfirm: root.confirm()
+        onCancel: root.close()
     }
 }

@@ -1,6 +1,5 @@
 import QtQuick
 import Brivane.Components
-import Brivane.Removal
 
 // What the quarantine shows while nothing is in it.
 Column {

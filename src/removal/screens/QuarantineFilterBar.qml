@@ -29,7 +29,7 @@ RowLayout {
         placeholderText: qsTr("Filter...")
         text: root.viewModel.searchText
         onTextChanged: root.filterEdited(text)
-        onLeft: root.filterLeft()
+        onDismissed: root.filterLeft()
     }
     Item {
         Layout.fillWidth: true

@@ -48,7 +48,7 @@ T.ItemDelegate {
             viewModel.setHovered(itemId, true);
     }
     onItemChanged: {
-        if (!down && !restoreButton.down && !deleteButton.down)
+        if (!down)
             pressedItem = item;
     }
     Component.onCompleted: pressedItem = item
@@ -161,31 +161,11 @@ T.ItemDelegate {
             }
         }
         // Keeps its room, so that nothing moves when the pointer comes.
-        Row {
+        QuarantineRowControls {
             Layout.preferredWidth: 54
-            spacing: 2
-
-            SymbolButton {
-                id: restoreButton
-
-                objectName: "restoreRow"
-                visible: root.isHovered
-                focusPolicy: Qt.NoFocus
-                icon.name: "arrow.uturn.backward"
-                toolTip: qsTr("Restore to original location")
-                onClicked: root.viewModel.restore(root.pressedItem)
-            }
-            SymbolButton {
-                id: deleteButton
-
-                objectName: "deleteRow"
-                visible: root.isHovered
-                focusPolicy: Qt.NoFocus
-                icon.name: "trash"
-                color: ColorPalette.danger
-                toolTip: qsTr("Delete permanently")
-                onClicked: root.viewModel.permanentlyDelete(root.pressedItem)
-            }
+            item: root.item
+            isShown: root.isHovered
+            viewModel: root.viewModel
         }
     }
 }

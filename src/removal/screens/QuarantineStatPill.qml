@@ -1,6 +1,5 @@
 import QtQuick
 import Brivane.Components
-import Brivane.Removal
 
 // A figure and what it tells.
 Rectangle {

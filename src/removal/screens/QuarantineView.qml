@@ -50,10 +50,10 @@ FocusScope {
             Layout.rightMargin: Metrics.spacingHuge
             Layout.bottomMargin: Metrics.spacingMedium
             visible: root.viewModel.hasProgress
-            label: root.viewModel.progress.label
-            completed: root.viewModel.progress.completed
-            total: root.viewModel.progress.total
-            bytesProcessed: root.viewModel.progress.bytesProcessed
+            label: root.viewModel.progressLabel
+            completed: root.viewModel.progressCompleted
+            total: root.viewModel.progressTotal
+            bytesProcessed: root.viewModel.progressBytes
             tint: root.viewModel.progressTint
         }
         QuarantineList {

@@ -59,6 +59,7 @@ QCoro::Task<> Tour::showQuarantine(ShellViewModel& shell)
     co_await fillQuarantine();
     point(QString(), 0, Qt::NoButton);
     shell.quarantine()->toast()->dismiss();
+    shell.quarantine()->refreshDays();
     takePicture(u"quarantine-full"_s);
     point(u"quarantineRow"_s, 2, Qt::NoButton);
     takePicture(u"quarantine-hovered"_s);

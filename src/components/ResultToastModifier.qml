@@ -10,13 +10,12 @@ Item {
     property string icon: "checkmark.circle.fill"
     property color tint: ColorPalette.green
 
-    readonly property bool isShown: visibleMessage.length > 0
     // How far it is in. The text stays for as long as it goes out.
     property real presence: 0
     property string lastMessage
 
     onVisibleMessageChanged: {
-        if (!isShown) {
+        if (visibleMessage.length === 0) {
             leaving.restart();
             return;
         }

@@ -54,8 +54,18 @@ void QuarantineListModel::setSelectedItems(const QSet<QUuid>& items)
     if (items == m_selectedItems)
         return;
     m_selectedItems = items;
+    tellAllRows({IsSelectedRole});
+}
+
+void QuarantineListModel::refreshDays()
+{
+    tellAllRows({DaysTextRole, DaysColorRole});
+}
+
+void QuarantineListModel::tellAllRows(const QList<int>& roles)
+{
     if (rowCount() > 0)
-        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, 0), {IsSelectedRole});
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, 0), roles);
 }
 
 int QuarantineListModel::rowOf(const QuarantineItem& item) const

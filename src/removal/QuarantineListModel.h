@@ -42,6 +42,9 @@ public:
     [[nodiscard]] const QSet<QUuid>& selectedItems() const { return m_selectedItems; }
     void setSelectedItems(const QSet<QUuid>& items);
 
+    /// The clock has gone on since the days were asked for.
+    void refreshDays();
+
     /// Where an item is listed; -1 where it is not.
     [[nodiscard]] int rowOf(const QuarantineItem& item) const;
     /// The items as they are listed.
@@ -55,6 +58,7 @@ protected:
     [[nodiscard]] bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
 
 private:
+    void tellAllRows(const QList<int>& roles);
     [[nodiscard]] const QuarantineItem& itemAt(int sourceRow) const
     {
         return m_source.items().at(sourceRow);

@@ -52,6 +52,9 @@ public:
     /// The screen comes up: it starts without filter, ticks, questions and toast.
     Q_INVOKABLE void enter();
 
+    /// Counts the days that are left anew.
+    Q_INVOKABLE void refreshDays() { m_rows.refreshDays(); }
+
     /// Ticks the item, or takes its tick away.
     Q_INVOKABLE void toggle(const brivane::QuarantineItem& item);
     /// Ticks all that is listed; takes these ticks away when all of it is ticked.

@@ -55,9 +55,11 @@ ListView {
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Items in quarantine")
 
-    // What leaves the store fades away; what is filtered away is gone.
-    remove: Transition {
-        enabled: !root.isRearranged
+    // What leaves the store fades away; what is filtered away is gone at once.
+    remove: isRearranged ? null : fading
+    displaced: isRearranged ? null : closing
+
+    readonly property Transition fading: Transition {
         NumberAnimation {
             property: "opacity"
             to: 0
@@ -65,8 +67,7 @@ ListView {
             easing.type: Easing.OutQuad
         }
     }
-    displaced: Transition {
-        enabled: !root.isRearranged
+    readonly property Transition closing: Transition {
         NumberAnimation {
             property: "y"
             duration: Motion.milliseconds(250)

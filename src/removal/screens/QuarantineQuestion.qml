@@ -63,13 +63,14 @@ Column {
         width: parent.width
         spacing: Metrics.spacingMedium
 
-        HoverPillButton {
+        CapsuleActionButton {
             id: cancelButton
 
             objectName: "confirmCancel"
             width: buttons.buttonWidth
-            height: Metrics.controlHeightLarge
+            large: true
             label: qsTr("Cancel")
+            color: ColorPalette.gray
             onClicked: root.cancel()
         }
         CapsuleActionButton {

@@ -32,13 +32,13 @@ AppMenu {
     }
     AppMenuItem {
         objectName: "menuReveal"
-        text: qsTr("Reveal original folder")
+        text: qsTr("Reveal Original Folder")
         icon.name: "folder"
         onTriggered: root.viewModel.revealOriginalFolder(root.item)
     }
     AppMenuItem {
         objectName: "menuCopyPath"
-        text: qsTr("Copy original path")
+        text: qsTr("Copy Original Path")
         icon.name: "doc.on.clipboard.fill"
         keys: qsTr("Ctrl+C")
         onTriggered: root.viewModel.copyOriginalPath(root.item)

@@ -10,6 +10,10 @@ FocusScope {
     required property QuarantineViewModel viewModel
 
     readonly property bool isEmpty: viewModel.itemCount === 0
+    // Days may have gone by since somebody looked.
+    readonly property bool isLookedAt: Window.active
+
+    onIsLookedAtChanged: viewModel.refreshDays()
 
     objectName: "quarantineView"
     Component.onCompleted: viewModel.enter()

@@ -45,7 +45,6 @@ ListView {
     model: viewModel.rows
     currentIndex: -1
     boundsBehavior: Flickable.StopAtBounds
-    reuseItems: true
     spacing: 2
     highlightFollowsCurrentItem: false
     keyNavigationEnabled: false
@@ -81,8 +80,6 @@ ListView {
         width: ListView.view.width - Metrics.spacingMedium
         viewModel: root.viewModel
         hasMenu: menu.visible && menu.item === item
-        ListView.onReused: opacity = 1
-        ListView.onPooled: root.viewModel.setHovered(itemId, false)
         onMenuRequested: (entry, x, y) => menu.openFor(entry, row, x, y)
     }
 

@@ -4,6 +4,8 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
 
 #include <sys/stat.h>
 #include <sys/xattr.h>
@@ -47,7 +49,13 @@ protected:
             act();
             EXPECT_TRUE(waitUntil([&] { return toast().startsWith(result); }))
                 << qPrintable(toast());
-            EXPECT_TRUE(waitUntil([&] { return !app().quarantine().isProcessing(); }));
+            // Putting all back says so before its last list is written.
+            EXPECT_TRUE(waitUntil([&] {
+                const QString list = disk().machine.path(u"~/.Brivane_Quarantine/.manifest.json");
+                return !app().quarantine().isProcessing() &&
+                       QJsonDocument::fromJson(content(list)).array().size() ==
+                           app().quarantine().items().size();
+            }));
         });
     }
     QString toast()

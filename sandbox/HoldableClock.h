@@ -2,6 +2,7 @@
 
 #include "platform/Clock.h"
 
+#include <atomic>
 #include <condition_variable>
 #include <mutex>
 
@@ -17,7 +18,12 @@ public:
     {
     }
 
-    [[nodiscard]] QDateTime now() const override { return m_system.now(); }
+    [[nodiscard]] QDateTime now() const override
+    {
+        return m_system.now().addMSecs(-m_behind.load().count());
+    }
+    /// Makes the date that long ago.
+    void setBehind(std::chrono::milliseconds time) { m_behind = time; }
 
     [[nodiscard]] std::chrono::nanoseconds monotonicNow() const override
     {
@@ -58,6 +64,7 @@ public:
 private:
     const std::chrono::nanoseconds m_step;
     SystemClock m_system;
+    std::atomic<std::chrono::milliseconds> m_behind{std::chrono::milliseconds(0)};
     mutable std::mutex m_mutex; ///< guards what follows
     mutable std::condition_variable m_goesOn;
     mutable long m_looks = 0;

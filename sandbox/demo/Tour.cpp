@@ -105,6 +105,7 @@ QCoro::Task<bool> Tour::run()
     co_await showCharts(scan);
     co_await showAdminScan(scan);
     co_await showShell(*app.shell());
+    co_await showQuarantine(*app.shell());
 
     scan.showVolumes();
     scan.startScan(m_machine.machine().path(u"/Volumes/Backup"));
@@ -326,6 +327,11 @@ void Tour::settle()
 void Tour::takePicture(QQuickWindow& window, const QString& name)
 {
     settle();
+    capture(window, name);
+}
+
+void Tour::capture(QQuickWindow& window, const QString& name)
+{
     const QString file = m_pictures + u'/' + name + m_suffix + u".png"_s;
     window.grabWindow(); // what is new settles in its first frame
     if (!window.grabWindow().save(file)) {

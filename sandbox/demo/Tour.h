@@ -38,6 +38,9 @@ private:
     QCoro::Task<> showRows(ScanViewModel& scan);
     /// The window around the modules, while a finished scan is there.
     QCoro::Task<> showShell(ShellViewModel& shell);
+    /// The quarantine: empty, with things of every kind, asked, at work and done.
+    QCoro::Task<> showQuarantine(ShellViewModel& shell);
+    QCoro::Task<> fillQuarantine();
     QCoro::Task<> showGallery();
     /// Clicks, or only rests, in the middle of the item with this name, the `number`-th of its
     /// kind.
@@ -45,6 +48,8 @@ private:
     void settle();
     void takePicture(const QString& name) { takePicture(*m_window, name); }
     void takePicture(QQuickWindow& window, const QString& name);
+    /// The same without a moment's rest before it: of what passes.
+    void capture(QQuickWindow& window, const QString& name);
     /// Comes back when `isReached`, or after some seconds: then the tour has failed.
     QCoro::Task<> waitFor(QString state, std::function<bool()> isReached);
 

@@ -18,6 +18,7 @@
 Q_IMPORT_QML_PLUGIN(Brivane_AppPlugin)
 Q_IMPORT_QML_PLUGIN(Brivane_ComponentsPlugin)
 Q_IMPORT_QML_PLUGIN(Brivane_CorePlugin)
+Q_IMPORT_QML_PLUGIN(Brivane_RemovalPlugin)
 Q_IMPORT_QML_PLUGIN(Brivane_ScannerPlugin)
 
 namespace brivane {
@@ -30,8 +31,9 @@ const QString onboardingKey = u"onboardingCompleted"_s;
 
 } // namespace
 
-BrivaneApp::BrivaneApp(Host& host)
+BrivaneApp::BrivaneApp(Host& host, QuarantineProvider quarantine)
     : m_host(host)
+    , m_quarantine(std::move(quarantine))
     , m_hasFullDiskAccess(checkFullDiskAccess(host.locations))
     , m_onboardingCompleted(host.defaults.boolean(onboardingKey).value_or(false))
 {
@@ -104,8 +106,9 @@ ShellViewModel* BrivaneApp::shell()
 {
     if (!m_shell) {
         m_scanViewModel = std::make_unique<ScanViewModel>(m_host);
-        m_shell = std::make_unique<ShellViewModel>(
-            m_host, *m_scanViewModel, ActivityTracker::shared(), CleaningSessionState::shared());
+        m_shell =
+            std::make_unique<ShellViewModel>(m_host, *m_scanViewModel, ActivityTracker::shared(),
+                                             CleaningSessionState::shared(), m_quarantine);
     }
     return m_shell.get();
 }

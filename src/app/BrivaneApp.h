@@ -2,6 +2,7 @@
 
 #include "app/ShellViewModel.h"
 #include "platform/Host.h"
+#include "removal/QuarantineService.h"
 #include "scanner/ScanViewModel.h"
 
 #include <QObject>
@@ -27,8 +28,8 @@ class BrivaneApp : public QObject {
     Q_PROPERTY(brivane::ShellViewModel* shell READ shell CONSTANT)
 
 public:
-    /// `host` is kept by reference and has to outlive this.
-    explicit BrivaneApp(Host& host);
+    /// `host` is kept by reference and has to outlive this; so has what `quarantine` gives.
+    explicit BrivaneApp(Host& host, QuarantineProvider quarantine = &QuarantineService::shared);
     ~BrivaneApp() override;
 
     /// Sets what all windows of the process share: name, fonts, motion. To be called once, after
@@ -56,6 +57,7 @@ private:
     void listenToKeys();
 
     Host& m_host;
+    QuarantineProvider m_quarantine;
     bool m_hasFullDiskAccess;
     bool m_onboardingCompleted;
     std::unique_ptr<ScanViewModel> m_scanViewModel;

@@ -9,6 +9,8 @@ QUrl moduleScreen(AppMode::Mode mode)
     switch (mode) {
     case AppMode::scanner:
         return QUrl(u"qrc:/qt/qml/Brivane/App/ScannerModule.qml"_s);
+    case AppMode::quarantine:
+        return QUrl(u"qrc:/qt/qml/Brivane/App/QuarantineModule.qml"_s);
     default:
         return QUrl(u"qrc:/qt/qml/Brivane/App/MissingModule.qml"_s);
     }

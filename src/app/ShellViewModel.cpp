@@ -10,12 +10,14 @@
 namespace brivane {
 
 ShellViewModel::ShellViewModel(Host& host, ScanViewModel& scanViewModel, ActivityTracker& tracker,
-                               CleaningSessionState& cleaning, QObject* parent)
+                               CleaningSessionState& cleaning, QuarantineProvider quarantine,
+                               QObject* parent)
     : QObject(parent)
     , m_host(host)
     , m_scan(scanViewModel)
     , m_tracker(tracker)
     , m_cleaning(cleaning)
+    , m_provideQuarantine(std::move(quarantine))
     , m_modes(*this)
 {
     connect(&m_scan, &ScanViewModel::scanStateChanged, this,
@@ -44,6 +46,13 @@ void ShellViewModel::setAppMode(AppMode::Mode mode)
         return;
     m_appMode = mode;
     Q_EMIT appModeChanged();
+}
+
+QuarantineViewModel* ShellViewModel::quarantine()
+{
+    if (!m_quarantine)
+        m_quarantine = std::make_unique<QuarantineViewModel>(m_host, m_provideQuarantine());
+    return m_quarantine.get();
 }
 
 void ShellViewModel::setHovered(AppMode::Mode mode, bool isHovered)

@@ -4,6 +4,7 @@
 #include "app/NavigationModel.h"
 #include "core/AppMode.h"
 #include "platform/Host.h"
+#include "removal/QuarantineViewModel.h"
 #include "scanner/ScanViewModel.h"
 
 #include <QColor>
@@ -11,6 +12,8 @@
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>
 
+#include <functional>
+#include <memory>
 #include <optional>
 
 namespace brivane {
@@ -18,6 +21,9 @@ namespace brivane {
 class ActivityTracker;
 class CleaningSessionState;
 struct KeyboardCommand;
+
+/// Gives the quarantine, which is made by the first call.
+using QuarantineProvider = std::function<QuarantineService&()>;
 
 /// The frame that the modules live in: which of them is on screen, which are busy, what the keys
 /// and the menu do. Screens come and go with the module; the view models that do the work stay.
@@ -39,11 +45,14 @@ class ShellViewModel : public QObject {
     Q_PROPERTY(brivane::NavigationModel* modes READ modes CONSTANT)
     Q_PROPERTY(brivane::MenuModel* menu READ menu CONSTANT)
     Q_PROPERTY(brivane::ScanViewModel* scanViewModel READ scanViewModel CONSTANT)
+    /// Opens the quarantine when it is first asked for.
+    Q_PROPERTY(brivane::QuarantineViewModel* quarantine READ quarantine CONSTANT)
 
 public:
-    /// All of them have to outlive this.
+    /// All of them have to outlive this, and what `quarantine` gives too.
     ShellViewModel(Host& host, ScanViewModel& scanViewModel, ActivityTracker& tracker,
-                   CleaningSessionState& cleaning, QObject* parent = nullptr);
+                   CleaningSessionState& cleaning, QuarantineProvider quarantine,
+                   QObject* parent = nullptr);
 
     /// The module on screen; the dashboard at first.
     [[nodiscard]] AppMode::Mode appMode() const { return m_appMode; }
@@ -70,6 +79,7 @@ public:
     [[nodiscard]] NavigationModel* modes() { return &m_modes; }
     [[nodiscard]] MenuModel* menu() { return &m_menu; }
     [[nodiscard]] ScanViewModel* scanViewModel() { return &m_scan; }
+    [[nodiscard]] QuarantineViewModel* quarantine();
 
 Q_SIGNALS:
     void appModeChanged();
@@ -88,6 +98,8 @@ private:
     ScanViewModel& m_scan;
     ActivityTracker& m_tracker;
     CleaningSessionState& m_cleaning;
+    QuarantineProvider m_provideQuarantine;
+    std::unique_ptr<QuarantineViewModel> m_quarantine;
     AppMode::Mode m_appMode = AppMode::dashboard;
     std::optional<AppMode::Mode> m_hoveredMode;
     NavigationModel m_modes;

@@ -10,6 +10,7 @@ T.AbstractButton {
     required property var modelData
     property bool chosen: false
     property color accent: ColorPalette.accent
+    property color chosenTextColor: ColorPalette.textOn(accent)
 
     objectName: "pill" + index
     text: modelData.label
@@ -34,7 +35,7 @@ T.AbstractButton {
         text: root.text
         textStyle: AppText.Style.Callout
         font.weight: Font.Medium
-        color: root.chosen ? ColorPalette.textOn(root.accent) : ColorPalette.secondaryText
+        color: root.chosen ? root.chosenTextColor : ColorPalette.secondaryText
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         Accessible.ignored: true

@@ -11,6 +11,7 @@ T.Control {
     property var options: [] // of { value, label }
     property var selection
     property color accent: ColorPalette.accent
+    property color chosenTextColor: ColorPalette.textOn(accent)
 
     readonly property int currentIndex: options.findIndex(option => option.value === selection)
 
@@ -62,6 +63,7 @@ T.Control {
             SegmentPill {
                 chosen: index === root.currentIndex
                 accent: root.accent
+                chosenTextColor: root.chosenTextColor
                 onClicked: root.activate(index)
             }
         }

@@ -5,6 +5,7 @@
 #include <QJsonValue>
 #include <QString>
 #include <QUuid>
+#include <QtQml/qqmlregistration.h>
 
 #include <optional>
 
@@ -13,6 +14,7 @@ namespace brivane {
 /// One item in quarantine, and one record of its manifest. A plain value.
 struct QuarantineItem {
     Q_GADGET
+    QML_VALUE_TYPE(quarantineItem)
     Q_PROPERTY(QUuid id MEMBER id CONSTANT)
     Q_PROPERTY(QString originalPath MEMBER originalPath CONSTANT)
     Q_PROPERTY(quint64 size MEMBER size CONSTANT)
@@ -29,6 +31,8 @@ public:
     QString categoryName;     ///< who handed it over, in words
     QString fileName;         ///< last component of originalPath
     qint64 purgeDays = 7;     ///< how long it is kept, as its row shows it
+
+    bool operator==(const QuarantineItem&) const = default;
 
     /// Days until it is removed for good, 0 when that is due.
     [[nodiscard]] qint64 daysRemaining(const QDateTime& now) const;

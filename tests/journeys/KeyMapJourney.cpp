@@ -51,6 +51,12 @@ const Key otherKeys[] = {
 
 class KeyMapJourney : public Journey {
 protected:
+    void SetUp() override
+    {
+        // Entering the quarantine makes it where it is missing.
+        disk().machine.directory(u"~/.Brivane_Quarantine");
+        Journey::SetUp();
+    }
     void press(const Key& key)
     {
         app().press(key.key, key.modifiers);

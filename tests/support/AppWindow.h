@@ -1,7 +1,9 @@
 #pragma once
 
 #include "app/BrivaneApp.h"
+#include "core/AppSettings.h"
 #include "platform/DefaultFileSystem.h"
+#include "removal/QuarantineService.h"
 #include "sandbox/HoldableClock.h"
 #include "sandbox/SandboxMachine.h"
 #include "sandbox/SandboxVolumes.h"
@@ -54,7 +56,7 @@ class AppWindow {
 public:
     explicit AppWindow(const AppMachine& machine)
         : m_host(machine.start())
-        , m_app(m_host->host())
+        , m_app(host(), [this]() -> QuarantineService& { return quarantine(); })
         , m_window(m_app.open())
     {
         if (!m_window)
@@ -76,6 +78,14 @@ public:
         return waitUntil([&] { return scan().scanState() == ScanViewModel::Completed; });
     }
 
+    /// In the machine's home; made by the first call.
+    QuarantineService& quarantine()
+    {
+        if (!m_quarantine)
+            m_quarantine = std::make_unique<QuarantineService>(
+                host(), AppSettings::shared(), host().locations.path(u"~/.Brivane_Quarantine"));
+        return *m_quarantine;
+    }
     BrivaneApp& app() { return m_app; }
     Host& host() { return m_host->host(); }
     HoldableClock& clock() { return dynamic_cast<HoldableClock&>(host().clock); }
@@ -96,6 +106,12 @@ public:
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {
         QTest::keyClick(m_window, key, modifiers);
+    }
+    /// Presses the keys of a text in ASCII.
+    void type(const QString& text)
+    {
+        for (const QChar character : text)
+            QTest::keyClick(m_window, character.toLatin1());
     }
     /// In the middle of `target`, wherever that lies and whatever lies over it.
     void click(const QQuickItem& target, Qt::MouseButton button = Qt::LeftButton)
@@ -122,6 +138,7 @@ public:
 
 private:
     std::unique_ptr<OwnedHost> m_host;
+    std::unique_ptr<QuarantineService> m_quarantine;
     BrivaneApp m_app;
     QQuickWindow* m_window;
 };

@@ -1,0 +1,48 @@
+import QtQuick
+import QtQuick.Layouts
+import Brivane.Components
+import Brivane.Removal
+
+// What the store holds, and what can be done with all of it.
+RowLayout {
+    id: root
+
+    required property QuarantineViewModel viewModel
+
+    spacing: Metrics.spacingSmall
+
+    QuarantineStatPill {
+        objectName: "itemsPill"
+        value: root.viewModel.itemCount
+        label: qsTr("Items")
+    }
+    QuarantineStatPill {
+        objectName: "totalPill"
+        value: root.viewModel.totalSizeText
+        label: qsTr("Total")
+    }
+    QuarantineStatPill {
+        objectName: "autoPurgePill"
+        value: qsTr("7 days")
+        label: qsTr("Auto-purge")
+    }
+    Item {
+        Layout.fillWidth: true
+    }
+    CapsuleActionButton {
+        objectName: "restoreAll"
+        large: true
+        icon.name: "arrow.uturn.backward"
+        label: qsTr("Restore All")
+        color: ColorPalette.blue
+        onClicked: root.viewModel.showRestoreAllConfirm = true
+    }
+    CapsuleActionButton {
+        objectName: "purgeAll"
+        large: true
+        icon.name: "trash"
+        label: qsTr("Purge All")
+        color: ColorPalette.danger
+        onClicked: root.viewModel.showPurgeConfirm = true
+    }
+}

@@ -1,0 +1,121 @@
+import QtQuick
+import QtQuick.Layouts
+import Brivane.Components
+import Brivane.Removal
+
+// The module of the quarantine: what it holds, and the ways back and out.
+FocusScope {
+    id: root
+
+    required property QuarantineViewModel viewModel
+
+    readonly property bool isEmpty: viewModel.itemCount === 0
+    // Days may have gone by since somebody looked.
+    readonly property bool isLookedAt: Window.active
+
+    onIsLookedAtChanged: viewModel.refreshDays()
+
+    objectName: "quarantineView"
+    Component.onCompleted: viewModel.enter()
+
+    QuarantineEmptyView {
+        anchors.centerIn: parent
+        width: Math.min(parent.width - 2 * Metrics.spacingHuge, 460)
+        visible: root.isEmpty
+    }
+
+    ColumnLayout {
+        anchors.fill: parent
+        visible: !root.isEmpty
+        spacing: 0
+
+        QuarantineStatsBar {
+            Layout.fillWidth: true
+            Layout.margins: Metrics.spacingHuge
+            Layout.bottomMargin: Metrics.spacingLarge
+            viewModel: root.viewModel
+        }
+        QuarantineFilterBar {
+            id: filterBar
+
+            Layout.fillWidth: true
+            Layout.leftMargin: Metrics.spacingHuge
+            Layout.rightMargin: Metrics.spacingHuge
+            Layout.bottomMargin: Metrics.spacingMedium
+            viewModel: root.viewModel
+            onFilterEdited: text => list.rearrange(() => root.viewModel.searchText = text)
+            onFilterLeft: list.forceActiveFocus(Qt.TabFocusReason)
+            onOrderChosen: order => list.rearrange(() => root.viewModel.sortOrder = order)
+        }
+        OperationProgressBar {
+            objectName: "quarantineProgress"
+            Layout.fillWidth: true
+            Layout.leftMargin: Metrics.spacingHuge
+            Layout.rightMargin: Metrics.spacingHuge
+            Layout.bottomMargin: Metrics.spacingMedium
+            visible: root.viewModel.hasProgress
+            label: root.viewModel.progressLabel
+            completed: root.viewModel.progressCompleted
+            total: root.viewModel.progressTotal
+            bytesProcessed: root.viewModel.progressBytes
+            tint: root.viewModel.progressTint
+        }
+        QuarantineList {
+            id: list
+
+            Layout.fillWidth: true
+            Layout.fillHeight: true
+            Layout.leftMargin: Metrics.spacingMedium
+            focus: true
+            viewModel: root.viewModel
+
+            AppText {
+                anchors.centerIn: parent
+                visible: list.count === 0
+                text: qsTr("Nothing matches the filter")
+                color: ColorPalette.secondaryText
+            }
+        }
+        QuarantineSelectionBar {
+            id: selectionBar
+
+            Layout.fillWidth: true
+            visible: root.viewModel.hasSelection
+            viewModel: root.viewModel
+        }
+    }
+
+    ResultToastModifier {
+        anchors.bottomMargin: selectionBar.visible ? selectionBar.height : 0
+        visibleMessage: root.viewModel.toast.visibleMessage
+    }
+
+    QuarantineConfirmOverlay {
+        objectName: "purgeConfirm"
+        isAsked: root.viewModel.showPurgeConfirm
+        icon: "trash.fill"
+        iconColor: ColorPalette.danger
+        title: qsTr("Permanently Delete All?")
+        message: root.viewModel.purgeMessage
+        confirmLabel: qsTr("Delete All")
+        onConfirm: root.viewModel.confirmPurge()
+        onCancel: root.viewModel.showPurgeConfirm = false
+    }
+    QuarantineConfirmOverlay {
+        objectName: "restoreAllConfirm"
+        isAsked: root.viewModel.showRestoreAllConfirm
+        icon: "arrow.uturn.backward.circle.fill"
+        iconColor: ColorPalette.blue
+        title: qsTr("Restore All Files?")
+        message: root.viewModel.restoreAllMessage
+        confirmLabel: qsTr("Restore All")
+        onConfirm: root.viewModel.confirmRestoreAll()
+        onCancel: root.viewModel.showRestoreAllConfirm = false
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Find]
+        enabled: !root.isEmpty
+        onActivated: filterBar.focusFilter()
+    }
+}

@@ -1,0 +1,235 @@
+#include "removal/QuarantineViewModel.h"
+
+#include "QuarantineGround.h"
+#include "components/ColorPalette.h"
+#include "removal/QuarantineFileIcons.h"
+#include "support/PrintText.h"
+
+#include <QSignalSpy>
+
+namespace brivane::testing {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+class QuarantineViewModelTest : public ::testing::Test {
+protected:
+    void SetUp() override { ground.start(); }
+
+    /// Hands a file over, a minute after the one before.
+    void add(const QString& name, qint64 bytes = 1, const QString& category = u"Caches"_s)
+    {
+        ground.clock->advance(1min);
+        const QString path = ground.machine.file(u"~/"_s + name, SandboxMachine::Size{bytes});
+        awaitTask(service().quarantine(QStringList{path}, category));
+    }
+    QuarantineService& service() { return *ground.service; }
+    QuarantineViewModel& model()
+    {
+        if (!m_model)
+            m_model.emplace(ground.host(), service());
+        return *m_model;
+    }
+    QStringList listed()
+    {
+        QStringList names;
+        for (int row = 0; row < model().rows()->rowCount(); ++row)
+            names += text(row, QuarantineListModel::NameRole);
+        return names;
+    }
+    QString text(int row, int role) { return value(row, role).toString(); }
+    QVariant value(int row, int role)
+    {
+        return model().rows()->data(model().rows()->index(row, 0), role);
+    }
+    void tick(const QStringList& names)
+    {
+        for (const QuarantineItem& item : service().items()) {
+            if (names.contains(item.fileName))
+                model().toggle(item);
+        }
+    }
+    bool ends()
+    {
+        return waitUntil([&] { return !service().isProcessing(); });
+    }
+
+    QuarantineGround ground;
+
+private:
+    std::optional<QuarantineViewModel> m_model;
+};
+
+} // namespace
+
+struct Listing {
+    QString search;
+    QuarantineSortOrder order;
+    QStringList names;
+};
+
+TEST_F(QuarantineViewModelTest, ListsWhatTheFilterWantsInTheChosenOrder)
+{
+    using enum QuarantineSortOrder;
+    add(u"beta.txt"_s, 20, u"Duplicates"_s);
+    add(u"Alpha.LOG"_s, 20);
+    add(u"gamma"_s, 500, u"Duplicates"_s);
+    add(u"delta dupe"_s, 3);
+    QSignalSpy resets(model().rows(), &QAbstractItemModel::modelReset);
+    for (const Listing& row : {
+             Listing{{}, dateDesc, {u"delta dupe"_s, u"gamma"_s, u"Alpha.LOG"_s, u"beta.txt"_s}},
+             Listing{{}, dateAsc, {u"beta.txt"_s, u"Alpha.LOG"_s, u"gamma"_s, u"delta dupe"_s}},
+             Listing{{}, nameAsc, {u"Alpha.LOG"_s, u"beta.txt"_s, u"delta dupe"_s, u"gamma"_s}},
+             // After another order, what is equally large stands as in the store.
+             Listing{{}, dateDesc, {u"delta dupe"_s, u"gamma"_s, u"Alpha.LOG"_s, u"beta.txt"_s}},
+             Listing{{}, sizeDesc, {u"gamma"_s, u"beta.txt"_s, u"Alpha.LOG"_s, u"delta dupe"_s}},
+             Listing{u"dupl"_s, sizeDesc, {u"gamma"_s, u"beta.txt"_s}},
+             Listing{u"DUP"_s, nameAsc, {u"beta.txt"_s, u"delta dupe"_s, u"gamma"_s}},
+             Listing{u"alpha.log"_s, nameAsc, {u"Alpha.LOG"_s}},
+             Listing{u"/"_s, nameAsc, {}},
+         }) {
+        model().setSearchText(row.search);
+        model().setSortOrder(static_cast<int>(row.order));
+        EXPECT_EQ(listed(), row.names) << qPrintable(row.search);
+    }
+    EXPECT_EQ(resets.count(), 0);
+}
+
+TEST_F(QuarantineViewModelTest, RemovesTickedRowsInTheOrderOfTheStoreAlsoHiddenOnes)
+{
+    for (const QString& name : {u"c"_s, u"a"_s, u"b"_s, u"stays"_s})
+        add(name);
+    tick({u"a"_s, u"b"_s, u"c"_s});
+    model().setSearchText(u"b"_s);
+    EXPECT_EQ(model().selectedCount(), 3);
+    ground.fileSystem.clearCalls();
+    model().deleteSelected();
+    EXPECT_FALSE(model().hasSelection());
+    ASSERT_TRUE(waitUntil([&] { return model().itemCount() == 1; }));
+    ASSERT_TRUE(ends());
+    QStringList removed;
+    for (const QString& call : ground.fileSystem.calls()) {
+        if (call.startsWith("remove "_L1))
+            removed += call.section(u'_', 1);
+    }
+    EXPECT_EQ(removed, QStringList({u"c"_s, u"a"_s, u"b"_s}));
+}
+
+TEST_F(QuarantineViewModelTest, KeysActOnTheCurrentRowOnlyWhereNothingIsTicked)
+{
+    for (const QString& name : {u"a"_s, u"b"_s, u"c"_s})
+        add(name);
+    const QuarantineItem current = service().items().at(2);
+    tick({u"a"_s});
+    model().restoreChosen(current);
+    ASSERT_TRUE(waitUntil([&] { return model().itemCount() == 2; }));
+    ASSERT_TRUE(ends());
+    EXPECT_TRUE(stands(ground.machine.path(u"~/a")));
+
+    tick({u"b"_s});
+    model().restore(service().items().at(0)); // by its own button: the tick is left over
+    ASSERT_TRUE(waitUntil([&] { return model().itemCount() == 1; }));
+    ASSERT_TRUE(ends());
+    EXPECT_TRUE(model().hasSelection());
+    EXPECT_EQ(model().selectedCount(), 0);
+    model().deleteChosen(current);
+    ASSERT_TRUE(waitUntil([&] { return model().itemCount() == 0; }));
+    ASSERT_TRUE(ends());
+}
+
+TEST_F(QuarantineViewModelTest, TickingAllMeansWhatIsListed)
+{
+    for (const QString& name : {u"x1"_s, u"x2"_s, u"b"_s})
+        add(name);
+    model().setSearchText(u"x"_s);
+    model().toggleAllListed();
+    EXPECT_EQ(model().selectedCount(), 2);
+    model().setSearchText({});
+    model().toggleAllListed();
+    EXPECT_EQ(model().selectedCount(), 3);
+    model().toggleAllListed();
+    EXPECT_FALSE(model().hasSelection());
+}
+
+struct Age {
+    int days;
+    QString text;
+    QColor color;
+};
+
+TEST_F(QuarantineViewModelTest, BadgeCountsTheDaysThatAreLeft)
+{
+    ground.settings.setQuarantinePurgeDays(30);
+    add(u"old"_s);
+    ground.start();
+    const QDateTime start = ground.clock->now();
+    for (const Age& row :
+         {Age{0, u"30d"_s, ColorPalette::orange()}, Age{28, u"2d"_s, ColorPalette::orange()},
+          Age{29, u"1d"_s, ColorPalette::red()}, Age{40, u"0d"_s, ColorPalette::red()}}) {
+        ground.clock->setNow(start.addDays(row.days));
+        EXPECT_EQ(text(0, QuarantineListModel::DaysTextRole), row.text);
+        EXPECT_EQ(value(0, QuarantineListModel::DaysColorRole).value<QColor>(), row.color)
+            << row.days;
+    }
+}
+
+TEST_F(QuarantineViewModelTest, ToastShowsEachNewResultForItsWholeTime)
+{
+    add(u"before"_s);
+    const auto shown = [&] { return model().toast()->visibleMessage(); };
+    EXPECT_EQ(shown(), QString()) << "what happened before the screen came up";
+    const QuarantineItem gone = ground.only();
+    model().restore(gone);
+    ASSERT_TRUE(waitUntil([&] { return !shown().isEmpty(); }));
+    EXPECT_EQ(shown(), u"Restored: before"_s);
+    ASSERT_TRUE(ends());
+    ground.clock->advance(3s);
+    model().restore(gone);
+    ASSERT_TRUE(waitUntil([&] { return shown().startsWith("Failed to restore: "_L1); }));
+    ground.clock->advance(3s); // the time of the first is over
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(shown().startsWith("Failed"_L1));
+    ground.clock->advance(1s);
+    ASSERT_TRUE(waitUntil([&] { return shown().isEmpty(); }));
+    ASSERT_TRUE(ends());
+    model().restore(gone);
+    ASSERT_TRUE(ends());
+    EXPECT_EQ(shown(), QString()) << "the same text is no news";
+}
+
+TEST_F(QuarantineViewModelTest, AsksAboutWhatIsThereAndNoLongerThanThat)
+{
+    add(u"a"_s, 1'500'000);
+    add(u"b"_s, 500'000);
+    model().setShowPurgeConfirm(true);
+    EXPECT_EQ(model().purgeMessage(),
+              u"2 items (2 MB) will be permanently removed. This cannot be undone."_s);
+    EXPECT_EQ(model().restoreAllMessage(),
+              u"2 items will be restored to their original locations."_s);
+    QuarantineGround::await(service().restoreAll());
+    EXPECT_FALSE(model().showPurgeConfirm());
+}
+
+TEST(QuarantineFileIcons, AreChosenByTheExtensionAlone)
+{
+    struct Icon {
+        QString name;
+        QString symbol;
+        QColor color;
+    };
+    for (const Icon& row : {
+             Icon{u"a.tar.GZ"_s, u"doc.zipper"_s, ColorPalette::yellow()},
+             Icon{u"a.iso"_s, u"opticaldiscsymbol"_s, ColorPalette::blue()},
+             Icon{u"a.heic"_s, u"photo"_s, ColorPalette::green()},
+             Icon{u"a.zipx"_s, u"folder.fill"_s, ColorPalette::cyan()},
+             Icon{u".zip"_s, u"folder.fill"_s, ColorPalette::cyan()},
+             Icon{u"zip"_s, u"folder.fill"_s, ColorPalette::cyan()},
+             Icon{u"a."_s, u"folder.fill"_s, ColorPalette::cyan()},
+         }) {
+        EXPECT_EQ(QuarantineFileIcons::symbol(row.name), row.symbol) << qPrintable(row.name);
+        EXPECT_EQ(QuarantineFileIcons::color(row.name), row.color) << qPrintable(row.name);
+    }
+}
+
+} // namespace brivane::testing

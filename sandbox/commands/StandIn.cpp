@@ -2,8 +2,8 @@
 // what SandboxCommand.h was told. Plain POSIX, so that a call costs as little as the real
 // command's.
 //
-// It is called through a link at the command's place, FOLDER/Macintosh HD/usr/bin/tmutil, and finds its
-// instructions in FOLDER/commands/Macintosh HD/usr/bin/tmutil:
+// It is called through a link at the command's place, FOLDER/Macintosh HD/usr/bin/tmutil, and finds
+// its instructions in FOLDER/commands/Macintosh HD/usr/bin/tmutil:
 //   calls/TIME-PROCESS     one for each call: the arguments, each followed by a NUL
 //   rules/NUMBER/          tried in the order of their numbers
 //     when                 leading arguments that the call must have, in the same form

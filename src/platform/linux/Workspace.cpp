@@ -39,7 +39,7 @@ Reason reasonOf(GError* raised)
     return QString::fromUtf8(error->message);
 }
 
-/// Asks the file manager of this session, which the bus starts when it does not run.
+/// Asks the file manager of the desktop, which the bus starts when it does not run.
 Reason showSelected(const QByteArray& path, GCancellable* cancellable)
 {
     constexpr auto fileManager = "org.freedesktop.FileManager1";

@@ -22,7 +22,7 @@ T.Popup {
     parent: T.Overlay.overlay
     x: Math.round((parent.width - width) / 2)
     y: Math.round((parent.height - height) / 2)
-    width: 420
+    width: 460
     height: implicitContentHeight + 2 * padding
     padding: Metrics.spacingHuge
     modal: true

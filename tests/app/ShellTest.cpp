@@ -85,6 +85,12 @@ TEST(Shell, ScanGoesOnWhileAnotherModuleIsShown)
     EXPECT_TRUE(app.item(u"busyDot"_s));
     ASSERT_TRUE(app.isScanned());
     EXPECT_FALSE(app.item(u"busyDot"_s));
+    app.picture();
+    QQuickItem* sidebar = app.item(u"sidebarFlickable"_s);
+    ASSERT_TRUE(sidebar);
+    sidebar->setProperty("contentY",
+                         sidebar->property("contentHeight").toReal() - sidebar->height());
+    app.picture();
     EXPECT_TRUE(app.item(u"scanInfoCard"_s));
     EXPECT_TRUE(app.item(u"hiddenSpaceCard"_s));
     EXPECT_TRUE(app.item(u"sidebarRescan"_s));

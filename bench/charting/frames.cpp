@@ -37,6 +37,14 @@ double paintingTime(QQuickPaintedItem& item, int density, int rounds)
     return times[static_cast<std::size_t>(rounds / 2)];
 }
 
+/// Lets come to rest what moves, and go what is to be deleted later.
+void settle()
+{
+    QElapsedTimer clock;
+    clock.start();
+    runUntil([&] { return clock.elapsed() > 1500; });
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -55,15 +63,14 @@ int main(int argc, char** argv)
     ScanViewModel& scan = window.scan();
     scan.scanFolder(machine.path(u"/"));
     runUntil([&] { return scan.scanState() == ScanViewModel::Completed; });
+    settle();
     const std::vector<FileNode*> folders = scan.rootNode().node()->children();
     for (const QString& chart : {u"treemap"_s, u"sunburst"_s}) {
         auto* toggle = window.window().findChild<QObject*>(chart + u"Toggle"_s);
         QMetaObject::invokeMethod(toggle, "clicked");
         for (FileNode* folder : folders) {
             scan.drillDown(FileNodeRef(folder->shared()));
-            QElapsedTimer settling; // what moves comes to rest
-            settling.start();
-            runUntil([&] { return settling.elapsed() > 1500; });
+            settle();
             auto* item = window.window().findChild<QQuickPaintedItem*>(
                 chart == u"treemap"_s ? u"treemapView"_s : u"sunburstChart"_s);
             if (!item)

@@ -38,10 +38,9 @@ public:
         auto volumes = std::make_unique<SandboxVolumes>(machine);
         if (!hasDisk)
             volumes->unmount(volumes->startupDisk());
-        return std::make_unique<OwnedHost>(machine.locations(), DefaultFileSystem::shared(),
-                                           std::move(volumes),
-                                           std::make_unique<HoldableClock>(clockStep),
-                                           std::make_unique<SandboxWorkspace>());
+        return std::make_unique<OwnedHost>(
+            machine.locations(), DefaultFileSystem::shared(), std::move(volumes),
+            std::make_unique<HoldableClock>(clockStep), std::make_unique<SandboxWorkspace>());
     }
 
     SandboxMachine machine;

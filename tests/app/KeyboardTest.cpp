@@ -109,7 +109,7 @@ TEST(Keyboard, SidebarIsOneTabStopWithArrowsInside)
     EXPECT_EQ(app.window().activeFocusItem(), app.item(u"mode-Space Scanner"_s));
 }
 
-TEST(Keyboard, MenuAndItsKeysReachTheScanner)
+TEST(Keyboard, MenuReachesTheScanner)
 {
     const AppMachine machine;
     AppWindow app{machine};
@@ -121,23 +121,4 @@ TEST(Keyboard, MenuAndItsKeysReachTheScanner)
     EXPECT_EQ(shell.appMode(), AppMode::scanner);
     ASSERT_TRUE(app.isScanned());
     EXPECT_EQ(app.scan().rootNode().node()->path(), machine.machine.path(u"/"));
-
-    const FileNodeRef root = app.scan().rootNode();
-    const auto goDown = [&] {
-        app.scan().drillDown(FileNodeRef(app.scan().folderModel()->nodeAt(0)));
-    };
-    goDown();
-    const FileNodeRef below = app.scan().focusedNode();
-    ASSERT_NE(below, root);
-    goDown();
-    app.press(Qt::Key_Up, Qt::ControlModifier);
-    EXPECT_EQ(app.scan().focusedNode(), below);
-    goDown();
-    app.press(Qt::Key_Up, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(app.scan().focusedNode(), root);
-
-    goDown();
-    shell.setAppMode(AppMode::dashboard);
-    app.press(Qt::Key_Up, Qt::ControlModifier);
-    EXPECT_EQ(app.scan().focusedNode(), below) << "moved while another module was on screen";
 }

@@ -43,89 +43,80 @@ void fill(const QString& folder)
 /// it is held before its middle.
 class LargeFolderJourney : public Journey {
 protected:
-    void SetUp() override;
+    void SetUp() override
+    {
+        disk().clockStep = clockStep;
+        // In memory, where there is some: a disk takes its time for that many.
+        std::optional<QString> drive = disk().machine.secondDevice();
+        if (!drive)
+            drive = disk().machine.directory(u"/Volumes/Memory");
+        fill(*drive + u"/many"_s);
+        Journey::SetUp();
+        app().volumes().mount(*drive, SandboxVolumes::externalDrive(u"Memory"_s));
+        scan().refreshVolumes();
+        app().press(Qt::Key_1, Qt::ControlModifier);
+        ASSERT_TRUE(waitUntil([&] { return names(u"volumeCard"_s).contains(u"Memory"_s); }));
 
-    QQuickItem& list() { return *app().item(QStringLiteral("folderList")); }
+        holdNextScan();
+        app().click(card(u"Memory"_s));
+        ASSERT_TRUE(isHeld());
+        ASSERT_TRUE(walksOn(41'000)); // no report is on its way just then
+        app().click(row(u"many"_s));
+        ASSERT_TRUE(waitUntil([&] { return rowCount() > 30'000; }));
+    }
+
+    QQuickItem& list() { return *app().item(u"folderList"_s); }
     int rowCount() { return list().property("count").toInt(); }
     /// How far the list is scrolled.
     double place() { return list().property("contentY").toDouble(); }
-    QString currentRow();
+    QString currentRow()
+    {
+        const auto* row = list().property("currentItem").value<QQuickItem*>();
+        return row ? row->property("name").toString() : QString();
+    }
 
     /// Some reports come, and the list changes.
-    [[nodiscard]] bool changes();
+    [[nodiscard]] bool changes()
+    {
+        const int before = rowCount();
+        const bool isChanged =
+            walksOn(2 * walkBetweenReports) && waitUntil([&] { return rowCount() > before; });
+        settle();
+        return isChanged;
+    }
+
     /// Turns the wheel, away from the start.
-    void wheel(int notches);
-    void press(Qt::Key key);
+    void wheel(int notches)
+    {
+        const QPointF at = app().centre(list());
+        for (int notch = 0; notch < notches; ++notch) {
+            QWheelEvent event(at, app().window().mapToGlobal(at), {}, QPoint(0, -120), Qt::NoButton,
+                              Qt::NoModifier, Qt::NoScrollPhase, false);
+            event.setTimestamp(m_wheelTime += 50); // what comes at once is taken for one
+            QCoreApplication::sendEvent(&app().window(), &event);
+        }
+        EXPECT_TRUE(waitUntil([&] { return !list().property("moving").toBool(); }));
+    }
+
+    void press(Qt::Key key)
+    {
+        app().press(key);
+        settle();
+    }
 
 private:
-    void settle();
+    void settle()
+    {
+        // The list follows its current row in the next step of all animations, of however short
+        // ones.
+        QPauseAnimation step(1);
+        step.start();
+        EXPECT_TRUE(waitUntil([&] { return step.state() == QAbstractAnimation::Stopped; }));
+        app().picture();
+    }
 
     quint64 m_wheelTime = 1'000'000;
 };
-
-void LargeFolderJourney::SetUp()
-{
-    disk().clockStep = clockStep;
-    // In memory, where there is some: a disk takes its time for that many.
-    std::optional<QString> drive = disk().machine.secondDevice();
-    if (!drive)
-        drive = disk().machine.directory(u"/Volumes/Memory");
-    fill(*drive + u"/many"_s);
-    Journey::SetUp();
-    app().volumes().mount(*drive, SandboxVolumes::externalDrive(u"Memory"_s));
-    scan().refreshVolumes();
-    app().press(Qt::Key_1, Qt::ControlModifier);
-    ASSERT_TRUE(app().showsText(u"Memory"_s));
-
-    holdNextScan();
-    app().click(card(u"Memory"_s));
-    ASSERT_TRUE(isHeld());
-    ASSERT_TRUE(walksOn(41'000)); // no report is on its way just then
-    app().click(row(u"many"_s));
-    ASSERT_TRUE(waitUntil([&] { return rowCount() > 30'000; }));
-}
-
-QString LargeFolderJourney::currentRow()
-{
-    const auto* row = list().property("currentItem").value<QQuickItem*>();
-    return row ? row->property("name").toString() : QString();
-}
-
-bool LargeFolderJourney::changes()
-{
-    const int before = rowCount();
-    const bool isChanged =
-        walksOn(2 * walkBetweenReports) && waitUntil([&] { return rowCount() > before; });
-    settle();
-    return isChanged;
-}
-
-void LargeFolderJourney::wheel(int notches)
-{
-    const QPointF at = app().centre(list());
-    for (int notch = 0; notch < notches; ++notch) {
-        QWheelEvent event(at, app().window().mapToGlobal(at), {}, QPoint(0, -120), Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
-        event.setTimestamp(m_wheelTime += 50); // what comes at once is taken for one
-        QCoreApplication::sendEvent(&app().window(), &event);
-    }
-    EXPECT_TRUE(waitUntil([&] { return !list().property("moving").toBool(); }));
-}
-
-void LargeFolderJourney::press(Qt::Key key)
-{
-    app().press(key);
-    settle();
-}
-
-void LargeFolderJourney::settle()
-{
-    // The list follows its current row in the next step of all animations, of however short ones.
-    QPauseAnimation step(1);
-    step.start();
-    EXPECT_TRUE(waitUntil([&] { return step.state() == QAbstractAnimation::Stopped; }));
-    app().picture();
-}
 
 TEST_F(LargeFolderJourney, PlaceAndCurrentRowSurviveReports)
 {

@@ -64,6 +64,8 @@ TEST_F(StagingJourney, MarksWhatMayGoAndRefusesWhatMayNot)
     EXPECT_EQ(news().last(),
               u"delete: Blocked deletion of protected path: "_s + disk().machine.path(u"/usr"));
     EXPECT_EQ(marked(), QStringList(u"Library"_s));
+    hoverAndClick(u"usr"_s, u"revealRow"_s);
+    EXPECT_EQ(app().revealed(), QStringList(disk().machine.path(u"/usr")));
     EXPECT_EQ(rows().size(), 4) << "a click on a row's button opened the row";
     app().click(row(u"Library"_s));
     ASSERT_TRUE(app().click(u"goUp"_s));
@@ -73,8 +75,10 @@ TEST_F(StagingJourney, MarksWhatMayGoAndRefusesWhatMayNot)
 TEST_F(StagingJourney, MenuOfTheMouseCopiesStagesAndUnstages)
 {
     app().click(row(u"Library"_s), Qt::RightButton);
-    ASSERT_TRUE(app().shows(u"menuReveal"_s));
-    EXPECT_TRUE(reads(u"Reveal in Files"_s));
+    ASSERT_TRUE(app().click(u"menuReveal"_s));
+    EXPECT_EQ(app().revealed(), QStringList(disk().machine.path(u"/Library")));
+    app().click(row(u"Library"_s), Qt::RightButton);
+    ASSERT_TRUE(app().showsText(u"Reveal in Files"_s));
     EXPECT_TRUE(reads(u"Stage for Deletion"_s));
     ASSERT_TRUE(app().click(u"menuCopyPath"_s));
     EXPECT_EQ(QGuiApplication::clipboard()->text(), disk().machine.path(u"/Library"));

@@ -13,12 +13,6 @@ protected:
             app().picture(); // the chart follows with the next frame
         }
     }
-    [[nodiscard]] bool tabTo(const QString& stop)
-    {
-        for (int presses = 0; focus() != stop && presses < manyStops; ++presses)
-            app().press(Qt::Key_Tab);
-        return focus() == stop;
-    }
     QString folder()
     {
         app().picture();
@@ -33,7 +27,7 @@ protected:
                                   Q_ARG(int, item->property("hoveredIndex").toInt()));
         return name;
     }
-    /// In the middle of the block with that name, in the window's coordinates.
+    /// The middle of the block at `index`, in the window's coordinates.
     QPoint placeOf(const QString& chart, int index)
     {
         app().picture();

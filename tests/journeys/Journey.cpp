@@ -90,6 +90,13 @@ QString Journey::focus()
     return item ? item->objectName() : QString();
 }
 
+bool Journey::tabTo(const QString& stop)
+{
+    for (int presses = 0; focus() != stop && presses < manyStops; ++presses)
+        app().press(Qt::Key_Tab);
+    return focus() == stop;
+}
+
 void Journey::expectTabStops(const QStringList& names)
 {
     const QStringList forth = round(Qt::Key_Tab);

@@ -49,7 +49,10 @@ protected:
     static constexpr int manyStops = 40;
     /// The name of what has the keyboard.
     QString focus();
-    /// The same, provided that it can be told from looking at it. Leaves it by Tab and comes back.
+    /// Presses the Tab key until `stop` has the keyboard. False when it never gets there.
+    [[nodiscard]] bool tabTo(const QString& stop);
+    /// What has the keyboard, provided that it can be told from looking at it. Leaves it by Tab and
+    /// comes back.
     QString focusSeen();
     /// Goes once around by Tab and once by Backtab, and expects these stops, maybe among others.
     /// Each has to look different while it has the keyboard.

@@ -11,13 +11,6 @@ protected:
         for (const Qt::Key key : keys)
             app().press(key);
     }
-    /// Presses the Tab key until the stop has the keyboard.
-    [[nodiscard]] bool tabTo(const QString& stop)
-    {
-        for (int presses = 0; focus() != stop && presses < manyStops; ++presses)
-            app().press(Qt::Key_Tab);
-        return focus() == stop;
-    }
     /// The row with the keyboard.
     QString row()
     {

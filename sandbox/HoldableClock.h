@@ -33,9 +33,10 @@ public:
         return look * m_step;
     }
 
-    [[nodiscard]] QCoro::Task<> sleep(std::chrono::milliseconds duration) override
+    [[nodiscard]] QCoro::Task<> sleep(std::chrono::milliseconds duration,
+                                      std::stop_token stop = {}) override
     {
-        return m_system.sleep(duration);
+        return m_system.sleep(duration, std::move(stop));
     }
 
     /// Whoever looks for the `looks`-th time from now waits until release() or the next call. One

@@ -2,8 +2,6 @@
 
 #include "platform/Clock.h"
 
-#include <QPointer>
-
 namespace brivane {
 
 using namespace std::chrono_literals;
@@ -15,29 +13,35 @@ ResultToast::ResultToast(Clock& clock, QString message, QObject* parent)
 {
 }
 
+ResultToast::~ResultToast()
+{
+    m_showing.request_stop();
+}
+
 void ResultToast::setMessage(const QString& message)
 {
     if (message == m_message)
         return;
     m_message = message;
-    ++m_showing;
+    m_showing.request_stop();
     setVisibleMessage(message);
     if (!message.isEmpty())
-        hideLater(m_showing);
+        hideLater();
 }
 
 void ResultToast::dismiss()
 {
-    ++m_showing;
+    m_showing.request_stop();
     setVisibleMessage({});
 }
 
-QCoro::Task<> ResultToast::hideLater(int showing)
+QCoro::Task<> ResultToast::hideLater()
 {
-    const QPointer<ResultToast> self(this);
+    m_showing = {};
+    const std::stop_token stop = m_showing.get_token();
     const std::chrono::milliseconds time = 3500ms;
-    co_await m_clock.sleep(time);
-    if (self && showing == m_showing)
+    co_await m_clock.sleep(time, stop);
+    if (!stop.stop_requested())
         setVisibleMessage({});
 }
 

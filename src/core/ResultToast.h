@@ -5,6 +5,8 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
+#include <stop_token>
+
 namespace brivane {
 
 class Clock;
@@ -20,6 +22,7 @@ class ResultToast : public QObject {
 public:
     /// `message` is what was said before, and does not show. `clock` has to outlive this.
     ResultToast(Clock& clock, QString message, QObject* parent = nullptr);
+    ~ResultToast() override;
 
     /// Shows `message`, unless it is what was said last. An empty one shows nothing.
     void setMessage(const QString& message);
@@ -33,13 +36,13 @@ Q_SIGNALS:
     void visibleMessageChanged();
 
 private:
-    QCoro::Task<> hideLater(int showing);
+    QCoro::Task<> hideLater();
     void setVisibleMessage(const QString& message);
 
     Clock& m_clock;
     QString m_message;
     QString m_visibleMessage;
-    int m_showing = 0; ///< counts up, so that an old end does not hide a new message
+    std::stop_source m_showing; ///< stopped when the message goes before its time
 };
 
 } // namespace brivane

@@ -4,6 +4,7 @@
 #include <QDateTime>
 
 #include <chrono>
+#include <stop_token>
 
 namespace brivane {
 
@@ -21,8 +22,11 @@ public:
     /// Time since some moment in the past, which never jumps: for durations. Any thread.
     [[nodiscard]] virtual std::chrono::nanoseconds monotonicNow() const = 0;
 
-    /// Ends after `duration`, on the calling thread, which needs an event loop.
-    [[nodiscard]] virtual QCoro::Task<> sleep(std::chrono::milliseconds duration) = 0;
+    /// Ends after `duration`, or at once when `stop` is requested: before the request returns. On
+    /// the calling thread, which needs an event loop, and where alone `stop` may be requested.
+    /// Whoever sleeps on behalf of an object stops it in that object's destructor.
+    [[nodiscard]] virtual QCoro::Task<> sleep(std::chrono::milliseconds duration,
+                                              std::stop_token stop = {}) = 0;
 };
 
 /// The machine's clocks.
@@ -30,7 +34,8 @@ class SystemClock final : public Clock {
 public:
     [[nodiscard]] QDateTime now() const override;
     [[nodiscard]] std::chrono::nanoseconds monotonicNow() const override;
-    [[nodiscard]] QCoro::Task<> sleep(std::chrono::milliseconds duration) override;
+    [[nodiscard]] QCoro::Task<> sleep(std::chrono::milliseconds duration,
+                                      std::stop_token stop = {}) override;
 };
 
 } // namespace brivane

@@ -34,7 +34,10 @@ public:
     }
     [[nodiscard]] QDateTime now() const override { return QDateTime::fromSecsSinceEpoch(0); }
     [[nodiscard]] std::chrono::nanoseconds monotonicNow() const override { return m_now += m_step; }
-    [[nodiscard]] QCoro::Task<> sleep(std::chrono::milliseconds) override { co_return; }
+    [[nodiscard]] QCoro::Task<> sleep(std::chrono::milliseconds, std::stop_token) override
+    {
+        co_return;
+    }
 
 private:
     const std::chrono::milliseconds m_step;

@@ -3,6 +3,7 @@
 #include "components/ColorPalette.h"
 #include "scanner/charts/ChartNavigation.h"
 #include "scanner/charts/ChartPalette.h"
+#include "scanner/charts/RingPicture.h"
 
 #include <QEasingCurve>
 #include <QPainter>
@@ -17,6 +18,9 @@ constexpr double ringDuration = 700;
 constexpr double ringDelay = 120;
 constexpr double endOfFirstTurn = 270; ///< degrees
 constexpr double angleTolerance = 0.001;
+constexpr double restingFill = 0.7; ///< opacity of an arc that is not hovered
+constexpr double restingStrokeOpacity = 0.08;
+constexpr double restingStrokeWidth = 0.5;
 
 double easeOut(double progress)
 {
@@ -134,40 +138,68 @@ void SunburstChart::paint(QPainter* painter)
     painter->setRenderHint(QPainter::Antialiasing);
     const SunburstFrame now = frame();
     std::vector<std::size_t> lit;
-    for (std::size_t i = 0; i < m_segments.size(); ++i) {
-        if (glow(i) > 0 || isSelected(i))
+    std::vector<RingArc> unlit;
+    RingBand band;
+    band.strokeColor = faded(Qt::white, restingStrokeOpacity);
+    band.strokeWidth = restingStrokeWidth;
+    for (std::size_t i = 0; i < m_segments.size(); ++i) { // of one ring
+        const std::optional<ArcShape> arc = now.arc(m_segments[i]);
+        if (!arc)
+            continue;
+        if (glow(i) > 0 || isSelected(i)) {
             lit.push_back(i);
-        else
-            paintArc(*painter, now, i);
+            continue;
+        }
+        band.center = arc->center;
+        band.innerRadius = arc->innerRadius;
+        band.outerRadius = arc->outerRadius;
+        const QColor color = segmentColor(m_segments[i].colorIndex, m_segments[i].depth);
+        unlit.push_back({arc->startAngle, arc->endAngle, faded(color, restingFill)});
     }
+    paintRing(*painter, band, unlit);
     // What stands out lies above its neighbours.
     for (const std::size_t index : lit)
-        paintArc(*painter, now, index);
+        paintLitArc(*painter, now, index);
+    for (std::size_t i = 0; i < m_segments.size(); ++i) {
+        if (items()[i].isIncomplete)
+            paintWarning(*painter, now, i);
+    }
 }
 
-void SunburstChart::paintArc(QPainter& painter, const SunburstFrame& frame, std::size_t index) const
+std::optional<ArcShape> SunburstChart::shownArc(const SunburstFrame& frame, std::size_t index) const
 {
     std::optional<ArcShape> arc = frame.arc(m_segments[index]);
     const std::optional<ArcShape> grown = frame.hoveredArc(m_segments[index]);
-    if (!arc || !grown)
-        return;
+    if (arc && grown) {
+        arc->innerRadius = between(arc->innerRadius, grown->innerRadius, glow(index));
+        arc->outerRadius = between(arc->outerRadius, grown->outerRadius, glow(index));
+    }
+    return arc;
+}
+
+void SunburstChart::paintLitArc(QPainter& painter, const SunburstFrame& frame,
+                                std::size_t index) const
+{
     const double lit = glow(index);
-    arc->innerRadius = between(arc->innerRadius, grown->innerRadius, lit);
-    arc->outerRadius = between(arc->outerRadius, grown->outerRadius, lit);
-    const QPainterPath path = pathOf(*arc);
     const QColor color = segmentColor(m_segments[index].colorIndex, m_segments[index].depth);
-    painter.setBrush(faded(color, between(0.7, 0.95, lit)));
+    painter.setBrush(faded(color, between(restingFill, 0.95, lit)));
     if (isMarkedByKeyboard(index) || isSelected(index))
         painter.setPen(QPen(isMarkedByKeyboard(index)
                                 ? ColorPalette::lightened(ColorPalette::accent(), 0.25)
                                 : ColorPalette::primaryText(),
                             2));
     else
-        painter.setPen(QPen(faded(Qt::white, between(0.08, 0.5, lit)), between(0.5, 1.5, lit)));
-    painter.drawPath(path);
-    if (!items()[index].isIncomplete)
+        painter.setPen(QPen(faded(Qt::white, between(restingStrokeOpacity, 0.5, lit)),
+                            between(restingStrokeWidth, 1.5, lit)));
+    painter.drawPath(pathOf(*shownArc(frame, index)));
+}
+
+void SunburstChart::paintWarning(QPainter& painter, const SunburstFrame& frame,
+                                 std::size_t index) const
+{
+    const std::optional<ArcShape> arc = shownArc(frame, index);
+    if (!arc)
         return;
-    // Something in there could not be read: a warning along the outer edge.
     const QRectF edge = circle(arc->center, arc->outerRadius - 1);
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(ColorPalette::warning(), 2, Qt::DashLine, Qt::FlatCap));

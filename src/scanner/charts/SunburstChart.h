@@ -44,7 +44,12 @@ protected:
 
 private:
     [[nodiscard]] SunburstFrame frame() const;
-    void paintArc(QPainter& painter, const SunburstFrame& frame, std::size_t index) const;
+    /// As far as it has grown under the pointer.
+    [[nodiscard]] std::optional<ArcShape> shownArc(const SunburstFrame& frame,
+                                                   std::size_t index) const;
+    void paintLitArc(QPainter& painter, const SunburstFrame& frame, std::size_t index) const;
+    /// Something in there could not be read: a dashed line along the outer edge.
+    void paintWarning(QPainter& painter, const SunburstFrame& frame, std::size_t index) const;
 
     const SunburstLayout m_layout;
     std::vector<SunburstSegmentData> m_segments;

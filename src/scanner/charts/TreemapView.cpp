@@ -7,6 +7,7 @@
 #include "platform/PathText.h"
 #include "scanner/charts/ChartNavigation.h"
 #include "scanner/charts/ChartPalette.h"
+#include "scanner/charts/DeviceImage.h"
 #include "scanner/charts/Treemap.h"
 #include "scanner/charts/TreemapBlock.h"
 
@@ -14,6 +15,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 
+#include <functional>
 #include <unordered_map>
 
 namespace brivane {
@@ -143,26 +145,34 @@ QRectF TreemapView::itemBounds(std::size_t index) const
 
 void TreemapView::paint(QPainter* painter)
 {
+    const auto forEachBlock = [&](QPainter& on, const auto& paintPart) {
+        for (std::size_t i = 0; i < items().size(); ++i) {
+            const QRectF frame = blockFrame(shownRect(i));
+            const double progress = blockProgress(i, animationProgress());
+            if (!isBlockDrawn(frame) || progress <= 0)
+                continue;
+            on.save();
+            const double scale = blockScale(progress);
+            on.translate(frame.center());
+            on.scale(scale, scale);
+            on.translate(-frame.center());
+            paintPart(on, i, frame, progress);
+            on.restore();
+        }
+    };
+    paintUnsplit(*painter, boundingRect(), [&](QPainter& unsplit) {
+        forEachBlock(unsplit, std::bind_front(&TreemapView::paintShape, this));
+    });
     painter->setRenderHint(QPainter::Antialiasing);
-    for (std::size_t i = 0; i < items().size(); ++i)
-        paintBlock(*painter, i);
+    forEachBlock(*painter, std::bind_front(&TreemapView::paintLabel, this));
 }
 
-void TreemapView::paintBlock(QPainter& painter, std::size_t index) const
+void TreemapView::paintShape(QPainter& painter, std::size_t index, const QRectF& frame,
+                             double progress) const
 {
-    const QRectF frame = blockFrame(shownRect(index));
-    const double progress = blockProgress(index, animationProgress());
-    if (!isBlockDrawn(frame) || progress <= 0)
-        return;
     const QColor color = blockColor(items()[index].colorIndex);
     const double lit = glow(index);
-    painter.save();
-    const double scale = blockScale(progress);
-    painter.translate(frame.center());
-    painter.scale(scale, scale);
-    painter.translate(-frame.center());
     painter.setOpacity(progress);
-
     painter.setPen(Qt::NoPen);
     painter.setBrush(faded(color, between(0.35, 0.7, lit)));
     painter.drawRoundedRect(frame, cornerRadius, cornerRadius);
@@ -182,8 +192,6 @@ void TreemapView::paintBlock(QPainter& painter, std::size_t index) const
     else
         painter.setPen(QPen(faded(color, between(0.2, 0.9, lit)), between(0.5, 2, lit)));
     painter.drawRoundedRect(frame, cornerRadius, cornerRadius);
-    paintLabel(painter, index, frame, progress);
-    painter.restore();
 }
 
 void TreemapView::paintLabel(QPainter& painter, std::size_t index, const QRectF& frame,

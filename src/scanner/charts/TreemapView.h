@@ -37,7 +37,8 @@ protected:
 private:
     /// Where a block is on its way from one picture to the next.
     [[nodiscard]] QRectF shownRect(std::size_t index) const;
-    void paintBlock(QPainter& painter, std::size_t index) const;
+    void paintShape(QPainter& painter, std::size_t index, const QRectF& frame,
+                    double progress) const;
     void paintLabel(QPainter& painter, std::size_t index, const QRectF& frame,
                     double progress) const;
 

@@ -28,6 +28,8 @@ public:
         m_app->setOnboarded(true);
     }
 
+    /// Whose commands the program calls.
+    [[nodiscard]] const SandboxMachine& machine() const { return m_machine; }
     [[nodiscard]] QQuickWindow& window() { return *m_window; }
     [[nodiscard]] ShellViewModel& shell() { return *m_app->shell(); }
     [[nodiscard]] ScanViewModel& scan() { return *m_app->shell()->scanViewModel(); }

@@ -59,6 +59,7 @@ void scanOnce(ScanViewModel& scan, const QString& path, Lateness& lateness, cons
 /// list is put into order again as often as during a scan.
 void scroll(QQuickWindow& window, ScanViewModel& scan, Lateness& lateness)
 {
+    runFor(500); // the list of the screen before goes
     auto* list = window.findChild<QQuickItem*>(QStringLiteral("folderList"));
     if (!list)
         return;
@@ -82,6 +83,43 @@ void scroll(QQuickWindow& window, ScanViewModel& scan, Lateness& lateness)
     std::printf("%-22s %d rows, %d frames in 4 s\n", "scroll", scan.folderModel()->rowCount(),
                 frames);
     lateness.report("  the same");
+}
+
+/// A million lines that the helper of a scan as administrator may print: folders of a hundred
+/// files below `path`.
+QByteArray listing(const QByteArray& path)
+{
+    QByteArray lines;
+    const auto add = [&](const QByteArray& parent, const QByteArray& name, int size) {
+        lines += "{\"path\":\"" + parent + '/' + name + "\",\"name\":\"" + name +
+                 "\",\"size\":" + QByteArray::number(size) +
+                 ",\"isDir\":" + (size == 0 ? "true" : "false") + ",\"parentPath\":\"" + parent +
+                 "\"}\n";
+    };
+    for (int folder = 0; folder < 10'000; ++folder) {
+        const QByteArray name = "a folder that was closed " + QByteArray::number(folder);
+        add(path, name, 0);
+        for (int file = 1; file < 100; ++file)
+            add(path + '/' + name, "file " + QByteArray::number(file), file * 7);
+    }
+    return lines;
+}
+
+/// A scan as administrator whose helper has a million entries to tell that the tree does not have.
+void scanAsAdmin(RealWindow& window, const QString& path, Lateness& lateness)
+{
+    window.machine().command(u"/usr/bin/swiftc");
+    const QByteArray lines = listing(PathText::toBytes(path));
+    window.machine().command(u"/usr/bin/osascript").answer({.output = lines});
+    ScanViewModel& scan = window.scan();
+    runFor(1000);
+    lateness.startAfresh();
+    scan.scanAsAdmin(path);
+    runUntil([&] { return scan.scanState() != ScanViewModel::ScanningAdmin; });
+    lateness.report("scan as administrator");
+    std::printf("%-22s %lld MB of lines, afterwards %lld files below the start\n", "",
+                static_cast<long long>(lines.size()) / 1'000'000,
+                static_cast<long long>(scan.rootNode().node()->fileCount()));
 }
 
 /// Stops a scan at several moments and waits for its walk to end.
@@ -134,6 +172,7 @@ int main(int argc, char** argv)
     for (int i = 0; i < scans; ++i)
         scanOnce(scan, path, lateness, "scan, warm");
     scroll(window.window(), scan, lateness);
+    scanAsAdmin(window, path, lateness);
     stopSeveralTimes(scan, path, lateness);
     return 0;
 }

@@ -22,9 +22,10 @@ std::optional<QUuid> uuid(const QJsonValue& value)
 {
     const QString written = value.toString();
     const QUuid id = QUuid::fromString(written);
-    const bool isCanonical =
-        id.toString(QUuid::WithoutBraces).compare(written, Qt::CaseInsensitive) == 0;
-    return isCanonical ? std::optional(id) : std::nullopt;
+    // With braces it would be longer; what is no UUID reads as that of zeros.
+    constexpr int length = 36;
+    const bool isOne = !id.isNull() || written == id.toString(QUuid::WithoutBraces);
+    return isOne && written.size() == length ? std::optional(id) : std::nullopt;
 }
 
 std::optional<QDateTime> date(const QJsonValue& value)

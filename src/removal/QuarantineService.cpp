@@ -93,9 +93,11 @@ QuarantineService& QuarantineService::shared()
 
 QuarantineManifest QuarantineService::load()
 {
+    const QFuture<std::optional<QSet<QString>>> listing =
+        QtConcurrent::run(namesIn, m_quarantineDir);
     QuarantineManifest manifest(m_quarantineDir + u"/.manifest.json"_s, m_host.fileSystem);
     QList<QuarantineItem> items = manifest.load();
-    const std::optional<QSet<QString>> names = namesIn(m_quarantineDir);
+    const std::optional<QSet<QString>> names = listing.result();
     // What was recorded and never came, or is gone since. What cannot be looked for is kept.
     items.removeIf([&](const QuarantineItem& item) {
         if (!StoreBoundary::isStored(item.quarantinePath, m_quarantineDir))
@@ -105,8 +107,9 @@ QuarantineManifest QuarantineService::load()
         const auto found = FileIdentity::of(item.quarantinePath);
         return !found && found.error().code == ENOENT;
     });
+    const auto purgeDays = m_settings.quarantinePurgeDays();
     for (QuarantineItem& item : items)
-        item.purgeDays = m_settings.quarantinePurgeDays();
+        item.purgeDays = purgeDays;
     m_items.append(items);
 
     // What a crash has left of copies into the store and of the manifest.

@@ -55,6 +55,8 @@ QCoro::Task<> Tour::fillQuarantine()
 QCoro::Task<> Tour::showQuarantine(ShellViewModel& shell)
 {
     shell.setAppMode(AppMode::quarantine);
+    const auto isOpen = [&] { return shell.quarantine() != nullptr; };
+    co_await waitFor(u"quarantine"_s, isOpen);
     takePicture(u"quarantine-empty"_s);
     co_await fillQuarantine();
     point(QString(), 0, Qt::NoButton);

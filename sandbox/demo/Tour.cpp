@@ -318,10 +318,16 @@ QCoro::Task<> Tour::showShell(ShellViewModel& shell)
 
 void Tour::settle()
 {
-    // What has changed is laid out in the next frames, which come by the event loop.
-    const QDeadlineTimer settled(settlingTime);
-    while (!settled.hasExpired())
+    // A module's screen is made over several frames, and what has changed is laid out in the next
+    // ones, which come by the event loop.
+    const auto* module = m_window ? m_window->findChild<QObject*>(u"module"_s) : nullptr;
+    constexpr int loading = 2; // Loader.Loading
+    QDeadlineTimer settled(settlingTime);
+    while (!settled.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        if (module && module->property("status").toInt() == loading)
+            settled.setRemainingTime(settlingTime);
+    }
 }
 
 void Tour::takePicture(QQuickWindow& window, const QString& name)

@@ -29,7 +29,7 @@ class BrivaneApp : public QObject {
 
 public:
     /// `host` is kept by reference and has to outlive this; so has what `quarantine` gives.
-    explicit BrivaneApp(Host& host, QuarantineProvider quarantine = &QuarantineService::shared);
+    explicit BrivaneApp(Host& host, QuarantineProvider quarantine = &QuarantineService::openShared);
     ~BrivaneApp() override;
 
     /// Sets what all windows of the process share: name, fonts, motion. To be called once, after

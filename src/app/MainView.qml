@@ -55,6 +55,7 @@ FocusScope {
         id: module
 
         objectName: "module"
+        asynchronous: true // over several frames, so that none of them is late
         anchors.top: parent.top
         anchors.bottom: parent.bottom
         anchors.left: parent.left
@@ -73,7 +74,7 @@ FocusScope {
         Connections {
             target: root.shell
 
-            function onAppModeChanged(): void {
+            function onScreenEntered(): void {
                 module.enter();
             }
 

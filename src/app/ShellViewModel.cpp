@@ -7,6 +7,10 @@
 #include "core/ActivityTracker.h"
 #include "core/NotificationNames.h"
 
+#include <QPointer>
+
+#include <utility>
+
 namespace brivane {
 
 ShellViewModel::ShellViewModel(Host& host, ScanViewModel& scanViewModel, ActivityTracker& tracker,
@@ -46,13 +50,24 @@ void ShellViewModel::setAppMode(AppMode::Mode mode)
         return;
     m_appMode = mode;
     Q_EMIT appModeChanged();
+    if (mode == AppMode::quarantine && !m_quarantine)
+        openQuarantine();
+    else
+        Q_EMIT screenEntered();
 }
 
-QuarantineViewModel* ShellViewModel::quarantine()
+QCoro::Task<> ShellViewModel::openQuarantine()
 {
-    if (!m_quarantine)
-        m_quarantine = std::make_unique<QuarantineViewModel>(m_host, m_provideQuarantine());
-    return m_quarantine.get();
+    if (std::exchange(m_isOpeningQuarantine, true))
+        co_return;
+    const QPointer<ShellViewModel> self(this);
+    QCoro::Task<QuarantineService*> opening = m_provideQuarantine();
+    QuarantineService* service = co_await opening;
+    if (!self)
+        co_return;
+    m_quarantine = std::make_unique<QuarantineViewModel>(m_host, *service);
+    if (m_appMode == AppMode::quarantine)
+        Q_EMIT screenEntered();
 }
 
 void ShellViewModel::setHovered(AppMode::Mode mode, bool isHovered)

@@ -8,6 +8,7 @@
 #include "scanner/ScanViewModel.h"
 
 #include <QColor>
+#include <QCoroTask>
 #include <QObject>
 #include <QUrl>
 #include <QtQml/qqmlregistration.h>
@@ -22,8 +23,8 @@ class ActivityTracker;
 class CleaningSessionState;
 struct KeyboardCommand;
 
-/// Gives the quarantine, which is made by the first call.
-using QuarantineProvider = std::function<QuarantineService&()>;
+/// Gives the quarantine, which is opened by the first call.
+using QuarantineProvider = std::function<QCoro::Task<QuarantineService*>()>;
 
 /// The frame that the modules live in: which of them is on screen, which are busy, what the keys
 /// and the menu do. Screens come and go with the module; the view models that do the work stay.
@@ -37,7 +38,7 @@ class ShellViewModel : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("The application brings it")
     Q_PROPERTY(brivane::AppMode::Mode appMode READ appMode WRITE setAppMode NOTIFY appModeChanged)
-    Q_PROPERTY(QUrl screen READ screen NOTIFY appModeChanged)
+    Q_PROPERTY(QUrl screen READ screen NOTIFY screenEntered)
     Q_PROPERTY(QString title READ title NOTIFY appModeChanged)
     Q_PROPERTY(QString iconName READ iconName NOTIFY appModeChanged)
     Q_PROPERTY(QColor accent READ accent NOTIFY appModeChanged)
@@ -45,8 +46,8 @@ class ShellViewModel : public QObject {
     Q_PROPERTY(brivane::NavigationModel* modes READ modes CONSTANT)
     Q_PROPERTY(brivane::MenuModel* menu READ menu CONSTANT)
     Q_PROPERTY(brivane::ScanViewModel* scanViewModel READ scanViewModel CONSTANT)
-    /// Opens the quarantine when it is first asked for.
-    Q_PROPERTY(brivane::QuarantineViewModel* quarantine READ quarantine CONSTANT)
+    /// Null until the quarantine's module is first entered.
+    Q_PROPERTY(brivane::QuarantineViewModel* quarantine READ quarantine NOTIFY screenEntered)
 
 public:
     /// All of them have to outlive this, and what `quarantine` gives too.
@@ -79,15 +80,18 @@ public:
     [[nodiscard]] NavigationModel* modes() { return &m_modes; }
     [[nodiscard]] MenuModel* menu() { return &m_menu; }
     [[nodiscard]] ScanViewModel* scanViewModel() { return &m_scan; }
-    [[nodiscard]] QuarantineViewModel* quarantine();
+    [[nodiscard]] QuarantineViewModel* quarantine() { return m_quarantine.get(); }
 
 Q_SIGNALS:
     void appModeChanged();
+    /// What the module of `appMode` needs is there: its screen can be made. Mostly at once.
+    void screenEntered();
     void hoveredModeChanged();
     void backgroundActivityChanged();
     void navigationShownChanged();
 
 private:
+    QCoro::Task<> openQuarantine();
     void react(const QString& notification, void (ShellViewModel::*reaction)());
     void scanStartupDisk();
     void rescan();
@@ -100,6 +104,7 @@ private:
     CleaningSessionState& m_cleaning;
     QuarantineProvider m_provideQuarantine;
     std::unique_ptr<QuarantineViewModel> m_quarantine;
+    bool m_isOpeningQuarantine = false;
     AppMode::Mode m_appMode = AppMode::dashboard;
     std::optional<AppMode::Mode> m_hoveredMode;
     NavigationModel m_modes;

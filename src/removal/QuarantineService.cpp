@@ -32,6 +32,13 @@ std::optional<QSet<QString>> namesIn(const QString& folder)
     return failure ? std::nullopt : std::optional(names);
 }
 
+QuarantineService* sharedService = nullptr; ///< never destroyed
+
+QString sharedDir(const Host& host)
+{
+    return host.locations.path(u"~/.Brivane_Quarantine");
+}
+
 QString resultText(const QString& verb, qsizetype count, quint64 bytes)
 {
     return u"%1 %2 items (%3)"_s.arg(verb).arg(count).arg(ByteCountFormatter::string(bytes));
@@ -59,8 +66,39 @@ private:
     QPointer<QuarantineService> m_service;
 };
 
+QuarantineService::Contents QuarantineService::read(const QString& quarantineDir,
+                                                    FileSystemProviding& fileSystem)
+{
+    (void)fileSystem.makeDirectory(quarantineDir, 0700);
+    const QFuture<std::optional<QSet<QString>>> listing = QtConcurrent::run(namesIn, quarantineDir);
+    QuarantineManifest manifest(quarantineDir + u"/.manifest.json"_s, fileSystem);
+    QList<QuarantineItem> items = manifest.load();
+    const std::optional<QSet<QString>> names = listing.result();
+    // What was recorded and never came, or is gone since. What cannot be looked for is kept.
+    items.removeIf([&](const QuarantineItem& item) {
+        if (!StoreBoundary::isStored(item.quarantinePath, quarantineDir))
+            return true;
+        if (!names || names->contains(item.quarantinePath.sliced(quarantineDir.size() + 1)))
+            return false;
+        const auto found = FileIdentity::of(item.quarantinePath);
+        return !found && found.error().code == ENOENT;
+    });
+    QStringList leftovers;
+    for (const QString& name : names.value_or(QSet<QString>())) {
+        if (isTemporaryName(name))
+            leftovers += quarantineDir + u'/' + name;
+    }
+    return {std::move(manifest), std::move(items), std::move(leftovers)};
+}
+
+QuarantineService::QuarantineService(Host& host, const AppSettings& settings,
+                                     const QString& quarantineDir, QObject* parent)
+    : QuarantineService(host, settings, quarantineDir, read(quarantineDir, host.fileSystem), parent)
+{
+}
+
 QuarantineService::QuarantineService(Host& host, const AppSettings& settings, QString quarantineDir,
-                                     QObject* parent)
+                                     Contents contents, QObject* parent)
     : QObject(parent)
     , m_host(host)
     , m_settings(settings)
@@ -70,8 +108,18 @@ QuarantineService::QuarantineService(Host& host, const AppSettings& settings, QS
     m_stored.setMaxThreadCount(1);
     connect(&m_items, &QuarantineItemModel::totalSizeChanged, this,
             &QuarantineService::totalSizeChanged);
-    (void)m_host.fileSystem.makeDirectory(m_quarantineDir, 0700);
-    m_saver = std::make_unique<ManifestSaver>(load(), [this] { return itemsToRecord(); });
+    const auto purgeDays = m_settings.quarantinePurgeDays();
+    for (QuarantineItem& item : contents.items)
+        item.purgeDays = purgeDays;
+    m_items.append(contents.items);
+    m_saver = std::make_unique<ManifestSaver>(std::move(contents.manifest),
+                                              [this] { return itemsToRecord(); });
+    if (!contents.leftovers.isEmpty()) {
+        m_stored.start([leftovers = contents.leftovers, &fileSystem = m_host.fileSystem] {
+            for (const QString& path : leftovers)
+                (void)fileSystem.removeItem(path);
+        });
+    }
     purgeExpired();
 }
 
@@ -83,48 +131,27 @@ QuarantineService::~QuarantineService()
 
 QuarantineService& QuarantineService::shared()
 {
-    static auto* const service = [] {
+    if (!sharedService) {
         Host& host = Host::shared();
-        return new QuarantineService(host, AppSettings::shared(),
-                                     host.locations.path(u"~/.Brivane_Quarantine"));
-    }();
-    return *service;
+        sharedService = new QuarantineService(host, AppSettings::shared(), sharedDir(host));
+    }
+    return *sharedService;
 }
 
-QuarantineManifest QuarantineService::load()
+QCoro::Task<QuarantineService*> QuarantineService::openShared()
 {
-    const QFuture<std::optional<QSet<QString>>> listing =
-        QtConcurrent::run(namesIn, m_quarantineDir);
-    QuarantineManifest manifest(m_quarantineDir + u"/.manifest.json"_s, m_host.fileSystem);
-    QList<QuarantineItem> items = manifest.load();
-    const std::optional<QSet<QString>> names = listing.result();
-    // What was recorded and never came, or is gone since. What cannot be looked for is kept.
-    items.removeIf([&](const QuarantineItem& item) {
-        if (!StoreBoundary::isStored(item.quarantinePath, m_quarantineDir))
-            return true;
-        if (!names || names->contains(item.quarantinePath.sliced(m_quarantineDir.size() + 1)))
-            return false;
-        const auto found = FileIdentity::of(item.quarantinePath);
-        return !found && found.error().code == ENOENT;
-    });
-    const auto purgeDays = m_settings.quarantinePurgeDays();
-    for (QuarantineItem& item : items)
-        item.purgeDays = purgeDays;
-    m_items.append(items);
-
-    // What a crash has left of copies into the store and of the manifest.
-    QStringList leftovers;
-    for (const QString& name : names.value_or(QSet<QString>())) {
-        if (isTemporaryName(name))
-            leftovers += m_quarantineDir + u'/' + name;
+    if (sharedService)
+        co_return sharedService;
+    Host& host = Host::shared();
+    const QFuture<Contents> reading = QtConcurrent::run(
+        [dir = sharedDir(host), &fileSystem = host.fileSystem] { return read(dir, fileSystem); });
+    Contents contents = co_await reading;
+    // Somebody may have needed it at once meanwhile.
+    if (!sharedService) {
+        sharedService = new QuarantineService(host, AppSettings::shared(), sharedDir(host),
+                                              std::move(contents));
     }
-    if (!leftovers.isEmpty()) {
-        m_stored.start([leftovers, &fileSystem = m_host.fileSystem] {
-            for (const QString& path : leftovers)
-                (void)fileSystem.removeItem(path);
-        });
-    }
-    return manifest;
+    co_return sharedService;
 }
 
 void QuarantineService::purgeExpired()

@@ -22,15 +22,14 @@ class AppSettings;
 ///
 /// One hidden folder in the user's home, and a manifest in it that lists what it holds. Handing
 /// something over is a rename, whatever its size. GUI thread; whatever touches the disk runs on
-/// workers, but for the start, which reads the manifest and one folder.
+/// workers, but for a start that had to read for itself.
 ///
 /// A crash at any moment leaves each item at its place or listed, never lost and never both:
 /// - A hand-over is recorded and synced before the first rename. A record whose file does not exist
 ///   is dropped at the next start, so cut off before its rename an item is at its place, cut off
 ///   after it it is listed. Both writes are for a whole hand-over, not for one path.
 /// - Restoring renames first and saves afterwards: until the rename the item is listed, and after
-/// it
-///   the record has no file. The saved list is synced in the very folder that the rename took it
+///   it the record has no file. The saved list is synced in the very folder that the rename took it
 ///   from, so that the list cannot reach the disk before it.
 /// - Removing removes first and saves afterwards: what is cut off half-way is still listed.
 /// Because of this, saves may lag behind what is published; every operation ends only after its own
@@ -62,9 +61,23 @@ public:
         quint64 size = 0; ///< bytes
     };
 
-    /// Makes `quarantineDir` (absolute) where it is missing, loads what it lists, and starts the
-    /// removal of what has been there for longer than the settings say.
+    /// What a store holds, and how to go on listing it.
+    struct Contents {
+        QuarantineManifest manifest;
+        QList<QuarantineItem> items;
+        QStringList leftovers; ///< paths of what a crash left of copies and of the manifest
+    };
+
+    /// Makes `quarantineDir` (absolute) where it is missing and reads what it lists. Any thread,
+    /// while no service works there.
+    static Contents read(const QString& quarantineDir, FileSystemProviding& fileSystem);
+
+    /// Takes over what was read of `quarantineDir`, and starts the removal of what has been there
+    /// for longer than the settings say.
     QuarantineService(Host& host, const AppSettings& settings, QString quarantineDir,
+                      Contents contents, QObject* parent = nullptr);
+    /// Reads first, and blocks meanwhile.
+    QuarantineService(Host& host, const AppSettings& settings, const QString& quarantineDir,
                       QObject* parent = nullptr);
     /// Waits for the file work that is under way; what has been moved by then is listed at the next
     /// start.
@@ -73,6 +86,8 @@ public:
     /// The quarantine of the program, in "~/.Brivane_Quarantine"; made on first use, never
     /// destroyed.
     static QuarantineService& shared();
+    /// The same, read on a worker when it is the first use. Never null.
+    static QCoro::Task<QuarantineService*> openShared();
 
     [[nodiscard]] const QList<QuarantineItem>& items() const { return m_items.items(); }
     /// The same as rows.
@@ -109,7 +124,6 @@ Q_SIGNALS:
 private:
     class Processing;
 
-    [[nodiscard]] QuarantineManifest load();
     void purgeExpired();
     QCoro::Task<> removeExpired(QStringList quarantinePaths);
     [[nodiscard]] QuarantineItem makeItem(const QString& originalPath,

@@ -79,10 +79,12 @@ TEST(Shell, ScanGoesOnWhileAnotherModuleIsShown)
     AppWindow app{machine};
     ShellViewModel& shell = app.shell();
     shell.setAppMode(AppMode::scanner);
+    app.clock().holdAfter(3);
     app.scan().rescan();
     shell.setAppMode(AppMode::maintenance);
-    EXPECT_EQ(app.scan().scanState(), ScanViewModel::Scanning);
     EXPECT_TRUE(app.item(u"busyDot"_s));
+    EXPECT_EQ(app.scan().scanState(), ScanViewModel::Scanning);
+    app.clock().release();
     ASSERT_TRUE(app.isScanned());
     EXPECT_FALSE(app.item(u"busyDot"_s));
     app.picture();

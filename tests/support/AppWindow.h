@@ -55,7 +55,7 @@ class AppWindow {
 public:
     explicit AppWindow(const AppMachine& machine)
         : m_host(machine.start())
-        , m_app(host(), [this]() -> QuarantineService& { return quarantine(); })
+        , m_app(host(), [this] { return openQuarantine(); })
         , m_window(m_app.open())
     {
         if (!m_window)
@@ -92,7 +92,11 @@ public:
     /// What the file manager was asked to show.
     QStringList revealed() { return dynamic_cast<SandboxWorkspace&>(host().workspace).revealed(); }
     QQuickWindow& window() { return *m_window; }
-    QQuickItem* item(const QString& name) const { return findItem(*m_window, name); }
+    QQuickItem* item(const QString& name) const
+    {
+        settle();
+        return findItem(*m_window, name);
+    }
     bool shows(const QString& name) const
     {
         return waitUntil([&] { return item(name) != nullptr; });
@@ -104,11 +108,14 @@ public:
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
     {
+        settle();
         QTest::keyClick(m_window, key, modifiers);
+        settle();
     }
     /// Presses the keys of a text in ASCII.
     void type(const QString& text)
     {
+        settle();
         for (const QChar character : text)
             QTest::keyClick(m_window, character.toLatin1());
     }
@@ -116,6 +123,7 @@ public:
     void click(const QQuickItem& target, Qt::MouseButton button = Qt::LeftButton)
     {
         QTest::mouseClick(m_window, button, {}, centre(target));
+        settle();
     }
     /// False when no item of that name comes on screen.
     bool click(const QString& name)
@@ -136,6 +144,16 @@ public:
     static void step() { QCoreApplication::processEvents(); }
 
 private:
+    QCoro::Task<QuarantineService*> openQuarantine() { co_return &quarantine(); }
+    /// Waits until the module's screen is made.
+    void settle() const
+    {
+        const auto* module = m_window->findChild<QObject*>(QStringLiteral("module"));
+        constexpr int loading = 2; // Loader.Loading
+        EXPECT_TRUE(
+            waitUntil([&] { return !module || module->property("status").toInt() != loading; }));
+    }
+
     std::unique_ptr<OwnedHost> m_host;
     std::unique_ptr<QuarantineService> m_quarantine;
     BrivaneApp m_app;

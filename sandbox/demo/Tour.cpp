@@ -5,6 +5,7 @@
 #include "cleaning/CleaningSessionState.h"
 #include "core/ActivityTracker.h"
 #include "sandbox/HoldableClock.h"
+#include "sandbox/MakingScreen.h"
 #include "sandbox/demo/DemoMachine.h"
 #include "scanner/FileTree.h"
 #include "scanner/ScanViewModel.h"
@@ -318,14 +319,11 @@ QCoro::Task<> Tour::showShell(ShellViewModel& shell)
 
 void Tour::settle()
 {
-    // A module's screen is made over several frames, and what has changed is laid out in the next
-    // ones, which come by the event loop.
-    const auto* module = m_window ? m_window->findChild<QObject*>(u"module"_s) : nullptr;
-    constexpr int loading = 2; // Loader.Loading
+    // What has changed is laid out in the next frames, which come by the event loop.
     QDeadlineTimer settled(settlingTime);
     while (!settled.hasExpired()) {
         QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        if (module && module->property("status").toInt() == loading)
+        if (m_window && isMakingScreen(*m_window))
             settled.setRemainingTime(settlingTime);
     }
 }

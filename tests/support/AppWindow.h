@@ -5,6 +5,7 @@
 #include "platform/DefaultFileSystem.h"
 #include "removal/QuarantineService.h"
 #include "sandbox/HoldableClock.h"
+#include "sandbox/MakingScreen.h"
 #include "sandbox/SandboxMachine.h"
 #include "sandbox/SandboxVolumes.h"
 #include "sandbox/SandboxWorkspace.h"
@@ -148,10 +149,7 @@ private:
     /// Waits until the module's screen is made.
     void settle() const
     {
-        const auto* module = m_window->findChild<QObject*>(QStringLiteral("module"));
-        constexpr int loading = 2; // Loader.Loading
-        EXPECT_TRUE(
-            waitUntil([&] { return !module || module->property("status").toInt() != loading; }));
+        EXPECT_TRUE(waitUntil([&] { return !isMakingScreen(*m_window); }));
     }
 
     std::unique_ptr<OwnedHost> m_host;

@@ -60,8 +60,9 @@ QCoro::Task<> Tour::showQuarantine(ShellViewModel& shell)
     takePicture(u"quarantine-empty"_s);
     co_await fillQuarantine();
     point(QString(), 0, Qt::NoButton);
-    shell.quarantine()->toast()->dismiss();
-    shell.quarantine()->refreshDays();
+    shell.setAppMode(AppMode::dashboard);
+    settle();
+    shell.setAppMode(AppMode::quarantine);
     takePicture(u"quarantine-full"_s);
     point(u"quarantineRow"_s, 2, Qt::NoButton);
     takePicture(u"quarantine-hovered"_s);

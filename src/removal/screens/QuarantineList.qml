@@ -58,19 +58,26 @@ ListView {
     remove: isRearranged ? null : fading
     displaced: isRearranged ? null : closing
 
+    // The gap closes once the row is gone: two rows in one place could not be read.
+    readonly property int fadingTime: Motion.milliseconds(120)
     readonly property Transition fading: Transition {
         NumberAnimation {
             property: "opacity"
             to: 0
-            duration: Motion.milliseconds(250)
+            duration: root.fadingTime
             easing.type: Easing.OutQuad
         }
     }
     readonly property Transition closing: Transition {
-        NumberAnimation {
-            property: "y"
-            duration: Motion.milliseconds(250)
-            easing.type: Easing.OutQuad
+        SequentialAnimation {
+            PauseAnimation {
+                duration: root.fadingTime
+            }
+            NumberAnimation {
+                property: "y"
+                duration: Motion.milliseconds(180)
+                easing.type: Easing.OutQuad
+            }
         }
     }
 

@@ -131,7 +131,7 @@ private:
     {
         const auto cellAt = [&](double degrees) {
             const auto place = static_cast<float>((degrees - firstAngle) / 360);
-            return std::clamp(place * m_cellCount, 0.0F, m_cellCount - 0.001F);
+            return std::clamp(place * m_cellCount, 0.0F, std::nextafter(m_cellCount, 0.0F));
         };
         const float start = cellAt(arc.startAngle);
         const float end = cellAt(arc.endAngle);

@@ -9,6 +9,8 @@
 #include <QPainter>
 #include <QPainterPath>
 
+#include <cmath>
+
 namespace brivane {
 
 namespace {
@@ -25,11 +27,6 @@ constexpr double restingStrokeWidth = 0.5;
 double easeOut(double progress)
 {
     return QEasingCurve(QEasingCurve::OutQuad).valueForProgress(std::clamp(progress, 0.0, 1.0));
-}
-
-double between(double from, double to, double part)
-{
-    return from + (to - from) * part;
 }
 
 QRectF circle(const QPointF& center, double radius)
@@ -171,8 +168,8 @@ std::optional<ArcShape> SunburstChart::shownArc(const SunburstFrame& frame, std:
     std::optional<ArcShape> arc = frame.arc(m_segments[index]);
     const std::optional<ArcShape> grown = frame.hoveredArc(m_segments[index]);
     if (arc && grown) {
-        arc->innerRadius = between(arc->innerRadius, grown->innerRadius, glow(index));
-        arc->outerRadius = between(arc->outerRadius, grown->outerRadius, glow(index));
+        arc->innerRadius = std::lerp(arc->innerRadius, grown->innerRadius, glow(index));
+        arc->outerRadius = std::lerp(arc->outerRadius, grown->outerRadius, glow(index));
     }
     return arc;
 }
@@ -182,15 +179,15 @@ void SunburstChart::paintLitArc(QPainter& painter, const SunburstFrame& frame,
 {
     const double lit = glow(index);
     const QColor color = segmentColor(m_segments[index].colorIndex, m_segments[index].depth);
-    painter.setBrush(faded(color, between(restingFill, 0.95, lit)));
+    painter.setBrush(faded(color, std::lerp(restingFill, 0.95, lit)));
     if (isMarkedByKeyboard(index) || isSelected(index))
         painter.setPen(QPen(isMarkedByKeyboard(index)
                                 ? ColorPalette::lightened(ColorPalette::accent(), 0.25)
                                 : ColorPalette::primaryText(),
                             2));
     else
-        painter.setPen(QPen(faded(Qt::white, between(restingStrokeOpacity, 0.5, lit)),
-                            between(restingStrokeWidth, 1.5, lit)));
+        painter.setPen(QPen(faded(Qt::white, std::lerp(restingStrokeOpacity, 0.5, lit)),
+                            std::lerp(restingStrokeWidth, 1.5, lit)));
     painter.drawPath(pathOf(*shownArc(frame, index)));
 }
 

@@ -15,6 +15,7 @@
 #include <QFontMetricsF>
 #include <QPainter>
 
+#include <cmath>
 #include <functional>
 #include <unordered_map>
 
@@ -35,11 +36,6 @@ QColor faded(QColor color, double opacity)
 {
     color.setAlphaF(static_cast<float>(opacity));
     return color;
-}
-
-double between(double from, double to, double part)
-{
-    return from + (to - from) * part;
 }
 
 double easeInOut(double progress)
@@ -87,8 +83,8 @@ QRectF TreemapView::shownRect(std::size_t index) const
     const double part = easeOut(m_morph);
     const QRectF& from = m_from[index];
     const QRectF& to = m_rects[index];
-    return {between(from.x(), to.x(), part), between(from.y(), to.y(), part),
-            between(from.width(), to.width(), part), between(from.height(), to.height(), part)};
+    return {std::lerp(from.x(), to.x(), part), std::lerp(from.y(), to.y(), part),
+            std::lerp(from.width(), to.width(), part), std::lerp(from.height(), to.height(), part)};
 }
 
 void TreemapView::startReveal(bool isAppearing)
@@ -174,7 +170,7 @@ void TreemapView::paintShape(QPainter& painter, std::size_t index, const QRectF&
     const double lit = glow(index);
     painter.setOpacity(progress);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(faded(color, between(0.35, 0.7, lit)));
+    painter.setBrush(faded(color, std::lerp(0.35, 0.7, lit)));
     painter.drawRoundedRect(frame, cornerRadius, cornerRadius);
     if (lit > 0) {
         QLinearGradient gradient(frame.topLeft(), frame.bottomLeft());
@@ -190,7 +186,7 @@ void TreemapView::paintShape(QPainter& painter, std::size_t index, const QRectF&
                                 : ColorPalette::primaryText(),
                             2));
     else
-        painter.setPen(QPen(faded(color, between(0.2, 0.9, lit)), between(0.5, 2, lit)));
+        painter.setPen(QPen(faded(color, std::lerp(0.2, 0.9, lit)), std::lerp(0.5, 2, lit)));
     painter.drawRoundedRect(frame, cornerRadius, cornerRadius);
 }
 
@@ -246,7 +242,7 @@ void TreemapView::paintLabel(QPainter& painter, std::size_t index, const QRectF&
     painter.setFont(sizeFont);
     // On a fill of the same colour it could hardly be read.
     painter.setPen(
-        faded(ColorPalette::lightened(color, sizeTextLightness), between(0.7, 1, glow(index))));
+        faded(ColorPalette::lightened(color, sizeTextLightness), std::lerp(0.7, 1, glow(index))));
     const QString size = ByteFormatter::format(item.size);
     painter.drawText(QPointF(room.left(), top + sizeMetrics.ascent()),
                      sizeMetrics.elidedText(item.isIncomplete ? u"≥ "_s + size : size,

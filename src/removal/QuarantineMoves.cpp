@@ -4,6 +4,7 @@
 #include "platform/Walk.h"
 #include "removal/StoreBoundary.h"
 
+#include <QThreadPool>
 #include <QUuid>
 #include <QtConcurrentMap>
 
@@ -104,7 +105,8 @@ std::vector<PlannedMove> planMoves(std::vector<QuarantineCandidate> candidates,
     std::vector<Slot> slots = slotsFor(std::move(candidates));
     // Many items keep all cores busy as it is; a single one is read by all of them.
     const unsigned readers = slots.size() == 1 ? 0 : 1;
-    QtConcurrent::blockingMap(slots, [&](Slot& slot) {
+    QThreadPool workers; // painting waits for the threads of the global pool
+    QtConcurrent::blockingMap(&workers, slots, [&](Slot& slot) {
         const QString& path = slot.candidate.path;
         if (!boundary.accepts(path))
             return;

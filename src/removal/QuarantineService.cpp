@@ -70,7 +70,9 @@ QuarantineService::Contents QuarantineService::read(const QString& quarantineDir
                                                     FileSystemProviding& fileSystem)
 {
     (void)fileSystem.makeDirectory(quarantineDir, 0700);
-    const QFuture<std::optional<QSet<QString>>> listing = QtConcurrent::run(namesIn, quarantineDir);
+    QThreadPool worker; // painting waits for the threads of the global pool
+    const QFuture<std::optional<QSet<QString>>> listing =
+        QtConcurrent::run(&worker, namesIn, quarantineDir);
     QuarantineManifest manifest(quarantineDir + u"/.manifest.json"_s, fileSystem);
     QList<QuarantineItem> items = manifest.load();
     const std::optional<QSet<QString>> names = listing.result();
@@ -143,8 +145,11 @@ QCoro::Task<QuarantineService*> QuarantineService::openShared()
     if (sharedService)
         co_return sharedService;
     Host& host = Host::shared();
-    const QFuture<Contents> reading = QtConcurrent::run(
-        [dir = sharedDir(host), &fileSystem = host.fileSystem] { return read(dir, fileSystem); });
+    QThreadPool worker;
+    const QFuture<Contents> reading =
+        QtConcurrent::run(&worker, [dir = sharedDir(host), &fileSystem = host.fileSystem] {
+            return read(dir, fileSystem);
+        });
     Contents contents = co_await reading;
     // Somebody may have needed it at once meanwhile.
     if (!sharedService) {

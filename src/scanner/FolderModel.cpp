@@ -63,7 +63,8 @@ void FolderModel::startPicture()
         if (m_needsAnother || directory != m_directory)
             refresh();
     });
-    watcher->setFuture(QtConcurrent::run([directory] { return childrenBySize(*directory); }));
+    watcher->setFuture(
+        QtConcurrent::run(&m_sorter, [directory] { return childrenBySize(*directory); }));
 }
 
 void FolderModel::show(Rows rows)

@@ -4,6 +4,7 @@
 #include "scanner/SizedNode.h"
 
 #include <QAbstractListModel>
+#include <QThreadPool>
 #include <QtQml/qqmlregistration.h>
 
 namespace brivane {
@@ -78,6 +79,7 @@ private:
     const FileNode* m_followed = nullptr; ///< compared only
     bool m_isTakingPicture = false;
     bool m_needsAnother = false;
+    QThreadPool m_sorter; ///< not the global pool, for whose threads painting waits
 };
 
 } // namespace brivane

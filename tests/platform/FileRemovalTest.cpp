@@ -137,7 +137,7 @@ TEST(FileRemoval, MountInsideIsLeft)
         ASSERT_EQ(::mkdir(folder / name, 0755), 0);
     writeFile(folder / "outside/keep", "kept");
     // A bind mount has the same device as what is around it.
-    EXPECT_TRUE(passesWithMount(folder / "outside", folder / "tree/mount", [&] {
+    const auto passed = passesWithMount(folder / "outside", folder / "tree/mount", [&] {
         const RemovalReport inside = removeTree(text(folder / "tree"));
         EXPECT_EQ(inside.removed, 1U);
         EXPECT_EQ(codesOf(inside), std::vector{EXDEV});
@@ -145,6 +145,9 @@ TEST(FileRemoval, MountInsideIsLeft)
         const RemovalReport itself = removeTree(text(folder / "tree/mount"));
         EXPECT_EQ(itself.removed, 0U);
         EXPECT_EQ(codesOf(itself), std::vector{EBUSY});
-    }));
+    });
+    if (!passed)
+        GTEST_SKIP() << "this machine does not let us mount";
+    EXPECT_TRUE(*passed);
     EXPECT_TRUE(stands(folder / "outside/keep"));
 }

@@ -253,7 +253,7 @@ TEST_F(WalkTest, BindMountsAreShownAndNotEntered)
 {
     for (const char* name : {"source", "source/inside", "target"})
         ASSERT_EQ(::mkdir(m_folder / name, 0755), 0);
-    EXPECT_TRUE(passesWithMount(m_folder / "source", m_folder / "target", [&] {
+    const auto passed = passesWithMount(m_folder / "source", m_folder / "target", [&] {
         int inside = 0;
         int mountPoints = 0;
         Walk walk(m_folder.path());
@@ -263,5 +263,8 @@ TEST_F(WalkTest, BindMountsAreShownAndNotEntered)
         }
         EXPECT_EQ(inside, 1);
         EXPECT_EQ(mountPoints, 1);
-    }));
+    });
+    if (!passed)
+        GTEST_SKIP() << "this machine does not let us mount";
+    EXPECT_TRUE(*passed);
 }

@@ -63,9 +63,8 @@ QByteArray describe(const char* path)
     return line;
 }
 
-bool passesInChild(const std::function<void()>& body)
+bool hasPassed(int status)
 {
-    const int status = statusOfChild(body);
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
@@ -169,24 +168,29 @@ int statusOfChild(const std::function<void()>& body)
 
 bool passesUnprivileged(const std::function<void()>& body)
 {
-    return passesInChild([&] {
+    return hasPassed(statusOfChild([&] {
         constexpr unsigned nobody = 65534;
         if (::geteuid() == 0 &&
             (::setresgid(nobody, nobody, nobody) != 0 || ::setresuid(nobody, nobody, nobody) != 0))
             ::_exit(2);
         body();
-    });
+    }));
 }
 
-bool passesWithMount(const QByteArray& source, const QByteArray& target,
-                     const std::function<void()>& body)
+std::optional<bool> passesWithMount(const QByteArray& source, const QByteArray& target,
+                                    const std::function<void()>& body)
 {
-    return passesInChild([&] {
-        if (::unshare(CLONE_NEWNS) == 0 &&
-            ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
-            ::mount(source, target, nullptr, MS_BIND, nullptr) == 0)
-            body();
+    constexpr int mayNot = 77;
+    const int status = statusOfChild([&] {
+        if (::unshare(CLONE_NEWNS) != 0 ||
+            ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+            ::mount(source, target, nullptr, MS_BIND, nullptr) != 0)
+            ::_exit(mayNot);
+        body();
     });
+    if (WIFEXITED(status) && WEXITSTATUS(status) == mayNot)
+        return {};
+    return hasPassed(status);
 }
 
 } // namespace brivane

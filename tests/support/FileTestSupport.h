@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 
 #include <fts.h>
@@ -82,9 +83,9 @@ std::string difference(const Snapshot& actual, const Snapshot& expected);
 int statusOfChild(const std::function<void()>& body);
 /// Runs `body` in a child for which permissions bind. Whether it passed.
 bool passesUnprivileged(const std::function<void()>& body);
-/// Runs `body` in a child for which `source` is mounted at `target` as well. Whether it passed, or
-/// this machine does not let us mount.
-bool passesWithMount(const QByteArray& source, const QByteArray& target,
-                     const std::function<void()>& body);
+/// Runs `body` in a child for which `source` is mounted at `target` as well. Whether it passed;
+/// nothing where this machine does not let us mount.
+std::optional<bool> passesWithMount(const QByteArray& source, const QByteArray& target,
+                                    const std::function<void()>& body);
 
 } // namespace brivane

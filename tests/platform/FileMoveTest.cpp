@@ -1,7 +1,6 @@
 #include "platform/FileMove.h"
 
-#include "FileTestSupport.h"
-#include "sandbox/NastyTree.h"
+#include "support/FileTestSupport.h"
 
 #include <array>
 #include <cerrno>
@@ -34,6 +33,8 @@ int codeOf(const Result<Moved>& result)
     return result ? 0 : result.error().code;
 }
 
+using FileMoveBetweenDevices = TwoDevices;
+
 } // namespace
 
 TEST(FileMove, NothingIsEverReplaced)
@@ -62,12 +63,8 @@ TEST(FileMove, NothingIsEverReplaced)
     }
 }
 
-TEST(FileMove, EverythingIsKeptAcrossDevices)
+TEST_F(FileMoveBetweenDevices, EverythingIsKept)
 {
-    const TestFolder folder;
-    const TestFolder other(makeFolderOnOtherDevice(folder.path()));
-    if (other.path().isEmpty())
-        GTEST_SKIP() << "there is no second device";
     buildNastyTree(folder / "tree", {.specialFiles = false});
     unlockNastyTree(folder / "tree");
     ASSERT_EQ(::mkfifo(folder / "tree/fifo", 0622), 0);
@@ -99,12 +96,8 @@ TEST(FileMove, EverythingIsKeptAcrossDevices)
     EXPECT_EQ(snapshot(other.path()).size(), expected.size() + 1) << "something temporary is left";
 }
 
-TEST(FileMove, HoleAtTheEndAndShortestFilesKeepTheirLength)
+TEST_F(FileMoveBetweenDevices, HoleAtTheEndAndShortestFilesKeepTheirLength)
 {
-    const TestFolder folder;
-    const TestFolder other(makeFolderOnOtherDevice(folder.path()));
-    if (other.path().isEmpty())
-        GTEST_SKIP() << "there is no second device";
     for (const off_t size : {0, 1, 4096, (1 << 20) + 1, 9 << 20}) {
         writeFile(folder / "file", QByteArray(std::min<off_t>(size, 1 << 20), 'x'));
         ASSERT_EQ(::truncate(folder / "file", size), 0);
@@ -117,12 +110,8 @@ TEST(FileMove, HoleAtTheEndAndShortestFilesKeepTheirLength)
     }
 }
 
-TEST(FileMove, WhatCannotBeCopiedLeavesTheSourceWholeAndNoRemains)
+TEST_F(FileMoveBetweenDevices, WhatCannotBeCopiedLeavesTheSourceWholeAndNoRemains)
 {
-    const TestFolder folder;
-    const TestFolder other(makeFolderOnOtherDevice(folder.path()));
-    if (other.path().isEmpty())
-        GTEST_SKIP() << "there is no second device";
     buildNastyTree(folder / "tree"); // with a socket in it
     unlockNastyTree(folder / "tree");
     const Snapshot before = snapshot(folder / "tree");
@@ -136,13 +125,8 @@ TEST(FileMove, WhatCannotBeCopiedLeavesTheSourceWholeAndNoRemains)
               EXDEV);
 }
 
-TEST(FileMove, SourceThatCannotBeRemovedIsNotDoubled)
+TEST_F(FileMoveBetweenDevices, SourceThatCannotBeRemovedIsNotDoubled)
 {
-    const TestFolder folder;
-    ASSERT_EQ(::chmod(folder.path(), 0755), 0);
-    const TestFolder other(makeFolderOnOtherDevice(folder.path()));
-    if (other.path().isEmpty())
-        GTEST_SKIP() << "there is no second device";
     ASSERT_EQ(::chmod(other.path(), 01777), 0);
     writeFile(folder / "file", "content");
     ASSERT_EQ(::chmod(folder.path(), 0555), 0);
@@ -154,12 +138,8 @@ TEST(FileMove, SourceThatCannotBeRemovedIsNotDoubled)
     EXPECT_EQ(snapshot(other.path()).size(), 1U);
 }
 
-TEST(FileMove, PathsBeyondPathMaxCrossDevices)
+TEST_F(FileMoveBetweenDevices, PathsBeyondPathMaxAreReached)
 {
-    const TestFolder folder;
-    const TestFolder other(makeFolderOnOtherDevice(folder.path()));
-    if (other.path().isEmpty())
-        GTEST_SKIP() << "there is no second device";
     buildDeepChain(folder / "deep", 3'000);
     const auto moved = moveWithoutReplacing(text(folder / "deep"), text(other / "deep"));
     ASSERT_TRUE(moved) << moved.error().reason().toStdString();

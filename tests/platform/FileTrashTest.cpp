@@ -1,7 +1,7 @@
 #include "platform/FileTrash.h"
 
-#include "FileTestSupport.h"
 #include "sandbox/NastyTree.h"
+#include "support/FileTestSupport.h"
 
 #include <QStringList>
 

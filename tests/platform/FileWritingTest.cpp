@@ -1,6 +1,6 @@
 #include "platform/FileWriting.h"
 
-#include "FileTestSupport.h"
+#include "support/FileTestSupport.h"
 
 #include <cerrno>
 
@@ -27,16 +27,6 @@ TEST(FileWriting, ContentIsReplacedAsAWholeAndNotThroughALink)
     EXPECT_EQ(status.st_mode & 07777, 0640U);
     EXPECT_EQ(readFile(folder / "target"), "behind the link");
     EXPECT_EQ(snapshot(folder.path()).size(), 4U);
-}
-
-TEST(FileWriting, RefusedWriteLeavesNothingTemporary)
-{
-    const TestFolder folder;
-    ASSERT_EQ(::mkdir(folder / "folder", 0755), 0);
-    const auto written = writeFileAtomically(text(folder / "folder"), "x", 0600);
-    ASSERT_FALSE(written);
-    EXPECT_EQ(written.error().code, EISDIR);
-    EXPECT_EQ(snapshot(folder.path()).size(), 2U);
 }
 
 TEST(FileWriting, FoldersAreMadeWithParentsAndThroughLinksOnlyIfWanted)

@@ -1,8 +1,8 @@
 #include "platform/Locations.h"
 
 #include "platform/LocationAliases.h"
-
-#include <QTemporaryDir>
+#include "support/FileTestSupport.h"
+#include "support/Variable.h"
 
 #include <set>
 
@@ -11,49 +11,20 @@
 #include <unistd.h>
 
 using namespace brivane;
+using brivane::testing::Variable;
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Sets variables of the environment for one test.
-class LocationsTest : public testing::Test {
-protected:
-    void set(const char* name, const QByteArray& value)
-    {
-        m_before.push_back({name, qEnvironmentVariableIsSet(name), qgetenv(name)});
-        qputenv(name, value);
-    }
-
-    void TearDown() override
-    {
-        for (const Before& before : m_before) {
-            if (before.wasSet)
-                qputenv(before.name, before.value);
-            else
-                qunsetenv(before.name);
-        }
-    }
-
-    QTemporaryDir m_folder;
-
-private:
-    struct Before {
-        const char* name;
-        bool wasSet;
-        QByteArray value;
-    };
-    std::vector<Before> m_before;
-};
-
-mode_t modeOf(const QString& path)
+mode_t modeOf(const QByteArray& path)
 {
     struct stat facts = {};
-    return ::lstat(path.toUtf8().constData(), &facts) == 0 ? facts.st_mode : 0;
+    return ::lstat(path, &facts) == 0 ? facts.st_mode : 0;
 }
 
 } // namespace
 
-TEST_F(LocationsTest, NoPathLeavesTheSandbox)
+TEST(Locations, NoPathLeavesTheSandbox)
 {
     const Locations locations = Locations::insideFolder(u"/box/"_s);
     const std::pair<QString, QString> rows[] = {
@@ -72,12 +43,12 @@ TEST_F(LocationsTest, NoPathLeavesTheSandbox)
     EXPECT_EQ(Locations::asWritten(u"/Users/a"_s).path(u"/bin/ps"), u"/bin/ps");
 }
 
-TEST_F(LocationsTest, AliasesTakeTheLongestWholeComponents)
+TEST(Locations, AliasesTakeTheLongestWholeComponents)
 {
-    set("HOME", "/home/ann/");
-    set("XDG_CACHE_HOME", "/fast/cache");
-    set("XDG_CONFIG_HOME", "relative/is/ignored");
-    set("XDG_DATA_HOME", "");
+    const Variable home("HOME", "/home/ann/");
+    const Variable cache("XDG_CACHE_HOME", "/fast/cache");
+    const Variable configuration("XDG_CONFIG_HOME", "relative/is/ignored");
+    const Variable data("XDG_DATA_HOME", "");
     const Locations locations = Locations::onLinux();
     const std::pair<QString, QString> rows[] = {
         {u"~"_s, u"/home/ann"_s},
@@ -95,7 +66,7 @@ TEST_F(LocationsTest, AliasesTakeTheLongestWholeComponents)
         EXPECT_EQ(locations.path(from), to);
 }
 
-TEST_F(LocationsTest, NoAliasIsListedTwiceOrLeadsToAnother)
+TEST(Locations, NoAliasIsListedTwiceOrLeadsToAnother)
 {
     const AliasBases bases{u"/h"_s, u"/h/.cache"_s, u"/h/.config"_s, u"/h/.local/share"_s};
     const std::vector<ResolvedAlias> aliases = resolvedAliases(bases);
@@ -110,34 +81,35 @@ TEST_F(LocationsTest, NoAliasIsListedTwiceOrLeadsToAnother)
     }
 }
 
-TEST_F(LocationsTest, TemporaryFilesAreNeverOpenToOthers)
+TEST(Locations, TemporaryFilesAreNeverOpenToOthers)
 {
-    const QString wanted = m_folder.path() + u"/brivane"_s;
-    set("XDG_RUNTIME_DIR", m_folder.path().toUtf8());
-
-    EXPECT_EQ(Locations::onLinux().temporaryDirectory(), wanted);
+    const TestFolder folder;
+    const Variable runtime("XDG_RUNTIME_DIR", folder.path());
+    const QByteArray wanted = folder / "brivane";
+    const auto isTaken = [&] { return Locations::onLinux().temporaryDirectory() == text(wanted); };
+    EXPECT_TRUE(isTaken());
     EXPECT_EQ(modeOf(wanted) & 07777, 0700u);
 
-    ASSERT_EQ(::chmod(wanted.toUtf8().constData(), 0777), 0);
-    EXPECT_EQ(Locations::onLinux().temporaryDirectory(), wanted);
+    ASSERT_EQ(::chmod(wanted, 0777), 0);
+    EXPECT_TRUE(isTaken());
     EXPECT_EQ(modeOf(wanted) & 07777, 0700u);
 
-    ASSERT_EQ(::rmdir(wanted.toUtf8().constData()), 0);
-    ASSERT_EQ(::symlink("/tmp", wanted.toUtf8().constData()), 0);
-    EXPECT_NE(Locations::onLinux().temporaryDirectory(), wanted);
+    ASSERT_EQ(::rmdir(wanted), 0);
+    ASSERT_EQ(::symlink("/tmp", wanted), 0);
+    EXPECT_FALSE(isTaken());
 
-    ASSERT_EQ(::chmod(m_folder.path().toUtf8().constData(), 0777), 0); // anyone may rename in it
-    ASSERT_EQ(::unlink(wanted.toUtf8().constData()), 0);
-    EXPECT_NE(Locations::onLinux().temporaryDirectory(), wanted);
+    ASSERT_EQ(::chmod(folder.path(), 0777), 0); // anyone may rename in it
+    ASSERT_EQ(::unlink(wanted), 0);
+    EXPECT_FALSE(isTaken());
 }
 
-TEST_F(LocationsTest, AForeignTemporaryDirectoryIsReplacedByAUniqueOne)
+TEST(Locations, AForeignTemporaryDirectoryIsReplacedByAUniqueOne)
 {
-    const QString wanted = m_folder.path() + u"/temporary"_s;
-    ASSERT_EQ(::symlink("/tmp", wanted.toUtf8().constData()), 0);
-    const Locations locations = Locations::insideFolder(m_folder.path());
+    const TestFolder folder;
+    ASSERT_EQ(::symlink("/tmp", folder / "temporary"), 0);
+    const Locations locations = Locations::insideFolder(text(folder.path()));
     const QString unique = locations.temporaryDirectory();
-    EXPECT_TRUE(unique.startsWith(wanted + u"-"_s)) << qPrintable(unique);
-    EXPECT_EQ(modeOf(unique), mode_t(S_IFDIR | 0700));
+    EXPECT_TRUE(unique.startsWith(text(folder / "temporary-"))) << qPrintable(unique);
+    EXPECT_EQ(modeOf(PathText::toBytes(unique)), mode_t(S_IFDIR | 0700));
     EXPECT_EQ(locations.temporaryDirectory(), unique);
 }

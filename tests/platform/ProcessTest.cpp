@@ -1,13 +1,8 @@
-#include "platform/Process.h"
-
 #include "platform/PathText.h"
 #include "support/ChildProcesses.h"
+#include "support/RecordedProcess.h"
 
 #include <QTemporaryDir>
-
-#include <condition_variable>
-#include <mutex>
-#include <thread>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -20,52 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A process, what it printed, and a wait for its end.
-class Recorded {
-public:
-    Recorded(const QString& executable, const QStringList& arguments)
-        : process(std::make_unique<Process>(executable, arguments))
-    {
-        process->setOutputHandler([this](QByteArrayView bytes) {
-            const std::lock_guard lock(m_mutex);
-            output.append(bytes);
-            m_changed.notify_all();
-        });
-        process->setErrorHandler([this](QByteArrayView bytes) {
-            const std::lock_guard lock(m_mutex);
-            error.append(bytes);
-        });
-        process->setTerminationHandler([this](ProcessEnd how) {
-            const std::lock_guard lock(m_mutex);
-            end = how;
-            m_changed.notify_all();
-        });
-    }
-
-    /// Starts it and waits for its end.
-    [[nodiscard]] bool runs()
-    {
-        process->start();
-        return waits([this] { return end.has_value(); });
-    }
-
-    template<typename Condition>
-    [[nodiscard]] bool waits(Condition condition)
-    {
-        std::unique_lock lock(m_mutex);
-        return m_changed.wait_for(lock, std::chrono::seconds(10), condition);
-    }
-
-    QByteArray output;
-    QByteArray error;
-    std::optional<ProcessEnd> end;
-    std::unique_ptr<Process> process;
-
-private:
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-};
-
 QStringList shell(const QString& line)
 {
     return {u"-c"_s, line};
@@ -77,7 +26,8 @@ const QString sh = u"/bin/sh"_s;
 
 TEST(Process, MuchOutputOnBothPipesNeitherBlocksNorGetsLost)
 {
-    Recorded run(sh, shell(u"head -c 3000000 /dev/zero & head -c 3000000 /dev/zero >&2; wait"_s));
+    RecordedProcess run(
+        sh, shell(u"head -c 3000000 /dev/zero & head -c 3000000 /dev/zero >&2; wait"_s));
     ASSERT_TRUE(run.runs());
     EXPECT_EQ(run.output, QByteArray(3'000'000, '\0'));
     EXPECT_EQ(run.error, QByteArray(3'000'000, '\0'));
@@ -88,7 +38,7 @@ TEST(Process, MuchOutputOnBothPipesNeitherBlocksNorGetsLost)
 TEST(Process, OutputAtTheVeryEndIsNotLost)
 {
     for (int round = 0; round < 50; ++round) {
-        Recorded run(sh, shell(u"printf last; printf words >&2; exit 3"_s));
+        RecordedProcess run(sh, shell(u"printf last; printf words >&2; exit 3"_s));
         ASSERT_TRUE(run.runs());
         ASSERT_EQ(run.output, "last");
         ASSERT_EQ(run.error, "words");
@@ -98,14 +48,14 @@ TEST(Process, OutputAtTheVeryEndIsNotLost)
     QTemporaryDir folder;
     const QString gate = folder.path() + u"/gate"_s;
     ASSERT_EQ(::mkfifo(gate.toUtf8().constData(), 0600), 0);
-    Recorded run(sh, shell(u"(read x < "_s + gate + u"; printf late) & printf early"_s));
+    RecordedProcess run(sh, shell(u"(read x < "_s + gate + u"; printf late) & printf early"_s));
     run.process->start();
     ASSERT_TRUE(run.waits([&] { return run.output == "early"; }));
     EXPECT_FALSE(run.end.has_value());
     const int writer = ::open(gate.toUtf8().constData(), O_WRONLY | O_CLOEXEC);
     ASSERT_GE(writer, 0);
     ::close(writer);
-    ASSERT_TRUE(run.waits([&] { return run.end.has_value(); }));
+    ASSERT_TRUE(run.ends());
     EXPECT_EQ(run.output, "earlylate");
 }
 
@@ -119,7 +69,7 @@ TEST(Process, ArgumentsArriveByteForByte)
         list += PathText::fromBytes(argument);
         expected += argument + '|';
     }
-    Recorded run(sh, list);
+    RecordedProcess run(sh, list);
     ASSERT_TRUE(run.runs());
     EXPECT_EQ(run.output, expected);
 }
@@ -133,7 +83,7 @@ TEST(Process, WhatCannotStartThrowsAndCallsNoHandler)
         {sh, {QString(u"a\0b"_s)}, EINVAL},
     };
     for (const auto& [executable, arguments, errorNumber] : rows) {
-        Recorded run(executable, arguments);
+        RecordedProcess run(executable, arguments);
         try {
             run.process->start();
             ADD_FAILURE() << "started " << qPrintable(executable);
@@ -148,11 +98,11 @@ TEST(Process, WhatCannotStartThrowsAndCallsNoHandler)
 
 TEST(Process, TerminateEndsItAndDoesNotWaitForWhatItLeftBehind)
 {
-    Recorded run(sh, shell(u"sleep 1000 & echo $!; wait"_s));
+    RecordedProcess run(sh, shell(u"sleep 1000 & echo $!; wait"_s));
     run.process->start();
     ASSERT_TRUE(run.waits([&] { return run.output.endsWith('\n'); }));
     run.process->terminate();
-    ASSERT_TRUE(run.waits([&] { return run.end.has_value(); }));
+    ASSERT_TRUE(run.ends());
     EXPECT_EQ(run.end->reason, ProcessEnd::Reason::Signal);
     EXPECT_EQ(run.end->status, SIGTERM);
     run.process->terminate(); // no harm to whoever has the number now
@@ -163,7 +113,7 @@ TEST(Process, DestructionReapsEvenAChildThatIgnoresTheRequest)
 {
     for (const QString& line : {u"echo up; exec sleep 1000"_s,
                                 u"trap '' TERM; echo up; while :; do sleep 0.05; done"_s}) {
-        Recorded run(sh, shell(line));
+        RecordedProcess run(sh, shell(line));
         run.process->start();
         ASSERT_TRUE(run.waits([&] { return run.output.endsWith('\n'); }));
         run.process.reset();
@@ -189,7 +139,7 @@ TEST(Process, NothingLeaksIntoTheChildOrStaysOpenHere)
     ASSERT_GT(inherited, 2);
     const int before = openDescriptors();
     for (int round = 0; round < 20; ++round) {
-        Recorded run(sh, shell(u"ls /proc/self/fd"_s));
+        RecordedProcess run(sh, shell(u"ls /proc/self/fd"_s));
         ASSERT_TRUE(run.runs());
         // The three standard ones, and the one that lists the directory.
         EXPECT_EQ(run.output.split('\n').size() - 1, 4) << run.output.constData();

@@ -3,15 +3,13 @@
 #include "platform/FileDescriptor.h"
 #include "platform/LocationAliases.h"
 #include "platform/PathText.h"
-#include "platform/Process.h"
 #include "sandbox/SandboxMachine.h"
-
-#include <QDeadlineTimer>
-#include <QSemaphore>
+#include "support/AwaitTask.h"
+#include "support/FileTestSupport.h"
+#include "support/RecordedProcess.h"
 
 #include <csignal>
 #include <filesystem>
-#include <thread>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -20,71 +18,16 @@
 #include <unistd.h>
 
 using namespace brivane;
+using namespace brivane::testing;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// A stand-in while it runs. Every wait ends after ten seconds.
-class StandIn {
-public:
-    StandIn(const QString& executable, const QStringList& arguments)
-        : m_process(executable, arguments)
-    {
-        m_process.setOutputHandler([this](QByteArrayView bytes) {
-            m_output.append(bytes);
-            m_hasOutput.release();
-        });
-        m_process.setTerminationHandler([this](ProcessEnd end) {
-            m_end = end;
-            m_hasEnded.release();
-        });
-        m_process.start();
-    }
-
-    void terminate() { m_process.terminate(); }
-    QByteArray waitForOutput()
-    {
-        return m_hasOutput.tryAcquire(1, 10'000) ? m_output : QByteArray();
-    }
-    /// The exit status; -1 when it does not end, or by a signal.
-    int waitForEnd()
-    {
-        const bool isOver = m_hasEnded.tryAcquire(1, 10'000);
-        return isOver && m_end.reason == ProcessEnd::Reason::Exit ? m_end.status : -1;
-    }
-
-private:
-    QByteArray m_output;
-    ProcessEnd m_end;
-    QSemaphore m_hasOutput;
-    QSemaphore m_hasEnded;
-    Process m_process;
-};
-
-QStringList namesIn(const QString& folder)
-{
-    QStringList names;
-    const std::filesystem::path path = PathText::toBytes(folder).toStdString();
-    for (const auto& entry : std::filesystem::directory_iterator(path))
-        names += PathText::fromBytes(QByteArray::fromStdString(entry.path().filename().native()));
-    names.sort();
-    return names;
-}
 
 /// The writing end of a FIFO; not valid when nobody reads from it.
 FileDescriptor openForReader(const QString& fifo)
 {
     constexpr int flags = O_WRONLY | O_NONBLOCK | O_CLOEXEC;
     return FileDescriptor(::open(PathText::toBytes(fifo).constData(), flags));
-}
-
-/// Asks for ten seconds at most. Whether it became true.
-bool comesTrue(const std::function<bool()>& isSo)
-{
-    const QDeadlineTimer deadline(10'000);
-    while (!isSo() && !deadline.hasExpired())
-        std::this_thread::yield();
-    return isSo();
 }
 
 QString copyOf(const QByteArray& program, const QString& place)
@@ -103,18 +46,11 @@ TEST(CompilerStandIn, OnlyACompiledBinaryIsSuccess)
     const QString good = machine.file(u"/good.swift", "int main() { return 42; }\n");
     const QString bad = machine.file(u"/bad.swift", "int main( { return 42; }\n");
     const QString binary = machine.path(u"/it's a \"binary\"");
-    EXPECT_EQ(StandIn(swiftc, {u"-O"_s, u"-o"_s, binary}).waitForEnd(), 2);
-    EXPECT_GT(StandIn(swiftc, {u"-O"_s, u"-o"_s, binary, bad}).waitForEnd(), 0);
+    EXPECT_EQ(statusOf(swiftc, {u"-O"_s, u"-o"_s, binary}), 2);
+    EXPECT_GT(statusOf(swiftc, {u"-O"_s, u"-o"_s, binary, bad}), 0);
     EXPECT_EQ(namesIn(machine.path(u"/")).filter(u"binary"_s).size(), 0);
-    ASSERT_EQ(StandIn(swiftc, {u"-O"_s, u"-o"_s, binary, good}).waitForEnd(), 0);
-    Process made(binary, {});
-    QSemaphore hasEnded;
-    made.setTerminationHandler([&](ProcessEnd end) {
-        EXPECT_EQ(end.status, 42);
-        hasEnded.release();
-    });
-    made.start();
-    EXPECT_TRUE(hasEnded.tryAcquire(1, 10'000));
+    ASSERT_EQ(statusOf(swiftc, {u"-O"_s, u"-o"_s, binary, good}), 0);
+    EXPECT_EQ(statusOf(binary, {}), 42);
 }
 
 TEST(CompilerStandIn, NoPartOfACompilerOutlivesACancelledCompilation)
@@ -124,12 +60,13 @@ TEST(CompilerStandIn, NoPartOfACompilerOutlivesACancelledCompilation)
     const QString fifo = folder + u"/never.h"_s;
     ASSERT_EQ(::mkfifo(PathText::toBytes(fifo).constData(), 0600), 0);
     const QString source = machine.file(u"/compile/source.swift", "#include \"never.h\"\n");
-    StandIn compiler(swiftc, {u"-O"_s, u"-o"_s, folder + u"/binary"_s, source});
+    RecordedProcess compiler(swiftc, {u"-O"_s, u"-o"_s, folder + u"/binary"_s, source});
+    compiler.process->start();
     // The part that reads sources waits for what the FIFO may give as long as it is held open.
     FileDescriptor writing;
-    ASSERT_TRUE(comesTrue([&] { return (writing = openForReader(fifo)).isValid(); }));
-    compiler.terminate();
-    EXPECT_GT(compiler.waitForEnd(), 0);
+    ASSERT_TRUE(waitUntil([&] { return (writing = openForReader(fifo)).isValid(); }));
+    compiler.process->terminate();
+    EXPECT_GT(compiler.status(), 0);
     EXPECT_FALSE(openForReader(fifo).isValid());
     EXPECT_EQ(namesIn(folder), QStringList({u"never.h"_s, u"source.swift"_s}));
 }
@@ -154,12 +91,16 @@ TEST(ScriptStandIn, ACommandThatHearsNoSignalsDoesNotHoldUpTheEnd)
     const QString script = u"do shell script \"exec '"_s + elevate +
                            u"' --reuid 0 --clear-groups /bin/sh -c "
                            u"'echo $$; while sleep 0.01; do echo on; done'\""_s;
-    StandIn running(u"/usr/bin/setpriv"_s,
-                    {u"--reuid"_s, u"65534"_s, u"--clear-groups"_s, osascript, u"-e"_s, script});
-    const int elevated = running.waitForOutput().trimmed().toInt();
-    ASSERT_GT(elevated, 0);
-    running.terminate();
-    EXPECT_EQ(running.waitForEnd(), 128 + SIGTERM);
+    RecordedProcess running(u"/usr/bin/setpriv"_s, {u"--reuid"_s, u"65534"_s, u"--clear-groups"_s,
+                                                    osascript, u"-e"_s, script});
+    running.process->start();
+    int elevated = 0;
+    ASSERT_TRUE(running.waits([&] {
+        elevated = running.output.left(running.output.indexOf('\n')).toInt();
+        return elevated > 0;
+    }));
+    running.process->terminate();
+    EXPECT_EQ(running.status(), 128 + SIGTERM);
     // What it prints to is closed with that, and so it ends.
-    EXPECT_TRUE(comesTrue([&] { return ::kill(elevated, 0) != 0; }));
+    EXPECT_TRUE(waitUntil([&] { return ::kill(elevated, 0) != 0; }));
 }

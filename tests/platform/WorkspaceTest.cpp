@@ -4,13 +4,14 @@
 #include "sandbox/SandboxMachine.h"
 #include "tests/support/AwaitTask.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
 #include <QElapsedTimer>
+#include <QLocalServer>
 #include <QProcess>
 
 #include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 // GIO's headers have names that are Qt's keywords elsewhere; they stand alone here.
 #include <gio/gio.h>
@@ -20,8 +21,6 @@ using namespace brivane;
 using brivane::testing::waitUntil;
 
 namespace {
-
-constexpr auto fileManager = "org.freedesktop.FileManager1";
 
 /// A machine on which folders are opened by a command that records it. One for the whole program,
 /// since GIO looks for its configuration once.
@@ -88,44 +87,31 @@ public:
         m_daemon.waitForFinished(5000);
         qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
     }
-    [[nodiscard]] const char* address() const { return m_address.constData(); }
+    [[nodiscard]] QString address() const { return QString::fromLatin1(m_address); }
 
 private:
     QProcess m_daemon;
     QByteArray m_address;
 };
 
-/// A file manager on that bus. It answers while waitFor() runs.
-class FileManager {
+/// A file manager on that bus. It answers while showed() runs.
+class FileManager : public QDBusVirtualObject {
 public:
     explicit FileManager(const SessionBus& bus)
-        : m_connection(g_dbus_connection_new_for_address_sync(
-              bus.address(),
-              static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                                G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-              nullptr, nullptr, nullptr))
+        : m_connection(QDBusConnection::connectToBus(bus.address(), name()))
     {
-        GDBusNodeInfo* const node = g_dbus_node_info_new_for_xml(
-            "<node><interface name='org.freedesktop.FileManager1'><method name='ShowItems'>"
-            "<arg type='as' direction='in'/><arg type='s' direction='in'/>"
-            "</method></interface></node>",
-            nullptr);
-        static constexpr GDBusInterfaceVTable table = {&FileManager::answer, nullptr, nullptr, {}};
-        g_dbus_connection_register_object(m_connection, "/org/freedesktop/FileManager1",
-                                          node->interfaces[0], &table, this, nullptr, nullptr);
-        g_dbus_node_info_unref(node);
-        g_variant_unref(g_dbus_connection_call_sync(
-            m_connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
-            "RequestName", g_variant_new("(su)", fileManager, 0U), nullptr, G_DBUS_CALL_FLAGS_NONE,
-            -1, nullptr, nullptr));
+        m_connection.registerVirtualObject(u"/org/freedesktop/FileManager1"_s, this);
+        EXPECT_TRUE(m_connection.registerService(name()));
     }
-    FileManager(const FileManager&) = delete;
-    FileManager& operator=(const FileManager&) = delete;
-    ~FileManager()
+    ~FileManager() override { QDBusConnection::disconnectFromBus(name()); }
+
+    bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override
     {
-        g_dbus_connection_close_sync(m_connection, nullptr, nullptr);
-        g_object_unref(m_connection);
+        shown += message.arguments().value(0).toStringList();
+        return connection.send(refuses ? message.createErrorReply(u"org.example.No"_s, u"No"_s)
+                                       : message.createReply());
     }
+    QString introspect(const QString& /*path*/) const override { return {}; }
 
     bool showed(qsizetype items)
     {
@@ -135,26 +121,13 @@ public:
         });
     }
 
-    QByteArrayList shown;
+    QStringList shown;
     bool refuses = false;
 
 private:
-    static void answer(GDBusConnection* /*connection*/, const char* /*sender*/,
-                       const char* /*path*/, const char* /*interface*/, const char* /*method*/,
-                       GVariant* arguments, GDBusMethodInvocation* invocation, gpointer self)
-    {
-        auto& manager = *static_cast<FileManager*>(self);
-        const char** uris = nullptr;
-        g_variant_get(arguments, "(^a&ss)", &uris, nullptr);
-        manager.shown << QByteArrayList(uris, uris + g_strv_length(const_cast<char**>(uris)));
-        g_free(uris);
-        if (manager.refuses)
-            g_dbus_method_invocation_return_dbus_error(invocation, "org.example.No", "No");
-        else
-            g_dbus_method_invocation_return_value(invocation, nullptr);
-    }
+    static QString name() { return u"org.freedesktop.FileManager1"_s; }
 
-    GDBusConnection* m_connection;
+    QDBusConnection m_connection;
 };
 
 } // namespace
@@ -172,8 +145,8 @@ TEST(Workspace, FileManagerIsGivenEveryByteOfThePath)
         }
     }
     EXPECT_EQ(manager.shown,
-              (QByteArrayList{"file:///", "file:///a%20b/50%25%20%231%3F",
-                              "file:///Gr%C3%BC%C3%9Fe/c%0A", "file:///invalid%20%FF%C3"}));
+              QStringList({u"file:///"_s, u"file:///a%20b/50%25%20%231%3F"_s,
+                           u"file:///Gr%C3%BC%C3%9Fe/c%0A"_s, u"file:///invalid%20%FF%C3"_s}));
     EXPECT_EQ(OpeningMachine::opened(), before) << "the folder was opened as well";
 }
 
@@ -202,15 +175,8 @@ TEST(Workspace, FolderIsOpenedWhereNoFileManagerHelps)
 TEST(Workspace, SilentBusHoldsUpNeitherTheCallerNorTheEnd)
 {
     const QByteArray path = PathText::toBytes(OpeningMachine::machine().directory(u"/bus")) + "/s";
-    sockaddr_un address = {};
-    address.sun_family = AF_UNIX;
-    ASSERT_LT(path.size(), static_cast<qsizetype>(sizeof address.sun_path));
-    std::copy(path.begin(), path.end(), address.sun_path);
-    const int silent = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    ASSERT_EQ(::bind(silent, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-    ASSERT_EQ(::listen(silent, 5), 0);
-    const timeval longestWait = {10, 0};
-    ::setsockopt(silent, SOL_SOCKET, SO_RCVTIMEO, &longestWait, sizeof longestWait);
+    QLocalServer silent;
+    ASSERT_TRUE(silent.listen(PathText::fromBytes(path)));
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + path);
     const auto before = OpeningMachine::opened();
 
@@ -219,16 +185,9 @@ TEST(Workspace, SilentBusHoldsUpNeitherTheCallerNorTheEnd)
     auto workspace = Workspace::ofThisMachine();
     workspace->reveal(u"/first"_s);
     workspace->reveal(u"/second"_s);
-    int asked = -1;
-    do
-        asked = ::accept4(silent, nullptr, nullptr, SOCK_CLOEXEC);
-    while (asked < 0 && errno == EINTR); // children of the other tests end
-    EXPECT_GE(asked, 0) << "nobody asked the bus";
+    EXPECT_TRUE(silent.waitForNewConnection(10'000)) << "nobody asked the bus";
     workspace.reset();
     EXPECT_LT(clock.elapsed(), 5000);
     EXPECT_EQ(OpeningMachine::opened(), before);
-    ::close(asked);
-    ::close(silent);
-    ::unlink(path.constData());
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
 }

@@ -5,144 +5,72 @@
 
 namespace brivane::naive {
 
+Texts listed(const std::string& text)
+{
+    Texts all;
+    std::size_t from = 0;
+    for (auto to = text.find(", "); to != std::string::npos; to = text.find(", ", from)) {
+        all.push_back(text.substr(from, to - from));
+        from = to + 2;
+    }
+    all.push_back(text.substr(from));
+    return all;
+}
+
 namespace {
 
-const std::vector<std::string> dangerousExtensions = {"keychain-db", "keychain", "keybag"};
+const Texts dangerousExtensions = listed("keychain-db, keychain, keybag");
 
-const std::vector<std::string> blockedPaths = {"/System",
-                                               "/usr",
-                                               "/bin",
-                                               "/sbin",
-                                               "/private",
-                                               "/private/var",
-                                               "/private/etc",
-                                               "/private/tmp",
-                                               "/cores",
-                                               "/dev",
-                                               "/etc",
-                                               "/tmp",
-                                               "/var",
-                                               "/Volumes",
-                                               "/private/var/db",
-                                               "/private/var/db/SystemPolicyConfiguration",
-                                               "/private/var/db/dslocal",
-                                               "/private/var/db/ConfigurationProfiles",
-                                               "/private/var/folders",
-                                               "/private/var/run",
-                                               "/private/var/log",
-                                               "/private/var/audit",
-                                               "/private/var/protected",
-                                               "/Library/Apple",
-                                               "/Library/Extensions",
-                                               "/Library/Frameworks",
-                                               "/Library/Sandbox",
-                                               "/Library/Security",
-                                               "/Library/SystemProfiler",
-                                               "/Library/CoreMediaIO",
-                                               "/Library/DirectoryServices",
-                                               "/Library/Filesystems",
-                                               "/Library/Keychains",
-                                               "/Library/OpenDirectory",
-                                               "/Library/SystemMigration",
-                                               "/System/Library/CoreServices/boot.efi",
-                                               "/Recovery"};
+const Texts blockedPaths = listed(
+    "/System, /usr, /bin, /sbin, /private, /private/var, /private/etc, /private/tmp, /cores, "
+    "/dev, /etc, /tmp, /var, /Volumes, /private/var/db, "
+    "/private/var/db/SystemPolicyConfiguration, /private/var/db/dslocal, "
+    "/private/var/db/ConfigurationProfiles, /private/var/folders, /private/var/run, "
+    "/private/var/log, /private/var/audit, /private/var/protected, /Library/Apple, "
+    "/Library/Extensions, /Library/Frameworks, /Library/Sandbox, /Library/Security, "
+    "/Library/SystemProfiler, /Library/CoreMediaIO, /Library/DirectoryServices, "
+    "/Library/Filesystems, /Library/Keychains, /Library/OpenDirectory, "
+    "/Library/SystemMigration, /System/Library/CoreServices/boot.efi, /Recovery");
 
-const std::vector<std::string> blockedPrefixes = {"/System/",
-                                                  "/usr/bin/",
-                                                  "/usr/sbin/",
-                                                  "/usr/lib/",
-                                                  "/usr/libexec/",
-                                                  "/usr/share/",
-                                                  "/usr/standalone/",
-                                                  "/bin/",
-                                                  "/sbin/",
-                                                  "/dev/",
-                                                  "/private/var/db/",
-                                                  "/private/var/protected/",
-                                                  "/private/var/audit/",
-                                                  "/Library/Apple/",
-                                                  "/Library/Extensions/",
-                                                  "/Library/Frameworks/",
-                                                  "/Library/Keychains/",
-                                                  "/Library/Security/",
-                                                  "/Library/Sandbox/"};
+const Texts blockedPrefixes = listed(
+    "/System/, /usr/bin/, /usr/sbin/, /usr/lib/, /usr/libexec/, /usr/share/, /usr/standalone/, "
+    "/bin/, /sbin/, /dev/, /private/var/db/, /private/var/protected/, /private/var/audit/, "
+    "/Library/Apple/, /Library/Extensions/, /Library/Frameworks/, /Library/Keychains/, "
+    "/Library/Security/, /Library/Sandbox/");
 
-const std::vector<std::string> homeBlockedPaths = {"Library/Keychains",
-                                                   ".ssh",
-                                                   ".gnupg",
-                                                   ".aws",
-                                                   ".kube",
-                                                   "Library/Accounts",
-                                                   "Library/IdentityServices",
-                                                   "Library/PersonalizationPortrait",
-                                                   "Library/Biome",
-                                                   "Library/DoNotDisturb"};
+const Texts homeBlockedPaths = listed(
+    "Library/Keychains, .ssh, .gnupg, .aws, .kube, Library/Accounts, Library/IdentityServices, "
+    "Library/PersonalizationPortrait, Library/Biome, Library/DoNotDisturb");
 
-const std::vector<std::string> homeWarningPaths = {
-    "Library/Mail",
-    "Library/Messages",
-    "Library/Calendars",
-    "Library/Contacts",
-    "Library/Notes",
-    "Library/Safari",
-    "Library/Cookies",
-    "Library/Preferences",
-    "Library/Containers",
-    "Library/Group Containers",
-    "Library/Saved Application State",
-    "Pictures/Photos Library.photoslibrary",
-    "Library/Photos",
-    "Library/Music",
-    "Music/Music",
-    "Library/Application Support/com.apple.sharedfilelist",
-    "Library/Application Support/AddressBook",
-    "Library/Application Support/iCloud",
-    "Library/Application Support/com.apple.TCC",
-    "Library/Application Support/Knowledge",
-    "Library/Fonts",
-    "Library/LaunchAgents"};
+const Texts homeWarningPaths =
+    listed("Library/Mail, Library/Messages, Library/Calendars, Library/Contacts, Library/Notes, "
+           "Library/Safari, Library/Cookies, Library/Preferences, Library/Containers, "
+           "Library/Group Containers, Library/Saved Application State, "
+           "Pictures/Photos Library.photoslibrary, Library/Photos, Library/Music, Music/Music, "
+           "Library/Application Support/com.apple.sharedfilelist, "
+           "Library/Application Support/AddressBook, Library/Application Support/iCloud, "
+           "Library/Application Support/com.apple.TCC, Library/Application Support/Knowledge, "
+           "Library/Fonts, Library/LaunchAgents");
 
-const std::vector<std::string> cautionPrefixes = {"/Library/Caches/",
-                                                  "/Library/Application Support/",
-                                                  "/Library/Preferences/",
-                                                  "/Library/Fonts/",
-                                                  "/Library/LaunchAgents/",
-                                                  "/Library/LaunchDaemons/",
-                                                  "/Library/PrivilegedHelperTools/",
-                                                  "/Library/Audio/",
-                                                  "/Library/Input Methods/",
-                                                  "/Library/PreferencePanes/",
-                                                  "/Library/Spotlight/",
-                                                  "/Library/QuickLook/",
-                                                  "/Applications/"};
+const Texts cautionPrefixes = listed(
+    "/Library/Caches/, /Library/Application Support/, /Library/Preferences/, /Library/Fonts/, "
+    "/Library/LaunchAgents/, /Library/LaunchDaemons/, /Library/PrivilegedHelperTools/, "
+    "/Library/Audio/, /Library/Input Methods/, /Library/PreferencePanes/, /Library/Spotlight/, "
+    "/Library/QuickLook/, /Applications/");
 
-const std::vector<std::string> cleanerAreas = {"/Library/Caches/",
-                                               "/Library/Logs/",
-                                               "/.Trash/",
-                                               "/Downloads/",
-                                               "/Library/Developer/Xcode/DerivedData/",
-                                               "/Library/Developer/Xcode/Archives/",
-                                               "/Library/Developer/CoreSimulator/Caches/",
-                                               "/Library/Caches/com.apple.dt.Xcode/",
-                                               "/Library/Caches/org.swift.swiftpm/"};
+const Texts cleanerAreas =
+    listed("/Library/Caches/, /Library/Logs/, /.Trash/, /Downloads/, "
+           "/Library/Developer/Xcode/DerivedData/, /Library/Developer/Xcode/Archives/, "
+           "/Library/Developer/CoreSimulator/Caches/, /Library/Caches/com.apple.dt.Xcode/, "
+           "/Library/Caches/org.swift.swiftpm/");
 
-const std::vector<std::string> cleanerFolders = {
-    "/Library/Containers/com.apple.mail/Data/Library/Mail Downloads",
-    "/Library/Containers/com.docker.docker/Data", "/Library/Application Support/MobileSync/Backup"};
-
-bool startsWith(const std::string& text, const std::string& prefix)
-{
-    return text.substr(0, prefix.size()) == prefix;
-}
-
-bool endsWith(const std::string& text, const std::string& suffix)
-{
-    return text.size() >= suffix.size() && text.substr(text.size() - suffix.size()) == suffix;
-}
+const Texts cleanerFolders = listed(
+    "/Library/Containers/com.apple.mail/Data/Library/Mail Downloads, "
+    "/Library/Containers/com.docker.docker/Data, /Library/Application Support/MobileSync/Backup");
 
 bool isOrBelow(const std::string& path, const std::string& folder)
 {
-    return path == folder || startsWith(path, folder + "/");
+    return path == folder || path.starts_with(folder + "/");
 }
 
 std::string replaced(std::string text, const std::string& what, const std::string& by)
@@ -155,9 +83,9 @@ std::string replaced(std::string text, const std::string& what, const std::strin
 /// Empty for what is no absolute path.
 std::string standardized(std::string path, const std::string& home)
 {
-    if (path == "~" || startsWith(path, "~/"))
+    if (path == "~" || path.starts_with("~/"))
         path = home + path.substr(1);
-    if (!startsWith(path, "/"))
+    if (!path.starts_with("/"))
         return "";
     // By rewriting the text until nothing is left to rewrite.
     path = replaced(replaced(path + "/", "//", "/"), "/./", "/");
@@ -193,67 +121,72 @@ std::string extensionOf(const std::string& name)
     return extension;
 }
 
+bool holds(const Texts& list, const std::string& text)
+{
+    return std::ranges::count(list, text) != 0;
+}
+
+/// The first of `folders` that `isAbove`; empty when none is.
+template<typename Condition>
+std::string firstOf(const Texts& folders, Condition isAbove)
+{
+    const auto found = std::ranges::find_if(folders, isAbove);
+    return found == folders.end() ? "" : *found;
+}
+
 Rating rate(const std::string& path, const std::string& home)
 {
-    const std::string name = nameOf(path);
-    const std::string extension = extensionOf(name);
-    if (std::ranges::count(dangerousExtensions, extension) != 0)
+    const std::string name = "'" + nameOf(path) + "'";
+    const std::string extension = extensionOf(nameOf(path));
+    const bool isApp = path.ends_with(".app");
+    const auto begins = [&](const std::string& entry) { return path.starts_with(entry); };
+    if (holds(dangerousExtensions, extension))
         return {"blocked", "This file (" + extension +
                                ") contains encryption keys or passwords. Deleting it will cause "
                                "irreversible data loss."};
-    if (std::ranges::count(blockedPaths, path) != 0)
-        return {"blocked",
-                "'" + name + "' is a system-critical directory. Deleting it will break macOS."};
-    if (endsWith(path, ".app") && startsWith(path, "/System/Applications"))
-        return {"blocked", "'" + name + "' is a system application and cannot be deleted."};
-    if (startsWith(path, "/usr/local/"))
+    if (holds(blockedPaths, path))
+        return {"blocked", name + " is a system-critical directory. Deleting it will break macOS."};
+    if (isApp && begins("/System/Applications"))
+        return {"blocked", name + " is a system application and cannot be deleted."};
+    if (begins("/usr/local/"))
         return {"caution", "Files in /usr/local/ are user-installed (e.g., Homebrew). Deleting "
                            "may break installed tools."};
-    for (const std::string& entry : blockedPrefixes) {
-        if (startsWith(path, entry))
-            return {"blocked", "Files in " + entry +
-                                   " are protected by System Integrity Protection (SIP). They "
-                                   "cannot be deleted."};
-    }
-    if (endsWith(path, ".app") && startsWith(path, "/Applications/"))
-        return {"caution", "'" + name +
-                               "' is an installed application. Uninstall properly to remove all "
-                               "associated data."};
-    if (startsWith(path, home)) {
+    if (const std::string entry = firstOf(blockedPrefixes, begins); !entry.empty())
+        return {"blocked", "Files in " + entry +
+                               " are protected by System Integrity Protection (SIP). They cannot "
+                               "be deleted."};
+    if (isApp && begins("/Applications/"))
+        return {"caution", name + " is an installed application. Uninstall properly to remove all "
+                                  "associated data."};
+    if (begins(home)) {
         const std::string relative = path.size() > home.size() ? path.substr(home.size() + 1) : "";
-        for (const std::string& entry : homeBlockedPaths) {
-            if (isOrBelow(relative, entry))
-                return {"blocked", "'" + entry +
-                                       "' contains security credentials (passwords, keys, "
-                                       "tokens). Deleting it will lock you out of services."};
-        }
-        for (const std::string& entry : homeWarningPaths) {
-            if (isOrBelow(relative, entry))
-                return {"warning", "'" + entry +
-                                       "' contains important user data. Deleting it may cause "
-                                       "data loss. Make a backup first."};
-        }
+        const auto isAbove = [&](const std::string& entry) { return isOrBelow(relative, entry); };
+        if (const std::string entry = firstOf(homeBlockedPaths, isAbove); !entry.empty())
+            return {"blocked", "'" + entry +
+                                   "' contains security credentials (passwords, keys, tokens). "
+                                   "Deleting it will lock you out of services."};
+        if (const std::string entry = firstOf(homeWarningPaths, isAbove); !entry.empty())
+            return {"warning", "'" + entry +
+                                   "' contains important user data. Deleting it may cause data "
+                                   "loss. Make a backup first."};
         const std::string support = "Library/Application Support/";
-        if (startsWith(relative, support)) {
-            std::string rest = relative.substr(support.size());
-            rest = rest.substr(0, rest.find('/'));
-            if (!rest.empty())
-                return {"caution", "Application data for '" + rest +
-                                       "'. Deleting may reset the app or cause data loss."};
+        if (relative.starts_with(support) && relative.size() > support.size()) {
+            const std::string rest = relative.substr(support.size());
+            return {"caution", "Application data for '" + rest.substr(0, rest.find('/')) +
+                                   "'. Deleting may reset the app or cause data loss."};
         }
     }
-    for (const std::string& entry : cautionPrefixes) {
-        if (startsWith(path, entry))
-            return {"caution", "Files in " + entry +
-                                   " may affect system services or applications. Review before "
-                                   "deleting."};
-    }
+    if (const std::string entry = firstOf(cautionPrefixes, begins); !entry.empty())
+        return {"caution", "Files in " + entry +
+                               " may affect system services or applications. Review before "
+                               "deleting."};
     return {"safe", ""};
 }
 
+const Texts levels = listed("safe, caution, warning, blocked");
+
 int gravity(const Rating& rating)
 {
-    const std::vector<std::string> levels = {"safe", "caution", "warning", "blocked"};
     return static_cast<int>(std::ranges::find(levels, rating.level) - levels.begin());
 }
 
@@ -267,7 +200,7 @@ Rating check(const std::string& path, const std::string& home)
     // A disk on which no shorter path exists, and one on which every one does.
     const std::string ownHome = withPrivate(home);
     const Rating kept = rate(withPrivate(plain), ownHome);
-    if (!startsWith(plain, "/private/"))
+    if (!plain.starts_with("/private/"))
         return kept;
     const Rating dropped = rate(withPrivate(plain.substr(8)), ownHome);
     return gravity(dropped) > gravity(kept) ? dropped : kept;
@@ -278,37 +211,26 @@ bool isCleanerSafe(const std::string& path, const std::string& home)
     const std::string plain = standardized(path, home);
     if (plain.empty())
         return false;
-    if (startsWith(plain, "/private/var/folders/"))
-        return true;
-    for (const std::string& area : cleanerAreas) {
-        if (startsWith(plain, home + area))
-            return true;
-    }
-    for (const std::string& folder : cleanerFolders) {
-        if (isOrBelow(plain, home + folder))
-            return true;
-    }
-    const std::string level = check(path, home).level;
-    return level == "safe" || level == "caution";
+    const auto begins = [&](const std::string& area) { return plain.starts_with(home + area); };
+    const auto isAbove = [&](const std::string& area) { return isOrBelow(plain, home + area); };
+    return plain.starts_with("/private/var/folders/") ||
+           std::ranges::any_of(cleanerAreas, begins) ||
+           std::ranges::any_of(cleanerFolders, isAbove) || gravity(check(path, home)) <= 1;
 }
 
-std::vector<std::string> tablePaths(const std::string& home)
+Texts tablePaths(const std::string& home)
 {
-    std::vector<std::string> paths = {"/usr/local", "/System/Applications", "/Applications",
-                                      home + "/Library/Application Support"};
-    for (const auto* table : {&blockedPaths, &blockedPrefixes, &cautionPrefixes}) {
-        for (const std::string& entry : *table)
-            paths.push_back(entry.back() == '/' ? entry.substr(0, entry.size() - 1) : entry);
-    }
-    for (const auto* table : {&homeBlockedPaths, &homeWarningPaths}) {
-        for (const std::string& entry : *table)
-            paths.push_back(home + "/" + entry);
-    }
-    for (const auto* table : {&cleanerAreas, &cleanerFolders}) {
-        for (const std::string& entry : *table)
-            paths.push_back(home +
-                            (entry.back() == '/' ? entry.substr(0, entry.size() - 1) : entry));
-    }
+    Texts paths = {"/usr/local", "/System/Applications", "/Applications",
+                   home + "/Library/Application Support"};
+    const auto add = [&](const std::string& base, const std::vector<const Texts*>& tables) {
+        for (const Texts* table : tables) {
+            for (const std::string& entry : *table)
+                paths.push_back(base + entry.substr(0, entry.size() - (entry.back() == '/')));
+        }
+    };
+    add("", {&blockedPaths, &blockedPrefixes, &cautionPrefixes});
+    add(home + "/", {&homeBlockedPaths, &homeWarningPaths});
+    add(home, {&cleanerAreas, &cleanerFolders});
     return paths;
 }
 

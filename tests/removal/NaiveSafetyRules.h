@@ -7,6 +7,11 @@
 // comes from the code under test; the tables are typed a second time. Paths are UTF-8.
 namespace brivane::naive {
 
+using Texts = std::vector<std::string>;
+
+/// What stands in `text` between ", " and ", ".
+Texts listed(const std::string& text);
+
 struct Rating {
     std::string level; ///< "safe", "caution", "warning" or "blocked"
     std::string text;
@@ -18,6 +23,6 @@ Rating check(const std::string& path, const std::string& home);
 bool isCleanerSafe(const std::string& path, const std::string& home);
 
 /// Every entry of every table as an absolute path, without a slash at its end.
-std::vector<std::string> tablePaths(const std::string& home);
+Texts tablePaths(const std::string& home);
 
 } // namespace brivane::naive

@@ -2,6 +2,7 @@
 
 #include "core/AppSettings.h"
 #include "core/NotificationNames.h"
+#include "platform/FileIdentity.h"
 #include "platform/FileReading.h"
 #include "platform/FileWriting.h"
 #include "platform/Volumes.h"
@@ -59,13 +60,17 @@ public:
         return awaitTask(service->quarantine(paths, QStringLiteral("Test")));
     }
     /// Runs a task without a result to its end.
-    static void await(QCoro::Task<> task)
+    static void await(const QCoro::Task<>& task)
     {
-        const auto counted = [](QCoro::Task<> inner) -> QCoro::Task<int> {
-            co_await inner;
-            co_return 0;
-        };
-        awaitTask(counted(std::move(task)));
+        EXPECT_TRUE(waitUntil([&] { return task.isReady(); }));
+    }
+    /// The candidates for these paths as they are now.
+    static std::vector<QuarantineCandidate> shown(const QStringList& paths)
+    {
+        std::vector<QuarantineCandidate> candidates;
+        for (const QString& path : paths)
+            candidates.push_back({path, *FileIdentity::of(path)});
+        return candidates;
     }
 
     /// The item in quarantine, where there is one.
@@ -111,6 +116,12 @@ inline QByteArray content(const QString& path)
     const Result<QByteArray> bytes = readWholeFile(path);
     return bytes ? *bytes : QByteArray();
 }
+
+/// A test on such a ground, with the service started.
+class QuarantineTest : public ::testing::Test, protected QuarantineGround {
+protected:
+    QuarantineTest() { start(); }
+};
 
 inline QJsonArray QuarantineGround::recorded() const
 {

@@ -11,14 +11,7 @@ using namespace brivane;
 using namespace brivane::testing;
 using namespace Qt::StringLiterals;
 
-namespace {
-
-class QuarantineInterleavingTest : public ::testing::Test, protected QuarantineGround {
-protected:
-    QuarantineInterleavingTest() { start(); }
-};
-
-} // namespace
+using QuarantineInterleavingTest = QuarantineTest;
 
 TEST_F(QuarantineInterleavingTest, TwoOperationsOnOneItemNeverCutThroughEachOther)
 {

@@ -1,5 +1,4 @@
 #include "QuarantineGround.h"
-#include "platform/FileIdentity.h"
 
 #include <QRegularExpression>
 
@@ -12,14 +11,7 @@ using namespace brivane::testing;
 using namespace Qt::StringLiterals;
 using ::testing::ElementsAre;
 
-namespace {
-
-class QuarantineServiceTest : public ::testing::Test, protected QuarantineGround {
-protected:
-    QuarantineServiceTest() { start(); }
-};
-
-} // namespace
+using QuarantineServiceTest = QuarantineTest;
 
 TEST_F(QuarantineServiceTest, AHandOverMovesListsAndRecordsEachPathOnce)
 {
@@ -41,10 +33,8 @@ TEST_F(QuarantineServiceTest, AHandOverMovesListsAndRecordsEachPathOnce)
     const QRegularExpression storedName(u"^[0-9A-F]{8}_same$"_s);
     for (const QuarantineItem& item : items) {
         EXPECT_TRUE(storedName.match(item.quarantinePath.mid(store().size() + 1)).hasMatch());
-        EXPECT_EQ(item.fileName, u"same"_s);
-        EXPECT_EQ(item.categoryName, u"Uninstaller: Weather"_s);
-        EXPECT_EQ(item.quarantineDate, clock->now());
-        EXPECT_EQ(item.purgeDays, 7);
+        EXPECT_EQ(std::tuple(item.fileName, item.categoryName, item.quarantineDate, item.purgeDays),
+                  std::tuple(u"same"_s, u"Uninstaller: Weather"_s, clock->now(), 7));
         EXPECT_FALSE(stands(item.originalPath));
     }
     EXPECT_EQ(items[0].originalPath, first);
@@ -73,23 +63,12 @@ TEST_F(QuarantineServiceTest, WhatWouldBreakTheStoreItselfStaysWhereItIs)
         machine.link(u"/alias", PathText::toBytes(store())); // leads into the store
     const QString homeAlias = machine.link(u"/homes", PathText::toBytes(home).chopped(6));
     ASSERT_TRUE(home.endsWith(u"/robin"_s));
-    const QStringList refused = {
-        u"/"_s,
-        u""_s,
-        u"precious"_s,
-        home,
-        home.chopped(6),
-        machine.folder(),
-        homeAlias + u"/robin"_s,
-        store(),
-        manifest(),
-        stored,
-        alias + stored.mid(store().size()),
-        home + u"//precious"_s,
-        home + u"/../robin/precious"_s,
-        home + u"/./precious"_s,
-        precious + u'/',
-    };
+    QStringList refused = {u"/"_s,           u""_s,           u"precious"_s,   home,
+                           store(),          home.chopped(6), precious + u'/', manifest(),
+                           machine.folder(), stored};
+    refused += {homeAlias + u"/robin"_s, alias + stored.mid(store().size())};
+    for (const QString& spelling : {u"//precious"_s, u"/../robin/precious"_s, u"/./precious"_s})
+        refused += home + spelling;
     EXPECT_EQ(quarantine(refused).movedPaths, QSet<QString>());
     EXPECT_EQ(only().quarantinePath, stored);
     EXPECT_TRUE(stands(stored) && stands(precious) && stands(manifest()));
@@ -130,10 +109,7 @@ TEST_F(QuarantineServiceTest, APathAndItsFolderInOneHandOverBothGoAndCountOnce)
     const QString child = machine.file(u"~/folder/child", SandboxMachine::Size{100});
     machine.file(u"~/folder/other", SandboxMachine::Size{10});
     const QString folder = machine.path(u"~/folder");
-    std::vector<QuarantineCandidate> candidates;
-    for (const QString& path : {child, folder})
-        candidates.push_back({path, *FileIdentity::of(path)});
-    const auto result = awaitTask(service->quarantine(candidates, u"Test"_s));
+    const auto result = awaitTask(service->quarantine(shown({child, folder}), u"Test"_s));
     EXPECT_EQ(result.moved, 2);
     EXPECT_EQ(result.size, 110U);
     EXPECT_EQ(names(), QStringList({u"child"_s, u"folder"_s}));
@@ -144,9 +120,7 @@ TEST_F(QuarantineServiceTest, WhatIsNotTheObjectThatWasShownStays)
     const QString replaced = file(u"~/replaced"_s);
     const QString written = file(u"~/written"_s);
     const QString same = file(u"~/same"_s);
-    std::vector<QuarantineCandidate> candidates;
-    for (const QString& path : {replaced, written, same})
-        candidates.push_back({path, *FileIdentity::of(path)});
+    const auto candidates = shown({replaced, written, same});
     ASSERT_EQ(::rename(PathText::toBytes(replaced), PathText::toBytes(replaced + u".old"_s)), 0);
     file(u"~/replaced"_s, "54321");
     file(u"~/written"_s, "123456");
@@ -200,27 +174,24 @@ TEST_F(QuarantineServiceTest, RestoringNeverReplacesNorGoesThroughALinkThatCameL
 {
     const QString path = file(u"~/folder/file"_s, "old");
     quarantine({path});
-    const auto fails = [&](const QString& reason) {
-        const QString before = only().quarantinePath;
+    const QString stored = only().quarantinePath;
+    const auto failsAt = [&](const QString& place, const QString& reason) {
         EXPECT_FALSE(awaitTask(service->restore(only())));
         EXPECT_TRUE(service->lastResult().startsWith(u"Failed to restore: "_s));
         EXPECT_TRUE(service->lastResult().endsWith(reason)) << service->lastResult().toStdString();
-        EXPECT_EQ(content(before), "old");
+        EXPECT_EQ(content(stored), "old");
+        EXPECT_EQ(std::remove(PathText::toBytes(place)), 0);
     };
     file(u"~/folder/file"_s, "new");
-    fails(u"File exists"_s);
-    EXPECT_EQ(content(path), "new");
-    ASSERT_EQ(::unlink(PathText::toBytes(path)), 0);
+    failsAt(path, u"File exists"_s);
     machine.link(u"~/folder/file", "nowhere");
-    fails(u"File exists"_s);
-    ASSERT_EQ(::unlink(PathText::toBytes(path)), 0);
+    failsAt(path, u"File exists"_s);
     const QString folder = machine.path(u"~/folder");
     ASSERT_EQ(::rmdir(PathText::toBytes(folder)), 0);
     const QString elsewhere = machine.directory(u"/elsewhere");
     machine.link(u"~/folder", PathText::toBytes(elsewhere));
-    fails(u"Not a directory"_s);
+    failsAt(folder, u"Not a directory"_s);
     EXPECT_FALSE(stands(elsewhere + u"/file"_s));
-    ASSERT_EQ(::unlink(PathText::toBytes(folder)), 0);
     EXPECT_TRUE(awaitTask(service->restore(only())));
     EXPECT_EQ(content(path), "old");
 }

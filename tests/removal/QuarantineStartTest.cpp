@@ -7,14 +7,7 @@ using namespace brivane;
 using namespace brivane::testing;
 using namespace Qt::StringLiterals;
 
-namespace {
-
-class QuarantineStartTest : public ::testing::Test, protected QuarantineGround {
-protected:
-    QuarantineStartTest() { start(); }
-};
-
-} // namespace
+using QuarantineStartTest = QuarantineTest;
 
 TEST_F(QuarantineStartTest, AStartListsWhatIsThereWithTheDaysOfTheSettings)
 {

@@ -3,8 +3,7 @@
 #include "NaiveSafetyRules.h"
 #include "platform/Locations.h"
 #include "platform/PathText.h"
-
-#include <QScopeGuard>
+#include "support/Variable.h"
 
 #include <algorithm>
 #include <random>
@@ -12,6 +11,7 @@
 #include <gtest/gtest.h>
 
 using namespace brivane;
+using brivane::testing::Variable;
 using namespace Qt::StringLiterals;
 using Level = SafetyChecker::SafetyLevel;
 using Case = Level::Case;
@@ -21,16 +21,20 @@ namespace {
 const std::string users = "/Users/ann";
 const char* const levelNames[] = {"safe", "caution", "warning", "blocked"};
 
-Level check(const QString& path)
-{
-    static const SafetyChecker checker(Locations::asWritten(u"/Users/ann"_s));
-    return checker.check(path);
-}
+/// What is expected of a path: its level, and whether the cleaner may take it.
+struct Row {
+    QString path;
+    Case level;
+    bool isCleanerSafe;
+};
 
-bool isCleanerSafe(const QString& path)
+void expectRatings(const Locations& locations, std::initializer_list<Row> rows)
 {
-    static const SafetyChecker checker(Locations::asWritten(u"/Users/ann"_s));
-    return checker.isCleanerSafe(path);
+    const SafetyChecker checker(locations);
+    for (const Row& row : rows) {
+        EXPECT_EQ(checker.check(row.path).which, row.level) << qPrintable(row.path);
+        EXPECT_EQ(checker.isCleanerSafe(row.path), row.isCleanerSafe) << qPrintable(row.path);
+    }
 }
 
 void expectAgreement(const SafetyChecker& checker, const std::string& path, const std::string& home)
@@ -40,8 +44,8 @@ void expectAgreement(const SafetyChecker& checker, const std::string& path, cons
     const naive::Rating actual = {levelNames[static_cast<int>(level.which)],
                                   level.text.toStdString()};
     const naive::Rating expected = naive::check(path, home);
-    EXPECT_EQ(actual.level, expected.level) << path << " in " << home;
-    EXPECT_EQ(actual.text, expected.text) << path << " in " << home;
+    EXPECT_TRUE(actual == expected)
+        << path << " in " << home << ": " << actual.level << ", " << actual.text;
     EXPECT_EQ(checker.isCleanerSafe(text), naive::isCleanerSafe(path, home))
         << path << " in " << home;
 }
@@ -54,44 +58,23 @@ std::string otherCase(std::string path)
 }
 
 /// Spellings at and around the boundary of an entry, some of which are other names of the same.
-std::vector<std::string> variants(const std::string& entry)
+naive::Texts variants(const std::string& entry)
 {
     const auto slash = entry.rfind('/');
     const std::string parent = entry.substr(0, slash);
     const std::string name = entry.substr(slash);
-    return {entry,
-            entry + "/",
-            entry + "//",
-            entry + "/.",
-            entry + "glued",
-            entry + ".app",
-            entry + "/Some.app",
-            entry + "/Some.app/Contents",
-            entry + "/below/deeper",
-            entry + "/key.KeyChain",
-            entry + "/.keychain",
-            entry + "/below/..",
-            entry + "/..",
-            entry + "/../glued",
-            otherCase(entry),
-            otherCase(entry) + "/below",
-            "/" + entry,
-            parent + "/." + name,
-            parent + "/" + name,
-            parent + "/x/.." + name + "/below",
-            "/../.." + entry,
-            "/private" + entry,
-            "/private" + entry + "/below",
-            "/private/private" + entry,
-            entry.substr(1),
-            "x/.." + entry,
-            entry.substr(0, entry.size() - 1)};
+    naive::Texts paths = {
+        otherCase(entry),    otherCase(entry) + "/below",        parent + "/." + name,
+        parent + "/" + name, parent + "/x/.." + name + "/below", "/private" + entry + "/below",
+        entry.substr(1),     entry.substr(0, entry.size() - 1)};
+    for (const char* end :
+         {"", "/", "//", "/.", "glued", ".app", "/Some.app", "/Some.app/Contents", "/below/deeper",
+          "/key.KeyChain", "/.keychain", "/below/..", "/..", "/../glued"})
+        paths.push_back(entry + end);
+    for (const char* start : {"/", "/../..", "/private", "/private/private", "x/.."})
+        paths.push_back(start + entry);
+    return paths;
 }
-
-const QString prefixText =
-    u" are protected by System Integrity Protection (SIP). They cannot be deleted."_s;
-const QString cautionText =
-    u" may affect system services or applications. Review before deleting."_s;
 
 } // namespace
 
@@ -100,7 +83,7 @@ TEST(SafetyChecker, NoEntryOfNoTableIsReadDifferentlyAtItsBoundaries)
     // One home as on most machines, one behind "/private", one that is no folder of a folder.
     for (const std::string home : {"/Users/ann", "/var/root", "/tmp/machine/home", "/ann"}) {
         const SafetyChecker checker(Locations::asWritten(QString::fromStdString(home)));
-        std::vector<std::string> entries = naive::tablePaths(home);
+        naive::Texts entries = naive::tablePaths(home);
         entries.insert(entries.end(), {home, home + "ie/.ssh", home + "X.ssh", "~/.ssh"});
         for (const std::string& entry : entries) {
             for (const std::string& path : variants(entry))
@@ -111,34 +94,17 @@ TEST(SafetyChecker, NoEntryOfNoTableIsReadDifferentlyAtItsBoundaries)
 
 TEST(SafetyChecker, NoRandomPathIsReadDifferently)
 {
-    std::vector<std::string> components = {".",
-                                           "..",
-                                           "",
-                                           "x",
-                                           "Some.app",
-                                           "a.keychain-db",
-                                           "b.KEYBAG",
-                                           "local",
-                                           "Applications",
-                                           "folders",
-                                           "Downloads",
-                                           ".Trash",
-                                           "Logs",
-                                           "private",
-                                           "var",
-                                           "tmp",
-                                           "usr",
-                                           "~",
-                                           "Volumes",
-                                           "\xC3\xA9t\xC3\xA9"};
-    std::vector<std::string> starts = naive::tablePaths(users);
+    naive::Texts components = naive::listed(
+        "., .., , x, Some.app, a.keychain-db, b.KEYBAG, local, Applications, folders, "
+        "Downloads, .Trash, Logs, private, var, tmp, usr, ~, Volumes, \xC3\xA9t\xC3\xA9");
+    naive::Texts starts = naive::tablePaths(users);
     for (const std::string& path : starts)
         components.push_back(path.substr(path.rfind('/') + 1));
     starts.insert(starts.end(), {"", "/", "~", "/private", users, users + "/Library", "relative"});
 
     const SafetyChecker checker(Locations::asWritten(QString::fromStdString(users)));
     std::mt19937 random(20260101);
-    const auto pick = [&](const std::vector<std::string>& list) {
+    const auto pick = [&](const naive::Texts& list) {
         return list[std::uniform_int_distribution<std::size_t>(0, list.size() - 1)(random)];
     };
     for (int i = 0; i < 10'000; ++i) {
@@ -149,73 +115,29 @@ TEST(SafetyChecker, NoRandomPathIsReadDifferently)
     }
 }
 
-TEST(SafetyChecker, TheUserReadsTheTextOfTheRuleThatCameFirst)
-{
-    const std::tuple<QString, Case, QString> rows[] = {
-        {u"~/.ssh/id_rsa"_s, Case::blocked,
-         u"'.ssh' contains security credentials (passwords, keys, tokens). Deleting it will lock "
-         u"you out of services."_s},
-        {u"~/Library/Caches/x.KEYCHAIN"_s, Case::blocked,
-         u"This file (keychain) contains encryption keys or passwords. Deleting it will cause "
-         u"irreversible data loss."_s},
-        {u"/var"_s, Case::blocked,
-         u"'var' is a system-critical directory. Deleting it will break macOS."_s},
-        {u"/etc/hosts"_s, Case::safe, {}},
-        {u"/System/Applications/Mail.app"_s, Case::blocked,
-         u"'Mail.app' is a system application and cannot be deleted."_s},
-        {u"/Applications/Some.app"_s, Case::caution,
-         u"'Some.app' is an installed application. Uninstall properly to remove all associated "
-         u"data."_s},
-        {u"/Applications/Some.app/Contents"_s, Case::caution,
-         u"Files in /Applications/"_s + cautionText},
-        {u"/Applications"_s, Case::safe, {}},
-        {u"/usr/local/bin/tool"_s, Case::caution,
-         u"Files in /usr/local/ are user-installed (e.g., Homebrew). Deleting may break installed "
-         u"tools."_s},
-        {u"/usr/lib/libc.dylib"_s, Case::blocked, u"Files in /usr/lib/"_s + prefixText},
-        {u"~/Library/Application Support/Some/deep/file"_s, Case::caution,
-         u"Application data for 'Some'. Deleting may reset the app or cause data loss."_s},
-        {u"~/Library/Application Support/AddressBook"_s, Case::warning,
-         u"'Library/Application Support/AddressBook' contains important user data. Deleting it "
-         u"may cause data loss. Make a backup first."_s},
-        {u"~/Library/Application Support"_s, Case::safe, {}},
-        {u"~/Library/Caches/file"_s, Case::safe, {}},
-        {u"/Library/Caches/file"_s, Case::caution, u"Files in /Library/Caches/"_s + cautionText},
-        {u"/Users/annie/.ssh"_s, Case::safe, {}},
-    };
-    for (const auto& [path, which, text] : rows)
-        EXPECT_EQ(check(path), (Level{which, text})) << qPrintable(path);
-}
-
 TEST(SafetyChecker, TheGateOpensForTheAreasOfTheCleanerAndNothingBesideThem)
 {
-    const std::pair<QString, bool> rows[] = {
-        {u"~/Downloads/file"_s, true},
-        {u"~/Downloads"_s, true},
-        {u"~/Library/Caches/x.keychain"_s, true},
-        {u"/private/var/folders/ab/x.keychain"_s, true},
-        {u"/var/folders/ab/x.keychain"_s, false},
-        {u"~/Library/Containers/com.docker.docker/Data"_s, true},
-        {u"~/Library/Containers/com.docker.docker/Data/vms"_s, true},
-        {u"~/Library/Containers/com.docker.docker/Database"_s, false},
-        {u"~/Library/Containers/com.docker.docker"_s, false},
-        {u"~/Library/Caches/../Mail"_s, false},
-        {u"~/Downloads/../.ssh/id"_s, false},
-        {u"~root/Downloads/file"_s, false},
-        {u"Library/Caches/file"_s, false},
-    };
-    for (const auto& [path, expected] : rows)
-        EXPECT_EQ(isCleanerSafe(path), expected) << qPrintable(path);
-}
-
-TEST(SafetyChecker, WhatNamesNoPlaceIsNeverPassed)
-{
     const QString cutOff = u"/Users/ann/Movies"_s + QChar(u'\0') + u"/x"_s;
-    for (const QString& path : {QString(), u"."_s, u".."_s, u"./"_s, u"System"_s, u"x/../.."_s,
-                                u"~root"_s, u" /System"_s, cutOff}) {
-        EXPECT_EQ(check(path).which, Case::blocked) << qPrintable(path);
-        EXPECT_FALSE(isCleanerSafe(path)) << qPrintable(path);
-    }
+    expectRatings(Locations::asWritten(u"/Users/ann"_s),
+                  {
+                      {u"~/Downloads/file"_s, Case::safe, true},
+                      {u"~/Library/Caches/x.keychain"_s, Case::blocked, true},
+                      {u"/private/var/folders/ab/x.keychain"_s, Case::blocked, true},
+                      {u"/var/folders/ab/x.keychain"_s, Case::blocked, false},
+                      {u"~/Library/Containers/com.docker.docker/Data/vms"_s, Case::warning, true},
+                      {u"~/Library/Containers/com.docker.docker/Database"_s, Case::warning, false},
+                      {u"~/Library/Caches/../Mail"_s, Case::warning, false},
+                      {u"~/Downloads/../.ssh/id"_s, Case::blocked, false},
+                      {u"~root/Downloads/file"_s, Case::blocked, false},
+                      {u"Library/Caches/file"_s, Case::blocked, false},
+                      // What names no place.
+                      {QString(), Case::blocked, false},
+                      {u"."_s, Case::blocked, false},
+                      {u"x/../.."_s, Case::blocked, false},
+                      {u"~root"_s, Case::blocked, false},
+                      {u" /System"_s, Case::blocked, false},
+                      {cutOff, Case::blocked, false},
+                  });
 }
 
 TEST(SafetyChecker, BytesSpelledOneByOneAreTheTextThatTheyMake)
@@ -231,8 +153,7 @@ TEST(SafetyChecker, BytesSpelledOneByOneAreTheTextThatTheyMake)
 TEST(SafetyChecker, AMachineInAFolderIsAsProtectedAsARealOne)
 {
     const Locations machine = Locations::insideFolder(u"/tmp/machine"_s);
-    const SafetyChecker checker(machine);
-    const std::tuple<QString, Case, bool> rows[] = {
+    const Row rows[] = {
         {u"/System/Library"_s, Case::blocked, false},
         {u"/var"_s, Case::blocked, false},
         {u"/Applications/Some.app"_s, Case::caution, true},
@@ -242,36 +163,27 @@ TEST(SafetyChecker, AMachineInAFolderIsAsProtectedAsARealOne)
         {u"~/Library/Caches/x.keychain"_s, Case::blocked, true},
         {u"~/Movies"_s, Case::safe, true},
     };
-    for (const auto& [path, which, isSafe] : rows) {
+    for (const auto& [path, level, isSafe] : rows) {
         const QString place = machine.path(path);
         ASSERT_TRUE(place.startsWith(u"/tmp/machine/"_s));
-        EXPECT_EQ(checker.check(place).which, which) << qPrintable(place);
-        EXPECT_EQ(checker.check(u"/private"_s + place).which, which) << qPrintable(place);
-        EXPECT_EQ(checker.isCleanerSafe(place), isSafe) << qPrintable(place);
+        expectRatings(machine, {{place, level, isSafe}});
+        EXPECT_EQ(SafetyChecker(machine).check(u"/private"_s + place).which, level);
     }
-    EXPECT_EQ(checker.check(u"/System/Library"_s).which, Case::blocked);
+    expectRatings(machine, {{u"/System/Library"_s, Case::blocked, false}});
 }
 
 TEST(SafetyChecker, UserDataIsProtectedWhereADesktopKeepsIt)
 {
-    const QByteArray home = qgetenv("HOME");
-    const QByteArray config = qgetenv("XDG_CONFIG_HOME");
-    const auto restore = qScopeGuard([&] {
-        qputenv("HOME", home);
-        config.isNull() ? qunsetenv("XDG_CONFIG_HOME") : qputenv("XDG_CONFIG_HOME", config);
-    });
-    qputenv("HOME", "/home/ann");
-    qputenv("XDG_CONFIG_HOME", "/home/ann/settings");
-    const SafetyChecker checker(Locations::onLinux());
-    const std::pair<QString, Case> rows[] = {
-        {u"/home/ann/settings"_s, Case::warning},
-        {u"/home/ann/settings/app/file"_s, Case::warning},
-        {u"/home/ann/settingsx"_s, Case::safe},
-        {u"/home/ann/Library/Preferences/file"_s, Case::warning},
-        {u"/home/ann/.ssh/id"_s, Case::blocked},
-        {u"/home/ann/Movies"_s, Case::safe},
-        {u"/media/ann"_s, Case::blocked},
-    };
-    for (const auto& [path, which] : rows)
-        EXPECT_EQ(checker.check(path).which, which) << qPrintable(path);
+    const Variable home("HOME", "/home/ann");
+    const Variable config("XDG_CONFIG_HOME", "/home/ann/settings");
+    expectRatings(Locations::onLinux(),
+                  {
+                      {u"/home/ann/settings"_s, Case::warning, false},
+                      {u"/home/ann/settings/app/file"_s, Case::warning, false},
+                      {u"/home/ann/settingsx"_s, Case::safe, true},
+                      {u"/home/ann/Library/Preferences/file"_s, Case::warning, false},
+                      {u"/home/ann/.ssh/id"_s, Case::blocked, false},
+                      {u"/home/ann/Movies"_s, Case::safe, true},
+                      {u"/media/ann"_s, Case::blocked, false},
+                  });
 }

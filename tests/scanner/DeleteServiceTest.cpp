@@ -1,12 +1,12 @@
 #include "scanner/DeleteService.h"
 
-#include "core/Log.h"
 #include "core/NotificationNames.h"
 #include "platform/PathText.h"
 #include "platform/Volumes.h"
 #include "sandbox/SandboxMachine.h"
-#include "scanner/FileTree.h"
+#include "scanner/FileNodes.h"
 #include "support/AwaitTask.h"
+#include "support/FileTestSupport.h"
 #include "support/RecordingFileSystem.h"
 
 #include <QCoreApplication>
@@ -15,7 +15,6 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace brivane;
@@ -42,16 +41,21 @@ protected:
     FileNodePtr file(const char* name)
     {
         m_machine.file(QString(u"/data/"_s + QLatin1StringView(name)), QByteArray("12345"));
-        FileNode* node = m_tree->make(name, false, 5);
-        m_tree->attach(node, m_tree->root());
-        return node->shared();
+        return addFile(m_tree->root(), name, 5)->shared();
     }
 
-    static bool stands(const FileNodePtr& node)
+    /// The same, staged one after the other.
+    std::vector<FileNodePtr> staged(std::initializer_list<const char*> names)
     {
-        struct stat facts = {};
-        return ::lstat(node->pathBytes().constData(), &facts) == 0;
+        std::vector<FileNodePtr> nodes;
+        for (const char* name : names) {
+            nodes.push_back(file(name));
+            m_service->stageForDeletion(nodes.back());
+        }
+        return nodes;
     }
+
+    static bool stands(const FileNodePtr& node) { return brivane::stands(node->pathBytes()); }
 
     DeleteService::Outcome execute() { return awaitTask(m_service->executeDeletion()); }
 
@@ -69,12 +73,9 @@ protected:
 TEST_F(DeleteServiceTest, OnlyWhatMayGoIsStagedAndOnlyOnce)
 {
     const auto home = FileTree::create(PathText::toBytes(m_machine.locations().home()));
-    FileNode* const keys = home->make(".ssh", true, 0);
-    home->attach(keys, home->root());
-    FileNode* const library = home->make("Library", true, 0);
-    home->attach(library, home->root());
-    FileNode* const mail = home->make("Mail", true, 700);
-    home->attach(mail, library);
+    FileNode* const keys = addFolder(home->root(), ".ssh");
+    FileNode* const mail = addFolder(addFolder(home->root(), "Library"), "Mail");
+    FileTree::addSize(mail, 700);
     const FileNodePtr movie = file("movie");
 
     const LogCapture log;
@@ -87,13 +88,11 @@ TEST_F(DeleteServiceTest, OnlyWhatMayGoIsStagedAndOnlyOnce)
     EXPECT_FALSE(keys->markedForDeletion());
     EXPECT_TRUE(movie->markedForDeletion());
 
-    QStringList lines;
-    for (const LogLine& line : log.lines())
-        lines += u"%1 %2 %3"_s.arg(line.category).arg(static_cast<int>(line.level)).arg(line.text);
-    EXPECT_THAT(lines,
-                ElementsAre(u"delete 1 Blocked deletion of protected path: "_s + keys->path(),
-                            u"delete 0 Staged for deletion: Mail (700 B)"_s,
-                            u"delete 0 Staged for deletion: movie (5 B)"_s));
+    EXPECT_EQ(static_cast<int>(log.lines().front().level), 1);
+    EXPECT_THAT(linesOf(log),
+                ElementsAre(u"delete: Blocked deletion of protected path: "_s + keys->path(),
+                            u"delete: Staged for deletion: Mail (700 B)"_s,
+                            u"delete: Staged for deletion: movie (5 B)"_s));
 
     m_service->unstage(mail->shared());
     m_service->unstage(keys->shared());
@@ -107,11 +106,8 @@ TEST_F(DeleteServiceTest, OnlyWhatMayGoIsStagedAndOnlyOnce)
 
 TEST_F(DeleteServiceTest, WhatFailsStaysListedAndMarkedAndTheOthersGo)
 {
-    const FileNodePtr first = file("first");
-    const FileNodePtr stubborn = file("stubborn");
-    const FileNodePtr last = file("last");
-    for (const FileNodePtr& node : {first, stubborn, last})
-        m_service->stageForDeletion(node);
+    const auto nodes = staged({"first", "stubborn", "last"});
+    const FileNodePtr& stubborn = nodes[1];
     m_fileSystem.hasNoTrash = true;
     m_fileSystem.cannotRemove = stubborn->path();
 
@@ -120,7 +116,7 @@ TEST_F(DeleteServiceTest, WhatFailsStaysListedAndMarkedAndTheOthersGo)
     EXPECT_THAT(outcome.failedPaths, ElementsAre(stubborn->path()));
     EXPECT_THAT(m_service->pendingItems(), ElementsAre(stubborn));
     EXPECT_TRUE(stubborn->markedForDeletion());
-    EXPECT_FALSE(stands(first) || stands(last));
+    EXPECT_FALSE(stands(nodes[0]) || stands(nodes[2]));
     EXPECT_EQ(m_posts, 1);
 
     m_fileSystem.clearCalls();
@@ -131,7 +127,7 @@ TEST_F(DeleteServiceTest, WhatFailsStaysListedAndMarkedAndTheOthersGo)
 
 TEST_F(DeleteServiceTest, NothingIsRemovedForGoodWhereTheTrashTakesIt)
 {
-    m_service->stageForDeletion(file("movie"));
+    staged({"movie"});
     EXPECT_EQ(execute().removedCount, 1);
     EXPECT_THAT(m_fileSystem.calls(), ElementsAre(u"trash movie"_s));
     EXPECT_TRUE(QFile::exists(m_fileSystem.trash + u"/movie"_s));
@@ -141,30 +137,26 @@ TEST_F(DeleteServiceTest, NothingIsRemovedForGoodWhereTheTrashTakesIt)
 
 TEST_F(DeleteServiceTest, WhatTookThePlaceOfAStagedObjectIsLeftAlone)
 {
-    const FileNodePtr trigger = file("trigger");
-    const FileNodePtr replaced = file("replaced");
-    const FileNodePtr written = file("written");
-    const FileNodePtr linked = file("linked");
+    const auto nodes = staged({"trigger", "replaced", "written", "linked"});
+    const FileNodePtr& linked = nodes[3];
     const FileNodePtr precious = file("precious");
-    for (const FileNodePtr& node : {trigger, replaced, written, linked})
-        m_service->stageForDeletion(node);
     m_fileSystem.hasNoTrash = true;
     m_fileSystem.before = [&](FileOperation, const QString& path) {
-        if (path != trigger->path())
+        if (path != nodes[0]->path())
             return;
-        const QByteArray place = replaced->pathBytes();
-        ASSERT_EQ(::rename(place.constData(), (place + ".old").constData()), 0);
+        const QByteArray place = nodes[1]->pathBytes();
+        ASSERT_EQ(::rename(place, place + ".old"), 0);
         m_machine.file(u"/data/replaced"_s, QByteArray("54321"));
         m_machine.file(u"/data/written"_s, QByteArray("123456"));
-        ASSERT_EQ(::unlink(linked->pathBytes().constData()), 0);
-        ASSERT_EQ(::symlink(precious->pathBytes().constData(), linked->pathBytes().constData()), 0);
+        ASSERT_EQ(::unlink(linked->pathBytes()), 0);
+        ASSERT_EQ(::symlink(precious->pathBytes(), linked->pathBytes()), 0);
     };
 
     const DeleteService::Outcome outcome = execute();
     EXPECT_EQ(outcome.removedCount, 1);
-    EXPECT_THAT(m_service->pendingItems(), ElementsAre(replaced, written, linked));
+    EXPECT_THAT(m_service->pendingItems(), ElementsAre(nodes[1], nodes[2], linked));
     EXPECT_EQ(outcome.failedPaths.size(), 3);
-    for (const FileNodePtr& node : {replaced, written, linked, precious})
+    for (const FileNodePtr& node : {nodes[1], nodes[2], linked, precious})
         EXPECT_TRUE(stands(node)) << node->path().toStdString();
 }
 
@@ -172,10 +164,8 @@ TEST_F(DeleteServiceTest, AFolderGoesAlthoughItChangedByTheLossOfAStagedChild)
 {
     m_machine.file(u"/data/folder/child"_s, QByteArray("x"));
     m_machine.file(u"/data/folder/other"_s, QByteArray("x"));
-    FileNode* const folder = m_tree->make("folder", true, 2);
-    m_tree->attach(folder, m_tree->root());
-    FileNode* const child = m_tree->make("child", false, 1);
-    m_tree->attach(child, folder);
+    FileNode* const folder = addFolder(m_tree->root(), "folder");
+    FileNode* const child = addFile(folder, "child", 1);
     m_service->stageForDeletion(child->shared());
     m_service->stageForDeletion(folder->shared());
     EXPECT_EQ(execute().removedCount, 2);
@@ -184,11 +174,7 @@ TEST_F(DeleteServiceTest, AFolderGoesAlthoughItChangedByTheLossOfAStagedChild)
 
 TEST_F(DeleteServiceTest, TheScreenGoesOnWhileTheDiskIsSlow)
 {
-    const FileNodePtr slow = file("slow");
-    const FileNodePtr after = file("after");
-    const FileNodePtr late = file("late");
-    m_service->stageForDeletion(slow);
-    m_service->stageForDeletion(after);
+    staged({"slow", "after"});
     QSemaphore disk;
     m_fileSystem.before = [&](FileOperation, const QString&) {
         EXPECT_TRUE(disk.tryAcquire(1, 10'000));
@@ -196,7 +182,7 @@ TEST_F(DeleteServiceTest, TheScreenGoesOnWhileTheDiskIsSlow)
 
     auto task = m_service->executeDeletion();
     EXPECT_EQ(execute().removedCount, 0) << "one at a time";
-    m_service->stageForDeletion(late);
+    const FileNodePtr late = staged({"late"})[0];
     disk.release(2);
     const DeleteService::Outcome outcome = awaitTask(std::move(task));
     EXPECT_NE(m_fileSystem.thread(), QCoreApplication::instance()->thread());
@@ -208,10 +194,7 @@ TEST_F(DeleteServiceTest, TheScreenGoesOnWhileTheDiskIsSlow)
 TEST_F(DeleteServiceTest, WhatIsNoLongerPendingIsNoLongerRemoved)
 {
     for (const bool destroys : {false, true}) {
-        const FileNodePtr first = file(destroys ? "first again" : "first");
-        const FileNodePtr second = file(destroys ? "second again" : "second");
-        m_service->stageForDeletion(first);
-        m_service->stageForDeletion(second);
+        const auto nodes = destroys ? staged({"third", "fourth"}) : staged({"first", "second"});
         QSemaphore started;
         QSemaphore disk;
         m_fileSystem.before = [&](FileOperation, const QString&) {
@@ -225,8 +208,8 @@ TEST_F(DeleteServiceTest, WhatIsNoLongerPendingIsNoLongerRemoved)
         if (destroys)
             m_service.reset();
         EXPECT_EQ(awaitTask(std::move(task)).removedCount, 1);
-        EXPECT_FALSE(stands(first));
-        EXPECT_TRUE(stands(second));
+        EXPECT_FALSE(stands(nodes[0]));
+        EXPECT_TRUE(stands(nodes[1]));
         EXPECT_EQ(m_posts, destroys ? 2 : 1);
     }
 }

@@ -1,26 +1,26 @@
 #include "scanner/DiskScanner.h"
 
-#include "core/Log.h"
 #include "platform/Clock.h"
 #include "platform/PathText.h"
-#include "sandbox/NastyTree.h"
 #include "sandbox/SandboxMachine.h"
-#include "scanner/FileTree.h"
+#include "scanner/FileNodes.h"
 #include "scanner/ScanResult.h"
+#include "support/FileTestSupport.h"
+
+#include <QElapsedTimer>
 
 #include <chrono>
 #include <map>
 #include <thread>
 
-#include <fts.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 using namespace brivane;
+using namespace brivane::testing;
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
-using ScanError = DiskScanner::ScanError;
 
 namespace {
 
@@ -44,56 +44,29 @@ private:
     mutable std::chrono::nanoseconds m_now{0};
 };
 
-struct Expected {
-    std::uint64_t size = 0;
-    std::int64_t files = 0;
-    std::vector<QByteArray> children; ///< in walk order
-};
-
 /// What the tree below `path` has to be, worked out over the paths that fts gives.
-std::map<QByteArray, Expected> naiveTree(const QByteArray& path)
+FactsByPath naiveFacts(const QByteArray& path)
 {
-    std::map<QByteArray, Expected> tree;
-    QByteArray start = path;
-    char* paths[] = {start.data(), nullptr};
-    FTS* fts = ::fts_open(paths, FTS_NOCHDIR | FTS_PHYSICAL | FTS_XDEV, nullptr);
-    while (const FTSENT* entry = ::fts_read(fts)) {
-        const QByteArray entryPath = entry->fts_path;
+    FactsByPath tree;
+    forEachByFts(path, FTS_XDEV, [&](const FTSENT& entry) {
+        const QByteArray entryPath = entry.fts_path;
         const QByteArray parent = entryPath.left(entryPath.lastIndexOf('/'));
-        const bool isLeaf = entry->fts_info == FTS_F || entry->fts_info == FTS_SL;
-        if (isLeaf || (entry->fts_info == FTS_D && entry->fts_level > 0))
+        const bool isLeaf = entry.fts_info == FTS_F || entry.fts_info == FTS_SL;
+        if (!isLeaf && entry.fts_info != FTS_D)
+            return;
+        tree[entryPath].isDirectory = !isLeaf;
+        if (entry.fts_level > 0)
             tree[parent].children.push_back(entryPath);
-        if (entry->fts_info == FTS_D)
-            tree[entryPath];
-        if (!isLeaf)
-            continue;
-        for (QByteArray up = parent; up.size() >= path.size(); up.truncate(up.lastIndexOf('/'))) {
-            tree[up].size += static_cast<std::uint64_t>(entry->fts_statp->st_size);
-            tree[up].files += 1;
+        for (QByteArray up = entryPath; isLeaf && up.size() >= path.size();
+             up.truncate(up.lastIndexOf('/'))) {
+            tree[up].size += static_cast<std::uint64_t>(entry.fts_statp->st_size);
+            tree[up].files += up == entryPath ? 0 : 1;
         }
-    }
-    ::fts_close(fts);
+    });
+    for (auto& [folder, facts] : tree)
+        std::ranges::stable_sort(facts.children, std::greater(),
+                                 [&](const QByteArray& child) { return tree[child].size; });
     return tree;
-}
-
-void expectTree(const FileNode& node, const std::map<QByteArray, Expected>& tree,
-                std::map<QByteArray, std::uint64_t>& sizes)
-{
-    sizes[node.pathBytes()] = node.size();
-    if (!node.isDirectory())
-        return;
-    const Expected& expected = tree.at(node.pathBytes());
-    EXPECT_EQ(node.size(), expected.size) << node.pathBytes().data();
-    EXPECT_EQ(node.fileCount(), expected.files) << node.pathBytes().data();
-    std::vector<QByteArray> children;
-    for (const FileNode* child : node.children()) {
-        expectTree(*child, tree, sizes);
-        children.push_back(child->pathBytes());
-    }
-    std::vector<QByteArray> ordered = expected.children;
-    std::ranges::stable_sort(ordered, std::greater(),
-                             [&](const auto& path) { return sizes[path]; });
-    EXPECT_EQ(children, ordered);
 }
 
 std::uint64_t sumOfFiles(const FileNode& node)
@@ -116,6 +89,17 @@ void fill(const SandboxMachine& machine, const QString& folder, int width, int d
     }
 }
 
+/// The text with which a scan fails; empty when it does not.
+QString failure(DiskScanner& scanner, const QString& path, const DiskScanner::Progress& report = {})
+{
+    try {
+        scanner.scan(path, report);
+    } catch (const DiskScanner::ScanError& error) {
+        return error.errorDescription();
+    }
+    return {};
+}
+
 } // namespace
 
 TEST(DiskScanner, TheTreeIsWhatFtsSaysOnTheNastyTree)
@@ -125,8 +109,7 @@ TEST(DiskScanner, TheTreeIsWhatFtsSaysOnTheNastyTree)
     buildNastyTree(path, {.levels = 100});
     SteppingClock clock;
     const FileNodePtr root = DiskScanner(clock).scan(PathText::fromBytes(path));
-    std::map<QByteArray, std::uint64_t> sizes;
-    expectTree(*root, naiveTree(path), sizes);
+    EXPECT_EQ(differenceOf(factsOf(root.get()), naiveFacts(path)), "");
     EXPECT_TRUE(root->isSorted());
 }
 
@@ -173,8 +156,8 @@ TEST(DiskScanner, CountsAsTheScreensShowIt)
     machine.directory(u"/empty"_s);
     machine.file(u"/linked/target"_s, SandboxMachine::Size{100});
     machine.link(u"/linked/dangling"_s, "nowhere");
-    ASSERT_EQ(::link(PathText::toBytes(machine.path(u"/linked/target")).constData(),
-                     PathText::toBytes(machine.path(u"/linked/second")).constData()),
+    ASSERT_EQ(::link(PathText::toBytes(machine.path(u"/linked/target")),
+                     PathText::toBytes(machine.path(u"/linked/second"))),
               0);
     struct {
         QString path;
@@ -192,10 +175,9 @@ TEST(DiskScanner, CountsAsTheScreensShowIt)
         ScanProgress last;
         const FileNodePtr root = DiskScanner(clock).scan(
             machine.path(row.path), [&](const ScanProgress& progress) { last = progress; });
-        EXPECT_EQ(last.filesScanned, row.scanned) << qPrintable(row.path);
-        EXPECT_EQ(last.bytesProcessed, row.processed) << qPrintable(row.path);
-        EXPECT_EQ(root->fileCount(), row.files) << qPrintable(row.path);
-        EXPECT_EQ(root->size(), row.size) << qPrintable(row.path);
+        EXPECT_EQ(std::pair(last.filesScanned, last.bytesProcessed),
+                  std::pair(row.scanned, row.processed));
+        EXPECT_EQ(std::pair(root->fileCount(), root->size()), std::pair(row.files, row.size));
     }
 }
 
@@ -205,34 +187,23 @@ TEST(DiskScanner, ACancelEndsARunningAndAPausedWalkAndKeepsWhatWasFound)
     fill(machine, u"/data"_s, 4, 4);
     SteppingClock clock(10ms);
     DiskScanner scanner(clock);
-    for (const bool pausedFirst : {false, true}) {
+    for (const bool isPausedFirst : {false, true}) {
         FileNodePtr partial;
-        std::thread canceller;
-        std::chrono::steady_clock::time_point asked;
+        QElapsedTimer time;
+        std::jthread canceller;
         const auto report = [&](const ScanProgress& progress) {
             if (partial)
                 return;
             partial = progress.partialTree;
-            if (!pausedFirst)
+            time.start();
+            if (!isPausedFirst)
                 return scanner.cancel();
             scanner.pause();
-            canceller = std::thread([&] {
-                asked = std::chrono::steady_clock::now();
-                scanner.cancel();
-            });
+            canceller = std::jthread([&] { scanner.cancel(); });
         };
-        try {
-            scanner.scan(machine.path(u"/data"), report);
-            ADD_FAILURE() << "the walk went on";
-        } catch (const ScanError& error) {
-            EXPECT_EQ(error.which(), ScanError::Case::cancelled);
-            EXPECT_EQ(error.errorDescription(), u"Scan was cancelled.");
-        }
-        if (canceller.joinable()) {
-            canceller.join();
-            // Far above what is promised, so that a busy machine does not fail it.
-            EXPECT_LT(std::chrono::steady_clock::now() - asked, 2s);
-        }
+        EXPECT_EQ(failure(scanner, machine.path(u"/data"), report), u"Scan was cancelled.");
+        // Far above what is promised, so that a busy machine does not fail it.
+        EXPECT_LT(time.elapsed(), 2000);
         ASSERT_TRUE(partial);
         EXPECT_GT(partial->size(), 0U);
         EXPECT_EQ(partial->size(), sumOfFiles(*partial));
@@ -244,25 +215,19 @@ TEST(DiskScanner, ACancelEndsARunningAndAPausedWalkAndKeepsWhatWasFound)
 
 TEST(DiskScanner, DepthWidthAndNamesHaveNoLimitOfOurs)
 {
-    // In memory where there is such a place: file systems on disks take long to make many files.
-    if (::access("/dev/shm", W_OK) == 0)
-        ::setenv("TMPDIR", "/dev/shm", 1);
-    const SandboxMachine machine = SandboxMachine::temporary();
-    ::unsetenv("TMPDIR");
-    const QByteArray data = PathText::toBytes(machine.directory(u"/data"_s));
+    const TestFolder folder(makeSpaciousFolder());
+    const QByteArray& data = folder.path();
     buildDeepChain(data + "/chain", 10'000);
     buildFlatFolder(data + "/flat", 1'000'000);
     const QByteArray name = "\n\xFF\xE2\x80\xAE" + QByteArray(250, 'n');
-    machine.file(u"/data/"_s + PathText::fromBytes(name), SandboxMachine::Size{12});
+    writeFile(folder / name, "");
     SteppingClock clock(1ms);
     const FileNodePtr root = DiskScanner(clock).scan(PathText::fromBytes(data));
     EXPECT_EQ(root->fileCount(), 1'000'002);
-    std::map<std::string_view, FileNode*> children;
-    for (FileNode* child : root->children())
-        children[child->nameBytes()] = child;
-    EXPECT_EQ(children.at("flat")->childCount(), 1'000'000U);
-    EXPECT_EQ(children.at({name.constData(), 255})->pathBytes(), data + '/' + name);
-    FileNode* deepest = children.at("chain");
+    const FileNode* flat = childOf(*root, "flat");
+    EXPECT_EQ(flat->childCount(), 1'000'000U);
+    EXPECT_EQ(childOf(*root, name.toStdString())->pathBytes(), data + '/' + name);
+    FileNode* deepest = childOf(*root, "chain");
     while (deepest->isDirectory())
         deepest = deepest->children().front();
     EXPECT_EQ(deepest->nameBytes(), "bottom");
@@ -270,7 +235,7 @@ TEST(DiskScanner, DepthWidthAndNamesHaveNoLimitOfOurs)
     // What a node costs beyond its name.
     const FileTree& tree = root->tree();
     std::size_t names = 0;
-    for (const FileNode* child : children.at("flat")->children())
+    for (const FileNode* child : flat->children())
         names += child->nameBytes().size();
     EXPECT_LT(tree.memoryUse() - names, tree.nodeCount() * 64);
 }
@@ -283,14 +248,9 @@ TEST(DiskScanner, PathsThatCannotBeWalkedSayWhy)
         {u"/not/there"_s, u"Failed to open /not/there for scanning: No such file or directory"_s},
         {u"/a\0b"_s, u"Invalid path: /a\0b"_s},
     };
-    for (const auto& [path, text] : rows) {
-        try {
-            DiskScanner(clock).scan(path);
-            ADD_FAILURE();
-        } catch (const ScanError& error) {
-            EXPECT_EQ(error.errorDescription(), text);
-        }
-    }
+    DiskScanner scanner(clock);
+    for (const auto& [path, text] : rows)
+        EXPECT_EQ(failure(scanner, path), text);
 }
 
 TEST(DiskScanner, UnreadableFoldersAreKeptWithTheirReasonAndMarkWhatIsAboveThem)
@@ -303,11 +263,7 @@ TEST(DiskScanner, UnreadableFoldersAreKeptWithTheirReasonAndMarkWhatIsAboveThem)
     SteppingClock clock;
     const FileNodePtr root = DiskScanner(clock).scan(machine.path(u"/data"));
     FileTree& tree = root->tree();
-    FileNode* outer = nullptr;
-    for (FileNode* child : root->children()) {
-        if (child->nameBytes() == "outer")
-            outer = child;
-    }
+    FileNode* outer = childOf(*root, "outer");
     ASSERT_TRUE(outer);
     FileNode* locked = outer->children().front();
     if (::geteuid() == 0) {
@@ -317,9 +273,7 @@ TEST(DiskScanner, UnreadableFoldersAreKeptWithTheirReasonAndMarkWhatIsAboveThem)
     ASSERT_EQ(tree.issueCount(), 1U);
     EXPECT_EQ(tree.issues().front().path, locked->pathBytes());
     EXPECT_EQ(tree.issues().front().error, EACCES);
-    EXPECT_TRUE(locked->isUnreadable());
-    EXPECT_TRUE(root->isIncomplete() && outer->isIncomplete());
-    EXPECT_FALSE(outer->isUnreadable());
+    EXPECT_TRUE(locked->isUnreadable() && !outer->isUnreadable() && root->isIncomplete());
     for (const FileNode* child : root->children())
         EXPECT_EQ(child->isIncomplete(), child == outer);
     machine.setMode(u"/data/outer/locked"_s, 0755);
@@ -333,15 +287,13 @@ TEST(DiskScanner, LogsWhatItDid)
     SteppingClock clock;
     const QString path = machine.path(u"/data");
     DiskScanner(clock).scan(path);
-    QStringList lines;
-    for (const LogLine& line : capture.lines())
-        lines += line.category + u": "_s + line.text;
-    ASSERT_EQ(lines.size(), 5);
-    EXPECT_EQ(lines[0], u"scanner: Scan started: "_s + path);
-    EXPECT_EQ(lines[1], u"scanner: Scan complete: 3 files, 1.50 KB, 0.0s");
-    EXPECT_EQ(lines[2], u"performance: Scan rate: 3000 files/s");
-    EXPECT_EQ(lines[3], u"performance: NodeMap capacity: 500000, entries: 1");
-    EXPECT_TRUE(lines[4].startsWith(u"performance: Memory: ") && lines[4].endsWith(u" MB"));
+    QStringList lines = linesOf(capture);
+    const QString memory = lines.takeLast();
+    EXPECT_EQ(lines, QStringList({u"scanner: Scan started: "_s + path,
+                                  u"scanner: Scan complete: 3 files, 1.50 KB, 0.0s"_s,
+                                  u"performance: Scan rate: 3000 files/s"_s,
+                                  u"performance: NodeMap capacity: 500000, entries: 1"_s}));
+    EXPECT_TRUE(memory.startsWith(u"performance: Memory: ") && memory.endsWith(u" MB"));
 }
 
 TEST(ScanResult, DurationsReadAsPeopleSayThem)

@@ -1,7 +1,7 @@
 #include "scanner/FolderModel.h"
 
 #include "scanner/FileNodeRef.h"
-#include "scanner/FileTree.h"
+#include "scanner/FileNodes.h"
 #include "support/AwaitTask.h"
 
 #include <QAbstractItemModelTester>
@@ -16,12 +16,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-FileNode* add(FileTree& tree, FileNode* parent, const QByteArray& name, std::uint64_t size,
-              bool isDirectory = false)
+/// A file that counts in all folders above it.
+FileNode* add(FileNode* parent, const QByteArray& name, std::uint64_t size)
 {
-    FileNode* node =
-        tree.make({name.constData(), static_cast<std::size_t>(name.size())}, isDirectory, size);
-    tree.attach(node, parent);
+    FileNode* node = addFile(parent, name.toStdString(), size);
     FileTree::addSize(parent, size);
     return node;
 }
@@ -44,15 +42,15 @@ TEST(FolderModel, FollowsAGrowingFolderWithoutAReset)
                                           QAbstractItemModelTester::FailureReportingMode::Fatal);
     model.setDirectory(tree->root()->shared());
     const QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
-    FileNode* small = add(*tree, tree->root(), "small", 1);
-    add(*tree, tree->root(), "empty", 0);
+    FileNode* small = add(tree->root(), "small", 1);
+    add(tree->root(), "empty", 0);
     model.refresh();
     EXPECT_EQ(sizesOf(model), std::vector<std::uint64_t>({1}));
 
     model.follow(FileNodeRef(small->shared()));
     const QPersistentModelIndex kept = model.index(0);
-    add(*tree, tree->root(), "big", 100);
-    add(*tree, tree->root(), "middle", 50);
+    add(tree->root(), "big", 100);
+    add(tree->root(), "middle", 50);
     model.refresh();
     EXPECT_EQ(sizesOf(model), std::vector<std::uint64_t>({100, 50, 1}));
     EXPECT_EQ(kept.row(), 2); // what was picked is followed
@@ -71,8 +69,8 @@ TEST(FolderModel, FollowsAGrowingFolderWithoutAReset)
 TEST(FolderModel, AFolderThatCouldNotBeReadIsShownAlthoughItsSizeIsZero)
 {
     const auto tree = FileTree::create("/x");
-    FileNode* locked = add(*tree, tree->root(), "locked", 0, true);
-    add(*tree, tree->root(), "empty", 0, true);
+    FileNode* locked = addFolder(tree->root(), "locked");
+    addFolder(tree->root(), "empty");
     tree->addIssue(locked, true, {"/x/locked", EACCES});
     FolderModel model;
     model.setDirectory(tree->root()->shared());
@@ -85,11 +83,11 @@ TEST(FolderModel, AFolderThatCouldNotBeReadIsShownAlthoughItsSizeIsZero)
 TEST(FolderModel, ALargeFolderIsSortedElsewhereAndALatePictureNeverShowsInAnotherFolder)
 {
     const auto tree = FileTree::create("/x");
-    FileNode* large = add(*tree, tree->root(), "large", 0, true);
+    FileNode* large = addFolder(tree->root(), "large");
     for (std::uint64_t i = 1; i <= 50'000; ++i)
-        add(*tree, large, QByteArray::number(static_cast<qulonglong>(i)), i);
-    FileNode* other = add(*tree, tree->root(), "other", 0, true);
-    add(*tree, other, "only", 7);
+        add(large, QByteArray::number(static_cast<qulonglong>(i)), i);
+    FileNode* other = addFolder(tree->root(), "other");
+    add(other, "only", 7);
 
     FolderModel model;
     model.setDirectory(large->shared());
@@ -99,7 +97,7 @@ TEST(FolderModel, ALargeFolderIsSortedElsewhereAndALatePictureNeverShowsInAnothe
     EXPECT_EQ(model.nodeAt(49'999)->size(), 1U);
 
     for (const std::uint64_t late : {50'001U, 50'002U}) {
-        add(*tree, large, "late", late);
+        add(large, "late", late);
         model.refresh(); // the second time with the first picture made, but not shown
         QThreadPool::globalInstance()->waitForDone();
     }
@@ -117,7 +115,7 @@ TEST(FolderModel, NamesThatAreNoTextAreShownSafely)
     const auto tree = FileTree::create("/x");
     const QByteArray odd = QByteArray(100, 'n') + "\n\xFF\xE2\x80\xAE" + QByteArray(150, 'n');
     ASSERT_EQ(odd.size(), 255);
-    add(*tree, tree->root(), odd, 1);
+    add(tree->root(), odd, 1);
     FolderModel model;
     model.setDirectory(tree->root()->shared());
     const QString shown = model.data(model.index(0), FolderModel::NameRole).toString();

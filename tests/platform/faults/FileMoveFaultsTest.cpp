@@ -1,7 +1,7 @@
-#include "FileTestSupport.h"
 #include "platform/FileMove.h"
 #include "platform/FileRemoval.h"
 #include "sandbox/NastyTree.h"
+#include "support/FileTestSupport.h"
 #include "support/faults/SystemCallFaults.h"
 
 #include <cerrno>
@@ -34,14 +34,12 @@ int plausibleError(const char* call)
     return EIO;
 }
 
+using FileMoveFaultsBetweenDevices = TwoDevices;
+
 } // namespace
 
-TEST(FileMoveFaults, AnyFailingCallBetweenDevicesLeavesTheTreeWholeInOnePlace)
+TEST_F(FileMoveFaultsBetweenDevices, AnyFailingCallBetweenDevicesLeavesTheTreeWholeInOnePlace)
 {
-    const TestFolder folder;
-    const TestFolder other(makeFolderOnOtherDevice(folder.path()));
-    if (other.path().isEmpty())
-        GTEST_SKIP() << "there is no second device";
     const QByteArray from = folder / "from";
     const QByteArray to = other / "to";
     Snapshot expected;
@@ -109,12 +107,8 @@ TEST(FileMoveFaults, FileSystemWithoutExclusiveRenameStillReplacesNothing)
     EXPECT_TRUE(stands(folder / "folder"));
 }
 
-TEST(FileMoveFaults, WhatChangesWhileItIsCopiedIsNotLost)
+TEST_F(FileMoveFaultsBetweenDevices, WhatChangesWhileItIsCopiedIsNotLost)
 {
-    const TestFolder folder;
-    const TestFolder other(makeFolderOnOtherDevice(folder.path()));
-    if (other.path().isEmpty())
-        GTEST_SKIP() << "there is no second device";
     int calls = 1;
     for (int n = 0; n < calls && !testing::Test::HasFailure(); ++n) {
         ASSERT_EQ(::mkdir(other / "from", 0755), 0);

@@ -1,6 +1,6 @@
-#include "FileTestSupport.h"
 #include "platform/FileRemoval.h"
 #include "sandbox/NastyTree.h"
+#include "support/FileTestSupport.h"
 #include "support/faults/SystemCallFaults.h"
 
 #include <cerrno>
@@ -89,6 +89,7 @@ int countCalls(Ground& ground)
         EXPECT_EQ(removeTree(text(ground.tree())).removed, before);
         calls = faults.calls();
     }
+    EXPECT_TRUE(ground.outsideIsWhole());
     EXPECT_GT(calls, int(before));
     return calls;
 }

@@ -1,5 +1,5 @@
-#include "FileTestSupport.h"
 #include "platform/FileWriting.h"
+#include "support/FileTestSupport.h"
 #include "support/faults/SystemCallFaults.h"
 
 #include <cerrno>

@@ -8,7 +8,6 @@
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
-#include <unistd.h>
 
 using namespace brivane;
 using namespace brivane::testing;
@@ -17,27 +16,20 @@ namespace {
 
 /// Runs `body` in a process of its own, with an event loop: this one has no threads, so that it can
 /// be copied. How that process ended.
-int statusOfChild(const std::function<void()>& body)
+int statusOf(const std::function<void()>& body)
 {
-    std::fflush(nullptr);
-    const pid_t child = ::fork();
-    if (child == 0) {
+    return statusOfChild([&] {
         int argumentCount = 1;
         char name[] = "child";
         char* arguments[] = {name, nullptr};
         const QCoreApplication application(argumentCount, arguments);
         body();
-        std::fflush(nullptr);
-        ::_exit(::testing::Test::HasFailure() ? 1 : 0);
-    }
-    int status = 0;
-    EXPECT_EQ(::waitpid(child, &status, 0), child);
-    return status;
+    });
 }
 
 bool passes(const std::function<void()>& body)
 {
-    const int status = statusOfChild(body);
+    const int status = statusOf(body);
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
@@ -45,7 +37,7 @@ bool passes(const std::function<void()>& body)
 /// is after the one before. Whether it came that far.
 bool isKilled(const std::function<void()>& deed, int last)
 {
-    const int status = statusOfChild([&] {
+    const int status = statusOf([&] {
         int changes = 0;
         const SystemCallFaults faults([&](const SystemCall& call) {
             if (call.changesFiles && changes++ == last)

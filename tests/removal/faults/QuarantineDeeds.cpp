@@ -1,7 +1,5 @@
 #include "QuarantineDeeds.h"
 
-#include <QDir>
-
 #include <gtest/gtest.h>
 
 namespace brivane::testing {
@@ -98,14 +96,12 @@ bool WatchedGround::isAtItsPlace(const QString& path) const
 
 QStringList WatchedGround::mismatches() const
 {
-    const QStringList entries = QDir(store()).entryList(QDir::AllEntries | QDir::Hidden |
-                                                        QDir::System | QDir::NoDotAndDotDot);
-    QSet<QString> there(entries.begin(), entries.end());
-    there.remove(u".manifest.json"_s);
+    QStringList there = stands(store()) ? namesIn(store()) : QStringList();
+    there.removeOne(u".manifest.json"_s);
     QStringList wrong;
     for (const QuarantineItem& item : service->items()) {
         const QString name = PathText::lastComponent(item.quarantinePath);
-        if (!there.remove(name))
+        if (!there.removeOne(name))
             wrong += u"missing "_s + name;
     }
     for (const QString& name : there)

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "FileTestSupport.h"
 #include "QuarantineGround.h"
+#include "support/FileTestSupport.h"
 
 #include <map>
 #include <vector>

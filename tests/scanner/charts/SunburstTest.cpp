@@ -1,4 +1,4 @@
-#include "scanner/FileTree.h"
+#include "scanner/FileNodes.h"
 #include "scanner/charts/SunburstFrame.h"
 
 #include <cmath>
@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 using namespace brivane;
+using namespace brivane::testing;
 
 namespace {
 
@@ -53,14 +54,10 @@ std::shared_ptr<FileTree> randomTree(std::mt19937& random)
     for (int depth = 0; depth < 3; ++depth) {
         std::vector<FileNode*> next;
         for (FileNode* parent : level) {
-            for (auto count = random() % 8; count > 0; --count) {
-                const bool isDirectory = random() % 2 == 0;
-                const std::uint64_t size = (1U << random() % 20) / 2;
-                FileNode* node = tree->make("n", isDirectory, isDirectory ? 0 : size);
-                tree->attach(node, parent);
-                if (isDirectory)
-                    next.push_back(node);
-            }
+            for (auto count = random() % 4; count > 0; --count)
+                next.push_back(addFolder(parent, "n"));
+            for (auto count = random() % 4; count > 0; --count)
+                addFile(parent, "n", (1U << random() % 20) / 2);
         }
         level = std::move(next);
     }

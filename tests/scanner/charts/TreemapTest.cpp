@@ -1,6 +1,6 @@
 #include "scanner/charts/Treemap.h"
 
-#include "scanner/FileTree.h"
+#include "scanner/FileNodes.h"
 #include "scanner/charts/TreemapBlock.h"
 
 #include <cmath>
@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 
 using namespace brivane;
+using namespace brivane::testing;
 
 namespace {
 
@@ -28,7 +29,7 @@ std::shared_ptr<FileTree> directoryOf(const Sizes& sizes)
 {
     auto tree = FileTree::create("/shown");
     for (const std::uint64_t size : sizes)
-        tree->attach(tree->make("child", false, size), tree->root());
+        addFile(tree->root(), "child", size);
     return tree;
 }
 
@@ -186,8 +187,8 @@ TEST(Treemap, EdgesOfTheLayout)
     EXPECT_EQ(computeTreemap(itemsOf({1}), square).front(), square);
     EXPECT_EQ(computeTreemap(itemsOf({3, 1}), square).front(), QRectF(10, 20, 75, 100));
     EXPECT_EQ(computeTreemap(itemsOf({3, 1}), {0, 0, 99, 100}).front(), QRectF(0, 0, 99, 75));
-    EXPECT_THAT(computeTreemap(itemsOf({3, 1}), {0, 0, 0, 100}), testing::Each(QRectF()));
-    EXPECT_THAT(computeTreemap(itemsOf({0, 0}), square), testing::Each(QRectF()));
+    EXPECT_THAT(computeTreemap(itemsOf({3, 1}), {0, 0, 0, 100}), ::testing::Each(QRectF()));
+    EXPECT_THAT(computeTreemap(itemsOf({0, 0}), square), ::testing::Each(QRectF()));
     EXPECT_TRUE(computeTreemap({}, square).empty());
 }
 
@@ -212,7 +213,7 @@ TEST(TreemapBlock, LabelsThatJustDoNotFitAreSmaller)
     for (const auto& [width, height, name, symbol, sizeText] : rows) {
         const BlockLabel label = blockLabel({7, 7, width, height});
         EXPECT_THAT((std::array{label.nameSize, label.symbolSize, label.sizeTextSize}),
-                    testing::ElementsAre(name, symbol, sizeText));
+                    ::testing::ElementsAre(name, symbol, sizeText));
     }
 }
 

@@ -1,5 +1,6 @@
 #include "scanner/privileged/PrivilegedMachine.h"
 
+#include <filesystem>
 #include <fstream>
 
 using namespace brivane;

@@ -1,23 +1,19 @@
 #pragma once
 
-#include "core/Log.h"
 #include "platform/DefaultFileSystem.h"
 #include "platform/FileDescriptor.h"
 #include "platform/Host.h"
 #include "platform/LocationAliases.h"
 #include "platform/PathText.h"
-#include "platform/Process.h"
 #include "platform/Volumes.h"
 #include "sandbox/SandboxMachine.h"
-#include "scanner/FileTree.h"
+#include "scanner/FileNodes.h"
 #include "scanner/privileged/AdminHelperScript.h"
 #include "scanner/privileged/PrivilegedScanner.h"
 #include "support/AwaitTask.h"
 #include "support/ChildProcesses.h"
-
-#include <QSemaphore>
-
-#include <filesystem>
+#include "support/FileTestSupport.h"
+#include "support/RecordedProcess.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -59,11 +55,13 @@ protected:
         m_machine.setMode(command, 0755);
     }
 
-    /// A stand-in that answers as it is told, in place of the script.
-    [[nodiscard]] SandboxCommand useAnswers(const QString& command) const
+    /// A stand-in that answers as it is told from now on, in place of the script.
+    SandboxCommand useAnswers(const QString& command) const
     {
-        ::unlink(PathText::toBytes(m_machine.path(command)).constData());
-        return m_machine.command(command);
+        ::unlink(PathText::toBytes(m_machine.path(command)));
+        SandboxCommand standIn = m_machine.command(command);
+        standIn.forgetAnswers();
+        return standIn;
     }
 
     FileNodePtr scan(const QString& path, const FileNodePtr& existingRoot = {})
@@ -71,8 +69,8 @@ protected:
         return awaitTask(m_scanner->scanAsAdmin(path, existingRoot));
     }
 
-    /// The error by which a scan fails; its text, or the empty string when there is none.
-    QString failure(QCoro::Task<FileNodePtr> task)
+    /// The text of the error by which a scan fails; empty when there is none.
+    static QString failure(QCoro::Task<FileNodePtr> task)
     {
         try {
             awaitTask(std::move(task));
@@ -84,14 +82,7 @@ protected:
 
     [[nodiscard]] QString temporary() const { return m_machine.locations().temporaryDirectory(); }
 
-    [[nodiscard]] QStringList temporaryFiles() const
-    {
-        QStringList names;
-        const std::filesystem::path folder = PathText::toBytes(temporary()).toStdString();
-        for (const auto& entry : std::filesystem::directory_iterator(folder))
-            names += PathText::fromBytes(QByteArray::fromStdString(entry.path().filename()));
-        return names;
-    }
+    [[nodiscard]] QStringList temporaryFiles() const { return namesIn(temporary()); }
 
     /// The helper, compiled by the real stand-in for the compiler.
     static QByteArray helper()
@@ -100,15 +91,9 @@ protected:
         static const QString binary = [] {
             const QString source = machine.file(u"/helper.swift", AdminHelperScript::sourceText());
             const QString made = machine.path(u"/helper");
-            QSemaphore isDone;
-            Process compiler(libexecDirectory() + QStringLiteral("/swiftc"),
-                             {QStringLiteral("-O"), QStringLiteral("-o"), made, source});
-            compiler.setTerminationHandler([&](ProcessEnd end) {
-                EXPECT_TRUE(end.isSuccess());
-                isDone.release();
-            });
-            compiler.start();
-            EXPECT_TRUE(isDone.tryAcquire(1, 60'000));
+            EXPECT_EQ(statusOf(libexecDirectory() + QStringLiteral("/swiftc"),
+                               {QStringLiteral("-O"), QStringLiteral("-o"), made, source}),
+                      0);
             return made;
         }();
         return PathText::toBytes(binary);

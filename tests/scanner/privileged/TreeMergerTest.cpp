@@ -30,6 +30,9 @@ struct Line {
     std::uint64_t size;
 };
 
+/// The paths of a tree with their sizes, in its order.
+using Listing = std::vector<std::pair<std::string, std::uint64_t>>;
+
 /// The merge by a map of paths, rule for rule.
 class NaiveTree {
 public:
@@ -41,11 +44,11 @@ public:
     };
 
     NaiveTree(const std::string& rootPath, const std::vector<Line>& existing)
-        : m_root(make({rootPath}))
+        : m_root(make({rootPath, true}))
     {
         m_byPath[rootPath] = m_root;
         for (const Line& line : existing) {
-            Node* node = make({line.path, line.isDirectory, line.size});
+            Node* node = make(line);
             m_byPath[line.path] = node;
             m_byPath[line.parentPath]->children.push_back(node);
         }
@@ -55,10 +58,10 @@ public:
     {
         if (m_byPath.contains(line.path))
             return;
-        Node* node = make({line.path, line.isDirectory, line.size});
+        Node* node = make(line);
         if (!m_byPath.contains(line.parentPath)) {
-            Node* placeholder = make({line.parentPath});
             const Line above(line.parentPath, true);
+            Node* placeholder = make(above);
             const auto grandparent = m_byPath.find(above.parentPath);
             if (grandparent != m_byPath.end() && grandparent->second->isDirectory)
                 grandparent->second->children.push_back(placeholder);
@@ -72,30 +75,29 @@ public:
     }
 
     /// Sums and sorts, and gives all paths with sizes in the order of the tree.
-    std::vector<std::pair<std::string, std::uint64_t>> finish() { return finish(*m_root); }
+    Listing finish() const { return finish(*m_root); }
 
     std::int64_t taken = 0;
 
 private:
-    Node* make(const Node& node)
+    Node* make(const Line& line)
     {
+        const Node node{line.path, line.isDirectory, line.isDirectory ? 0 : line.size};
         return m_nodes.emplace_back(std::make_unique<Node>(node)).get();
     }
 
-    std::vector<std::pair<std::string, std::uint64_t>> finish(Node& node)
+    static Listing finish(const Node& node)
     {
-        std::map<const Node*, std::vector<std::pair<std::string, std::uint64_t>>> below;
-        for (Node* child : node.children)
-            below[child] = finish(*child);
-        if (node.isDirectory) {
-            node.size = 0;
-            for (const Node* child : node.children)
-                node.size += child->size;
+        Listing all = {{node.path, node.size}};
+        std::vector<Listing> below;
+        for (const Node* child : node.children) {
+            below.push_back(finish(*child));
+            all[0].second += below.back()[0].second;
         }
-        std::ranges::stable_sort(node.children, std::greater(), &Node::size);
-        std::vector<std::pair<std::string, std::uint64_t>> all = {{node.path, node.size}};
-        for (const Node* child : node.children)
-            all.insert(all.end(), below[child].begin(), below[child].end());
+        std::ranges::stable_sort(below, std::greater(),
+                                 [](const Listing& one) { return one[0].second; });
+        for (const Listing& one : below)
+            all.insert(all.end(), one.begin(), one.end());
         return all;
     }
 
@@ -104,38 +106,25 @@ private:
     Node* m_root;
 };
 
-std::vector<std::pair<std::string, std::uint64_t>> listed(const FileNode* node)
+Listing listed(const FileNode* node)
 {
-    std::vector<std::pair<std::string, std::uint64_t>> all = {
-        {node->pathBytes().toStdString(), node->size()}};
+    Listing all = {{node->pathBytes().toStdString(), node->size()}};
     for (const FileNode* child : node->children()) {
-        const auto below = listed(child);
+        const Listing below = listed(child);
         all.insert(all.end(), below.begin(), below.end());
     }
     return all;
 }
 
-FileNode* find(const FileTree& tree, const std::string& path)
-{
-    FileNode* node = tree.root();
-    while (node && node->pathBytes().toStdString() != path) {
-        const auto children = node->children();
-        const auto next = std::ranges::find_if(children, [&](const FileNode* child) {
-            const std::string at = child->pathBytes().toStdString();
-            return path == at || path.starts_with(at + '/');
-        });
-        node = next == children.end() ? nullptr : *next;
-    }
-    return node;
-}
-
 std::shared_ptr<FileTree> treeOf(const std::string& rootPath, const std::vector<Line>& existing)
 {
     auto tree = FileTree::create(QByteArray::fromStdString(rootPath));
+    std::map<std::string, FileNode*> byPath;
     for (const Line& line : existing) {
         FileNode* node = tree->make(line.name, line.isDirectory, line.size);
-        FileNode* parent = find(*tree, line.parentPath);
-        tree->attach(node, parent ? parent : tree->root());
+        const auto parent = byPath.find(line.parentPath);
+        tree->attach(node, parent == byPath.end() ? tree->root() : parent->second);
+        byPath[line.path] = node;
     }
     return tree;
 }

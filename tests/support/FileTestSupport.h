@@ -1,13 +1,18 @@
 #pragma once
 
 #include "platform/PathText.h"
+#include "sandbox/NastyTree.h"
 
 #include <QByteArray>
-#include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
+
+#include <fts.h>
+#include <gtest/gtest.h>
 
 // What the tests of file-changing code share. All paths here are bytes.
 namespace brivane {
@@ -32,6 +37,19 @@ private:
     QByteArray m_path;
 };
 
+/// A test with a folder on each of two devices.
+class TwoDevices : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        if (other.path().isEmpty())
+            GTEST_SKIP() << "there is no second device";
+    }
+
+    const TestFolder folder;
+    const TestFolder other{makeFolderOnOtherDevice(folder.path())};
+};
+
 /// Makes a folder for trees of very many entries: in memory, where this machine can.
 QByteArray makeSpaciousFolder();
 
@@ -45,6 +63,14 @@ bool stands(const QByteArray& path);
 void writeFile(const QByteArray& path, const QByteArray& content);
 QByteArray readFile(const QByteArray& path);
 
+/// The names of what is in a folder, sorted.
+QStringList namesIn(const QString& folder);
+
+/// Calls `visit` for what fts finds from `path` down, without following links; `options` adds to
+/// its own.
+void forEachByFts(const QByteArray& path, int options,
+                  const std::function<void(const FTSENT&)>& visit);
+
 /// Every object from `path` down, by its path below `path`, with all of it that a move must keep:
 /// type, mode, owner, modification time, link count, target, content, extended attributes. Read by
 /// fts, which shares no code with what is tested.
@@ -53,7 +79,13 @@ Snapshot snapshot(const QByteArray& path);
 /// The first entry in which the two differ, as text for a failure; empty when they are alike.
 std::string difference(const Snapshot& actual, const Snapshot& expected);
 
+/// Runs `body` in a process of its own, which ends with status 0 when it passed. How it ended.
+int statusOfChild(const std::function<void()>& body);
 /// Runs `body` in a child for which permissions bind. Whether it passed.
 bool passesUnprivileged(const std::function<void()>& body);
+/// Runs `body` in a child for which `source` is mounted at `target` as well. Whether it passed;
+/// nothing where this machine does not let us mount.
+std::optional<bool> passesWithMount(const QByteArray& source, const QByteArray& target,
+                                    const std::function<void()>& body);
 
 } // namespace brivane

@@ -1,17 +1,18 @@
 #include "FileTestSupport.h"
 
-#include "sandbox/NastyTree.h"
+#include "sandbox/ClearFolder.h"
 
 #include <QCryptographicHash>
 #include <QList>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
-#include <fcntl.h>
-#include <fts.h>
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <sys/xattr.h>
@@ -30,19 +31,17 @@ QByteArray makeTemporaryFolder()
 
 QByteArray extendedAttributes(const char* path)
 {
-    QByteArray names(4096, '\0');
-    names.resize(std::max<ssize_t>(
-        0, ::llistxattr(path, names.data(), static_cast<std::size_t>(names.size()))));
-    QByteArray all;
-    QList<QByteArray> sorted = names.split('\0');
-    std::sort(sorted.begin(), sorted.end());
-    for (const QByteArray& name : sorted) {
-        QByteArray value(4096, '\0');
-        value.resize(std::max<ssize_t>(0, ::lgetxattr(path, name.constData(), value.data(),
-                                                      static_cast<std::size_t>(value.size()))));
-        all += name + '=' + value.toHex() + ' ';
+    constexpr int most = 4096;
+    QByteArray names(most, '\0');
+    names.truncate(::llistxattr(path, names.data(), most));
+    QList<QByteArray> all;
+    for (const QByteArray& name : names.split('\0')) {
+        QByteArray value(most, '\0');
+        value.truncate(::lgetxattr(path, name.constData(), value.data(), most));
+        all += name + '=' + value.toHex();
     }
-    return all;
+    std::ranges::sort(all);
+    return all.join(' ');
 }
 
 QByteArray describe(const char* path)
@@ -64,25 +63,22 @@ QByteArray describe(const char* path)
     return line;
 }
 
+bool hasPassed(int status)
+{
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
 } // namespace
 
 TestFolder::TestFolder()
-    : m_path((testing::TempDir() + "brivane-XXXXXX").c_str())
+    : TestFolder(makeTemporaryFolder())
 {
-    EXPECT_NE(::mkdtemp(m_path.data()), nullptr);
 }
 
 TestFolder::~TestFolder()
 {
-    if (m_path.isEmpty())
-        return;
-    const pid_t child = ::fork();
-    if (child == 0) {
-        ::execlp("sh", "sh", "-c", "chmod -R u+rwX -- \"$1\" 2>/dev/null; exec rm -rf -- \"$1\"",
-                 "sh", m_path.constData(), nullptr);
-        ::_exit(127);
-    }
-    ::waitpid(child, nullptr, 0);
+    if (!m_path.isEmpty())
+        clearFolder(m_path);
 }
 
 QByteArray makeSpaciousFolder()
@@ -113,17 +109,34 @@ QByteArray readFile(const QByteArray& path)
     return QByteArray::fromStdString(content.str());
 }
 
-Snapshot snapshot(const QByteArray& path)
+QStringList namesIn(const QString& folder)
+{
+    QStringList names;
+    const std::filesystem::path path = PathText::toBytes(folder).toStdString();
+    for (const auto& entry : std::filesystem::directory_iterator(path))
+        names += PathText::fromBytes(QByteArray::fromStdString(entry.path().filename().native()));
+    names.sort();
+    return names;
+}
+
+void forEachByFts(const QByteArray& path, int options,
+                  const std::function<void(const FTSENT&)>& visit)
 {
     QByteArray start = path;
     char* const starts[] = {start.data(), nullptr};
-    Snapshot all;
-    FTS* const walk = ::fts_open(starts, FTS_PHYSICAL | FTS_NOCHDIR, nullptr);
-    while (const FTSENT* entry = ::fts_read(walk)) {
-        if (entry->fts_info != FTS_DP && entry->fts_info != FTS_NS)
-            all[QByteArray(entry->fts_path).mid(path.size())] = describe(entry->fts_path);
-    }
+    FTS* const walk = ::fts_open(starts, FTS_PHYSICAL | FTS_NOCHDIR | options, nullptr);
+    while (const FTSENT* entry = ::fts_read(walk))
+        visit(*entry);
     ::fts_close(walk);
+}
+
+Snapshot snapshot(const QByteArray& path)
+{
+    Snapshot all;
+    forEachByFts(path, 0, [&](const FTSENT& entry) {
+        if (entry.fts_info != FTS_DP && entry.fts_info != FTS_NS)
+            all[QByteArray(entry.fts_path).mid(path.size())] = describe(entry.fts_path);
+    });
     return all;
 }
 
@@ -139,20 +152,45 @@ std::string difference(const Snapshot& actual, const Snapshot& expected)
     return text;
 }
 
-bool passesUnprivileged(const std::function<void()>& body)
+int statusOfChild(const std::function<void()>& body)
 {
+    std::fflush(nullptr);
     const pid_t child = ::fork();
     if (child == 0) {
-        constexpr unsigned nobody = 65534;
-        if (::geteuid() == 0 && (::setresgid(nobody, nobody, nobody) != 0 ||
-                                 ::setresuid(nobody, nobody, nobody) != 0)) {
-            ::_exit(2);
-        }
         body();
+        std::fflush(nullptr);
         ::_exit(testing::Test::HasFailure() ? 1 : 0);
     }
     int status = 0;
-    return ::waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    return status;
+}
+
+bool passesUnprivileged(const std::function<void()>& body)
+{
+    return hasPassed(statusOfChild([&] {
+        constexpr unsigned nobody = 65534;
+        if (::geteuid() == 0 &&
+            (::setresgid(nobody, nobody, nobody) != 0 || ::setresuid(nobody, nobody, nobody) != 0))
+            ::_exit(2);
+        body();
+    }));
+}
+
+std::optional<bool> passesWithMount(const QByteArray& source, const QByteArray& target,
+                                    const std::function<void()>& body)
+{
+    constexpr int mayNot = 77;
+    const int status = statusOfChild([&] {
+        if (::unshare(CLONE_NEWNS) != 0 ||
+            ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+            ::mount(source, target, nullptr, MS_BIND, nullptr) != 0)
+            ::_exit(mayNot);
+        body();
+    });
+    if (WIFEXITED(status) && WEXITSTATUS(status) == mayNot)
+        return {};
+    return hasPassed(status);
 }
 
 } // namespace brivane

@@ -55,8 +55,9 @@ ListView {
     Accessible.name: qsTr("Items in quarantine")
 
     // What leaves the store fades away; what is filtered away is gone at once.
-    remove: isRearranged ? null : fading
-    displaced: isRearranged ? null : closing
+    readonly property bool isFading: Motion.enabled && !isRearranged
+    remove: isFading ? fading : null
+    displaced: isFading ? closing : null
 
     // The gap closes once the row is gone: two rows in one place could not be read.
     readonly property int fadingTime: Motion.milliseconds(120)

@@ -105,6 +105,18 @@ std::string withPrivate(const std::string& path)
     return path;
 }
 
+/// What the object at `path` may be called: with as many "/private" in front as it has, and with
+/// less.
+Texts spellings(const std::string& path, const std::string& home)
+{
+    Texts all;
+    for (std::string plain = standardized(path, home); !plain.empty();) {
+        all.push_back(withPrivate(plain));
+        plain = plain.starts_with("/private/") ? plain.substr(8) : "";
+    }
+    return all;
+}
+
 std::string nameOf(const std::string& path)
 {
     return path == "/" ? path : path.substr(path.rfind('/') + 1);
@@ -194,28 +206,30 @@ int gravity(const Rating& rating)
 
 Rating check(const std::string& path, const std::string& home)
 {
-    const std::string plain = standardized(path, home);
-    if (plain.empty())
+    const Texts all = spellings(path, home);
+    if (all.empty())
         return {"blocked", "'" + path + "' does not say where it lies. It cannot be deleted."};
-    // A disk on which no shorter path exists, and one on which every one does.
-    const std::string ownHome = withPrivate(home);
-    const Rating kept = rate(withPrivate(plain), ownHome);
-    if (!plain.starts_with("/private/"))
-        return kept;
-    const Rating dropped = rate(withPrivate(plain.substr(8)), ownHome);
-    return gravity(dropped) > gravity(kept) ? dropped : kept;
+    Rating gravest{"safe", ""};
+    for (const std::string& spelling : all) {
+        if (const Rating rating = rate(spelling, withPrivate(home));
+            gravity(rating) > gravity(gravest))
+            gravest = rating;
+    }
+    return gravest;
 }
 
 bool isCleanerSafe(const std::string& path, const std::string& home)
 {
-    const std::string plain = standardized(path, home);
-    if (plain.empty())
-        return false;
-    const auto begins = [&](const std::string& area) { return plain.starts_with(home + area); };
-    const auto isAbove = [&](const std::string& area) { return isOrBelow(plain, home + area); };
-    return plain.starts_with("/private/var/folders/") ||
-           std::ranges::any_of(cleanerAreas, begins) ||
-           std::ranges::any_of(cleanerFolders, isAbove) || gravity(check(path, home)) <= 1;
+    const Texts all = spellings(path, home);
+    const auto isCleaned = [&](const std::string& plain) {
+        const std::string ownHome = withPrivate(home);
+        const auto begins = [&](const auto& area) { return plain.starts_with(ownHome + area); };
+        const auto isAbove = [&](const auto& area) { return isOrBelow(plain, ownHome + area); };
+        return plain.starts_with("/private/var/folders/") ||
+               std::ranges::any_of(cleanerAreas, begins) ||
+               std::ranges::any_of(cleanerFolders, isAbove);
+    };
+    return !all.empty() && (std::ranges::any_of(all, isCleaned) || gravity(check(path, home)) <= 1);
 }
 
 Texts tablePaths(const std::string& home)

@@ -106,7 +106,7 @@ std::string withPrivate(const std::string& path)
 }
 
 /// What the object at `path` may be called: with as many "/private" in front as it has, and with
-/// less.
+/// ever less. The last one is as the tables would have it.
 Texts spellings(const std::string& path, const std::string& home)
 {
     Texts all;
@@ -209,10 +209,11 @@ Rating check(const std::string& path, const std::string& home)
     const Texts all = spellings(path, home);
     if (all.empty())
         return {"blocked", "'" + path + "' does not say where it lies. It cannot be deleted."};
+    const std::string ownHome = spellings(home, home).back();
     Rating gravest{"safe", ""};
     for (const std::string& spelling : all) {
-        if (const Rating rating = rate(spelling, withPrivate(home));
-            gravity(rating) > gravity(gravest))
+        const Rating rating = rate(spelling, ownHome);
+        if (gravity(rating) > gravity(gravest))
             gravest = rating;
     }
     return gravest;
@@ -220,16 +221,15 @@ Rating check(const std::string& path, const std::string& home)
 
 bool isCleanerSafe(const std::string& path, const std::string& home)
 {
-    const Texts all = spellings(path, home);
-    const auto isCleaned = [&](const std::string& plain) {
-        const std::string ownHome = withPrivate(home);
-        const auto begins = [&](const auto& area) { return plain.starts_with(ownHome + area); };
-        const auto isAbove = [&](const auto& area) { return isOrBelow(plain, ownHome + area); };
-        return plain.starts_with("/private/var/folders/") ||
-               std::ranges::any_of(cleanerAreas, begins) ||
-               std::ranges::any_of(cleanerFolders, isAbove);
-    };
-    return !all.empty() && (std::ranges::any_of(all, isCleaned) || gravity(check(path, home)) <= 1);
+    if (spellings(path, home).empty())
+        return false;
+    const std::string plain = spellings(path, home).back();
+    const std::string ownHome = spellings(home, home).back();
+    const auto begins = [&](const std::string& area) { return plain.starts_with(ownHome + area); };
+    const auto isAbove = [&](const std::string& area) { return isOrBelow(plain, ownHome + area); };
+    return plain.starts_with("/private/var/folders/") ||
+           std::ranges::any_of(cleanerAreas, begins) ||
+           std::ranges::any_of(cleanerFolders, isAbove) || gravity(check(path, home)) <= 1;
 }
 
 Texts tablePaths(const std::string& home)

@@ -1,10 +1,15 @@
 // Prints how many paths a second the safety rules rate on one core. The paths are of the kinds that
 // a cleaner and a scanner bring: most lie deep in a home directory, where the most rules are tried.
+// Once for a home directory as most have it, once for one that is reached through a link, in which
+// every path has two names.
 
 #include "platform/Locations.h"
 #include "removal/SafetyChecker.h"
 
+#include <QDir>
+#include <QFile>
 #include <QStringList>
+#include <QTemporaryDir>
 
 #include <chrono>
 #include <cstdio>
@@ -30,12 +35,9 @@ double measure(const QStringList& paths, Rate rate)
     return static_cast<double>(paths.size()) * rounds / elapsed.count() / 1e6;
 }
 
-} // namespace
-
-int main()
+void measureHome(const QString& home)
 {
-    const QString home = u"/Users/somebody"_s;
-    const QStringList kinds = {
+    const QStringList patterns = {
         home + u"/Movies/2024/Summer at the sea/clip %1.mov"_s,
         home + u"/Library/Caches/com.example.browser/Cache.db/entry-%1"_s,
         home + u"/Library/Application Support/Example/Profiles/%1/History"_s,
@@ -50,9 +52,9 @@ int main()
         u"/opt/homebrew/Cellar/example/%1.0/bin/example"_s,
     };
     QStringList paths;
-    for (const QString& kind : kinds) {
+    for (const QString& pattern : patterns) {
         for (int number = 0; number < 1000; ++number)
-            paths += kind.arg(number);
+            paths += pattern.arg(number);
     }
     const SafetyChecker checker(Locations::asWritten(home));
     const double checks = measure(paths, [&](const QString& path) {
@@ -62,5 +64,19 @@ int main()
     const double gates =
         measure(paths, [&](const QString& path) { return checker.isCleanerSafe(path); });
     std::printf("isCleanerSafe: %.2f million paths a second\n", gates);
+}
+
+} // namespace
+
+int main()
+{
+    measureHome(u"/Users/somebody"_s);
+    const QTemporaryDir folder;
+    const QString link = folder.filePath(u"somebody"_s);
+    const QString real = folder.filePath(u"data/homes/somebody"_s);
+    if (!folder.isValid() || !QDir().mkpath(real) || !QFile::link(real, link))
+        return 1;
+    std::puts("With the home directory behind a link:");
+    measureHome(link);
     return 0;
 }

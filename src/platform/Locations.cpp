@@ -7,6 +7,7 @@
 #include <QMutex>
 #include <QStringBuilder>
 
+#include <filesystem>
 #include <utility>
 #include <vector>
 
@@ -17,10 +18,30 @@ using namespace Qt::StringLiterals;
 
 namespace brivane {
 
+namespace {
+
+/// `path` without links on the way and at its end, as far as it exists.
+QString withoutLinks(const QString& path)
+{
+    std::error_code failure;
+    const std::filesystem::path real =
+        std::filesystem::weakly_canonical(PathText::toBytes(path).toStdString(), failure);
+    return failure ? path : PathText::fromBytes(real.native());
+}
+
+} // namespace
+
 /// What a Locations knows. Constant after its making, but for the directory that
 /// temporaryDirectory() settles on at its first call.
 struct Locations::Arrangement {
+    explicit Arrangement(QString homeFolder)
+        : home(std::move(homeFolder))
+        , realHome(withoutLinks(home))
+    {
+    }
+
     QString home;
+    QString realHome;
     QString folder; ///< not empty: everything lies in this folder
     std::vector<ResolvedAlias> aliases;
     QStringList temporaryCandidates; ///< in order of preference
@@ -75,8 +96,7 @@ Locations::Locations(std::shared_ptr<const Arrangement> arrangement)
 
 Locations Locations::asWritten(const QString& home)
 {
-    auto arrangement = std::make_shared<Arrangement>();
-    arrangement->home = withoutEndSlash(home);
+    auto arrangement = std::make_shared<Arrangement>(withoutEndSlash(home));
     if (const QString temporary = environmentPath("TMPDIR"); !temporary.isEmpty())
         arrangement->temporaryCandidates += perUser(temporary);
     arrangement->temporaryCandidates += perUser(u"/tmp"_s);
@@ -85,17 +105,16 @@ Locations Locations::asWritten(const QString& home)
 
 Locations Locations::insideFolder(const QString& folder)
 {
-    auto arrangement = std::make_shared<Arrangement>();
-    arrangement->folder = withoutEndSlash(folder);
-    arrangement->home = arrangement->folder % sandboxRoot % u"/Users/robin"_s;
+    const QString plain = withoutEndSlash(folder);
+    auto arrangement = std::make_shared<Arrangement>(plain % sandboxRoot % u"/Users/robin"_s);
+    arrangement->folder = plain;
     arrangement->temporaryCandidates += arrangement->folder + u"/temporary"_s;
     return Locations(std::move(arrangement));
 }
 
 Locations Locations::onLinux()
 {
-    auto arrangement = std::make_shared<Arrangement>();
-    arrangement->home = homeOfUser();
+    auto arrangement = std::make_shared<Arrangement>(homeOfUser());
     const auto base = [&](const char* name, const QString& standard) {
         const QString value = environmentPath(name);
         return value.isEmpty() ? arrangement->home + standard : value;
@@ -134,6 +153,11 @@ QString Locations::path(QStringView cataloguePath) const
 QString Locations::home() const
 {
     return m_arrangement->home;
+}
+
+QString Locations::realHome() const
+{
+    return m_arrangement->realHome;
 }
 
 QString Locations::temporaryDirectory() const

@@ -32,6 +32,11 @@ public:
     /// The home directory of the user, without a slash at its end.
     [[nodiscard]] QString home() const;
 
+    /// The same directory by the name that it has without links on the way. Found out when this was
+    /// made, which looks at the disk for nothing else; parts that were missing then stay as they
+    /// are in home().
+    [[nodiscard]] QString realHome() const;
+
     /// A directory of the user's own for temporary files, mode 0700, made when it is missing. A
     /// directory at that place which is a link or belongs to someone else is not used: one with a
     /// new name takes its place for the rest of the process. Empty when none can be made.

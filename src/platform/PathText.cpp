@@ -1,19 +1,36 @@
 #include "platform/PathText.h"
 
+#include <cstring>
+
 namespace brivane::PathText {
 
 namespace {
 
 constexpr char16_t byteEscape = 0xDC00;
 
-/// Length of the valid UTF-8 sequence at the front of `bytes`, 0 if there is none. Overlong forms,
-/// surrogates and values above U+10FFFF are not valid.
+bool isAscii(QByteArrayView bytes)
+{
+    constexpr qsizetype step = sizeof(quint64);
+    qsizetype at = 0;
+    for (; at + step <= bytes.size(); at += step) {
+        quint64 block = 0;
+        std::memcpy(&block, bytes.data() + at, sizeof block);
+        if ((block & 0x8080'8080'8080'8080) != 0)
+            return false;
+    }
+    for (; at < bytes.size(); ++at) {
+        if (static_cast<unsigned char>(bytes[at]) >= 0x80)
+            return false;
+    }
+    return true;
+}
+
+/// Length of the valid UTF-8 sequence of several bytes at the front of `bytes`, 0 if there is none.
+/// Overlong forms, surrogates and values above U+10FFFF are not valid.
 qsizetype sequenceLength(QByteArrayView bytes)
 {
     const auto at = [&](qsizetype i) { return static_cast<unsigned char>(bytes[i]); };
     const unsigned char lead = at(0);
-    if (lead < 0x80)
-        return 1;
     qsizetype length = 0;
     unsigned char lowest = 0x80;
     unsigned char highest = 0xBF;
@@ -41,10 +58,21 @@ qsizetype sequenceLength(QByteArrayView bytes)
     return length;
 }
 
-/// Whether a character changes the direction or the line of the text around it.
+/// The character that `sequence`, valid UTF-8 of that character alone, stands for.
+char32_t characterOf(QByteArrayView sequence)
+{
+    constexpr unsigned char leadBits[] = {0, 0x7F, 0x1F, 0x0F, 0x07};
+    char32_t character = static_cast<unsigned char>(sequence[0]) & leadBits[sequence.size()];
+    for (const char byte : sequence.sliced(1))
+        character = character << 6 | (static_cast<unsigned char>(byte) & 0x3FU);
+    return character;
+}
+
+/// Whether a character changes the direction or the line of the text around it, or is the byte
+/// order mark, which nobody sees.
 bool disturbsText(char32_t c)
 {
-    if (QChar::category(c) == QChar::Other_Control || c == 0x2028 || c == 0x2029)
+    if (QChar::category(c) == QChar::Other_Control || c == 0x2028 || c == 0x2029 || c == 0xFEFF)
         return true;
     return c == 0x061C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E) ||
            (c >= 0x2066 && c <= 0x2069);
@@ -54,27 +82,31 @@ bool disturbsText(char32_t c)
 
 QString fromBytes(QByteArrayView bytes)
 {
-    QString text;
-    text.reserve(bytes.size());
-    qsizetype validFrom = 0;
-    qsizetype at = 0;
-    while (at < bytes.size()) {
-        if (const qsizetype length = sequenceLength(bytes.sliced(at)); length > 0) {
+    if (isAscii(bytes)) // as nearly all are
+        return QString::fromLatin1(bytes);
+    // By hand: QString::fromUtf8() takes a byte order mark away from the front of what it is given,
+    // but in a name it is a character like any other.
+    QString text(bytes.size(), Qt::Uninitialized); // a sequence has no more units than bytes
+    QChar* to = text.data();
+    for (qsizetype at = 0; at < bytes.size();) {
+        const auto lead = static_cast<unsigned char>(bytes[at]);
+        const qsizetype length = lead < 0x80 ? 1 : sequenceLength(bytes.sliced(at));
+        if (length > 1) {
+            for (const char16_t unit : QChar::fromUcs4(characterOf(bytes.sliced(at, length))))
+                *to++ = unit;
             at += length;
-            continue;
+        } else {
+            *to++ = static_cast<char16_t>(length == 1 ? lead : byteEscape + lead);
+            ++at;
         }
-        text += QString::fromUtf8(bytes.sliced(validFrom, at - validFrom));
-        text += QChar(static_cast<char16_t>(byteEscape + static_cast<unsigned char>(bytes[at])));
-        validFrom = ++at;
     }
-    text += QString::fromUtf8(bytes.sliced(validFrom));
+    text.truncate(to - text.constData());
     return text;
 }
 
 QByteArray toBytes(QStringView path)
 {
     QByteArray bytes;
-    bytes.reserve(path.size());
     qsizetype validFrom = 0;
     for (qsizetype at = 0; at < path.size(); ++at) {
         const QChar unit = path[at];
@@ -89,6 +121,7 @@ QByteArray toBytes(QStringView path)
         bytes += byte >= 0x80 && byte <= 0xFF ? static_cast<char>(byte) : '?';
         validFrom = at + 1;
     }
+    // Nearly always everything, so that the array is not copied.
     bytes += path.sliced(validFrom).toUtf8();
     return bytes;
 }

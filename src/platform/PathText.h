@@ -9,7 +9,8 @@
 // program passes it around (QString), and the text of a path for the eye.
 //
 // Names are bytes and need not be UTF-8. A byte that is not part of valid UTF-8 becomes the lone
-// surrogate U+DC00 + byte, which no valid text contains, and comes back as that byte. All functions
+// surrogate U+DC00 + byte, which no valid text contains, and comes back as that byte. Everything
+// else is its character, a byte order mark too: different bytes have different texts. All functions
 // are pure and may be called from any thread.
 namespace brivane::PathText {
 
@@ -19,8 +20,8 @@ namespace brivane::PathText {
 /// The bytes of `path`. A lone surrogate that fromBytes() does not produce becomes "?".
 [[nodiscard]] QByteArray toBytes(QStringView path);
 
-/// `path` as it may be shown: control characters, bidirectional marks and bytes that are no text
-/// stand as U+FFFD, so that a name can neither break a line nor pose as another name.
+/// `path` as it may be shown: control characters, bidirectional and byte order marks and bytes that
+/// are no text stand as U+FFFD, so that a name can neither break a line nor pose as another name.
 [[nodiscard]] QString forDisplay(QStringView path);
 
 /// What follows the last "/" of `path`, trailing slashes ignored; empty for "/" and "".

@@ -68,17 +68,33 @@ QString collapsed(QStringView path)
     return plain.isEmpty() ? u"/"_s : plain;
 }
 
-QString withoutRootSlash(QString path)
+/// `plain` with "/private" where the tables have it.
+QString withPrivate(const QString& plain)
 {
-    return path == u"/"_s ? QString() : path;
+    QStringView path = plain;
+    while (path.size() > privateFolder.size() && liesIn(path, privateFolder))
+        path = path.sliced(privateFolder.size());
+    const qsizetype taken = plain.size() - path.size();
+    if (taken == (hasSecondNameInPrivate(path) ? privateFolder.size() : 0))
+        return plain;
+    return hasSecondNameInPrivate(path) ? QString(privateFolder % path) : path.toString();
+}
+
+/// The folder at absolute `path`; empty for "/", so that what lies in it follows it with a slash.
+QString folderForm(const QString& path)
+{
+    const QString plain = withPrivate(collapsed(path));
+    return plain == u"/"_s ? u""_s : plain;
 }
 
 } // namespace
 
 PathSpellings::PathSpellings(const Locations& locations)
 {
-    m_home = withoutRootSlash(collapsed(locations.home()));
-    m_root = withoutRootSlash(collapsed(locations.path(u"/")));
+    m_home = folderForm(locations.home());
+    if (const QString real = folderForm(locations.realHome()); real != m_home)
+        m_realHome = real;
+    m_root = folderForm(locations.path(u"/"));
     for (const QStringView entry : SafetyTables::blockedPaths)
         addAlias(locations, entry);
     for (const QStringView entry : SafetyTables::blockedPrefixes)
@@ -95,58 +111,59 @@ PathSpellings::PathSpellings(const Locations& locations)
 void PathSpellings::addAlias(const Locations& locations, QStringView cataloguePath)
 {
     const bool isInHome = cataloguePath.startsWith(u'~');
-    const QString asWritten =
-        isInHome ? QString(m_home % cataloguePath.sliced(1)) : cataloguePath.toString();
-    const QString place = collapsed(locations.path(cataloguePath));
-    if (place != (isInHome ? asWritten : QString(m_root % asWritten)))
-        m_aliases.push_back({withPrivate(place), withPrivate(asWritten)});
+    const QString name = isInHome ? QString(m_home % cataloguePath.sliced(1))
+                                  : withPrivate(cataloguePath.toString());
+    const std::optional<QString> place = tableForm(locations.path(cataloguePath));
+    if (place && place != (isInHome ? name : withPrivate(m_root % cataloguePath)))
+        m_aliases.push_back({*place, name});
 }
 
-std::optional<QString> PathSpellings::plain(const QString& path) const
+std::optional<QString> PathSpellings::tableForm(const QString& path) const
 {
-    if (isPlain(path))
-        return path;
-    QString spelled = path;
-    // Bytes that are no text by themselves may be text together: one spelling for the same bytes.
-    if (std::ranges::any_of(path, [](QChar unit) { return unit.isSurrogate(); }))
-        spelled = PathText::fromBytes(PathText::toBytes(path));
-    if (spelled == u"~"_s || spelled.startsWith(u"~/"_s))
-        spelled.replace(0, 1, m_home + u'/');
-    if (!spelled.startsWith(u'/') || spelled.contains(QChar(u'\0')))
-        return {};
-    return collapsed(spelled);
-}
-
-QString PathSpellings::withPrivate(const QString& plain)
-{
-    return hasSecondNameInPrivate(plain) ? QString(privateFolder % plain) : plain;
+    QString plain = path;
+    if (!isPlain(path)) {
+        // Bytes that are no text by themselves may be text together: one spelling for both.
+        if (std::ranges::any_of(path, [](QChar unit) { return unit.isSurrogate(); }))
+            plain = PathText::fromBytes(PathText::toBytes(path));
+        if (plain == u"~"_s || plain.startsWith(u"~/"_s))
+            plain.replace(0, 1, m_home + u'/');
+        if (!plain.startsWith(u'/') || plain.contains(QChar(u'\0')))
+            return {};
+        plain = collapsed(plain);
+    }
+    plain = withPrivate(plain);
+    if (m_realHome && liesIn(plain, *m_realHome) && !liesIn(plain, m_home))
+        plain.replace(0, m_realHome->size(), m_home);
+    return plain;
 }
 
 QStringList PathSpellings::others(const QString& path) const
 {
     QStringList names;
-    if (path.size() > privateFolder.size() && liesIn(path, privateFolder)) {
-        const QStringView shorter = QStringView(path).sliced(privateFolder.size());
-        if (!hasSecondNameInPrivate(shorter))
-            names += shorter.toString();
-    }
-    if (!m_root.isEmpty()) {
-        const QString root = withPrivate(m_root);
-        if (liesIn(path, root) && path.size() > root.size())
-            names += withPrivate(path.sliced(root.size()));
-    }
-    for (const Alias& alias : m_aliases) {
-        if (liesIn(path, alias.place))
-            names += alias.cataloguePath % QStringView(path).sliced(alias.place.size());
+    addCatalogueNames(names, path);
+    if (m_realHome && liesIn(path, m_home)) {
+        const QString real = *m_realHome % QStringView(path).sliced(m_home.size());
+        names += real;
+        addCatalogueNames(names, real);
     }
     return names;
 }
 
-std::optional<QString> PathSpellings::belowRoot(const QString& plain) const
+void PathSpellings::addCatalogueNames(QStringList& names, const QString& path) const
 {
-    if (m_root.isEmpty() || !liesIn(plain, m_root) || plain.size() == m_root.size())
+    if (const auto inner = belowRoot(path))
+        names += *inner;
+    for (const Alias& alias : m_aliases) {
+        if (liesIn(path, alias.place))
+            names += alias.cataloguePath % QStringView(path).sliced(alias.place.size());
+    }
+}
+
+std::optional<QString> PathSpellings::belowRoot(const QString& path) const
+{
+    if (m_root.isEmpty() || !liesIn(path, m_root) || path.size() == m_root.size())
         return {};
-    return plain.sliced(m_root.size());
+    return withPrivate(path.sliced(m_root.size()));
 }
 
 } // namespace brivane

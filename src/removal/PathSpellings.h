@@ -13,41 +13,46 @@ class Locations;
 /// One path has many spellings; this brings them into the one in which safety tables are written.
 ///
 /// A constant value that works on text alone: no function looks at the disk, and all of them may be
-/// called from any thread. So ".." takes away the component before it, be that a link or not.
+/// called from any thread. So ".." takes away the component before it, be that a link or not. Of
+/// the links on the way to a place only those to the home directory are known, from
+/// Locations::realHome().
 class PathSpellings {
 public:
     explicit PathSpellings(const Locations& locations);
 
-    /// `path` as the plain absolute one: the tilde of one's own home expanded, no empty component,
-    /// no "." and "..", no slash at the end. None for a path that is relative or empty, that starts
-    /// in another user's home, or that holds a NUL, where the system would cut it off.
-    [[nodiscard]] std::optional<QString> plain(const QString& path) const;
+    /// `path` as the tables would have it. It is plain and absolute: the tilde of one's own home
+    /// expanded, no empty component, no "." and "..", no slash at the end. "/private" is in front
+    /// of "/var", "/tmp" and "/etc", and of nothing else, as if each shorter name were a second one
+    /// of the same place. What lies in the home directory begins with home(). None for a path that
+    /// is relative or empty, that starts in another user's home, or that holds a NUL, where the
+    /// system would cut it off.
+    [[nodiscard]] std::optional<QString> tableForm(const QString& path) const;
 
-    /// `plain` with "/private" in front where it lies in "/var", "/tmp" or "/etc".
-    [[nodiscard]] static QString withPrivate(const QString& plain);
-
-    /// What else the object at `path`, a result of withPrivate(), may be called in the catalogue:
-    /// without the "/private" of a place that only the disk could tell to be a second name for the
-    /// shorter one, and by the names of the places that lie elsewhere on this machine. These, too,
-    /// are in the form of withPrivate().
+    /// What else the object at `path`, a result of tableForm(), may be called: by the real name of
+    /// the home directory, and in the catalogue by the names of the places that lie elsewhere on
+    /// this machine. "/private" is in these as in the result of tableForm().
     [[nodiscard]] QStringList others(const QString& path) const;
 
-    /// `plain` without the folder that this machine has for its root.
-    [[nodiscard]] std::optional<QString> belowRoot(const QString& plain) const;
+    /// `path`, a result of tableForm(), without the folder that this machine has for its root.
+    [[nodiscard]] std::optional<QString> belowRoot(const QString& path) const;
 
-    /// The home directory, plain. Empty for "/", so that what lies in it follows it with a slash.
+    /// The home directory in the form of tableForm(). Empty for "/", so that what lies in it
+    /// follows it with a slash.
     [[nodiscard]] const QString& home() const { return m_home; }
 
 private:
+    // All paths here are in the form of tableForm().
     struct Alias {
-        QString place; ///< in the form of withPrivate()
+        QString place;
         QString cataloguePath;
     };
 
     void addAlias(const Locations& locations, QStringView cataloguePath);
+    void addCatalogueNames(QStringList& names, const QString& path) const;
 
     QString m_home;
-    QString m_root; ///< plain; empty where "/" is "/"
+    std::optional<QString> m_realHome; ///< by its real name, where that is another
+    QString m_root;                    ///< empty where "/" is "/"
     std::vector<Alias> m_aliases;
 };
 

@@ -94,7 +94,6 @@ Level rateInHome(QStringView relative)
 
 SafetyChecker::SafetyChecker(const Locations& locations)
     : m_spellings(locations)
-    , m_home(PathSpellings::withPrivate(m_spellings.home()))
 {
 }
 
@@ -106,18 +105,16 @@ const SafetyChecker& SafetyChecker::shared()
 
 Level SafetyChecker::check(const QString& path) const
 {
-    const std::optional<QString> plain = m_spellings.plain(path);
-    if (!plain)
-        return level(Case::blocked, u"'", PathText::forDisplay(path),
-                     u"' does not say where it lies. It cannot be deleted.");
-    return rateAllSpellings(*plain);
+    if (const std::optional<QString> form = m_spellings.tableForm(path))
+        return rateAllNames(*form);
+    return level(Case::blocked, u"'", PathText::forDisplay(path),
+                 u"' does not say where it lies. It cannot be deleted.");
 }
 
-Level SafetyChecker::rateAllSpellings(const QString& plain) const
+Level SafetyChecker::rateAllNames(const QString& path) const
 {
-    const QString spelled = PathSpellings::withPrivate(plain);
-    Level gravest = rate(spelled);
-    for (const QString& other : m_spellings.others(spelled)) {
+    Level gravest = rate(path);
+    for (const QString& other : m_spellings.others(path)) {
         if (Level another = rate(other); another.which > gravest.which)
             gravest = std::move(another);
     }
@@ -151,8 +148,9 @@ Level SafetyChecker::rate(QStringView path) const
                      u"associated data.");
     // What follows the home directory's name need not be a slash: a neighbour whose name goes on
     // gets a rest that hardly matches anything.
-    if (path.size() > m_home.size() && path.startsWith(m_home)) {
-        if (Level found = rateInHome(path.sliced(m_home.size() + 1)); found.which != Case::safe)
+    const QString& home = m_spellings.home();
+    if (path.size() > home.size() && path.startsWith(home)) {
+        if (Level found = rateInHome(path.sliced(home.size() + 1)); found.which != Case::safe)
             return found;
     }
     if (const auto prefix = firstMatch(cautionPrefixes, path, liesBelow); !prefix.isNull())
@@ -163,14 +161,14 @@ Level SafetyChecker::rate(QStringView path) const
 
 bool SafetyChecker::isCleanerSafe(const QString& path) const
 {
-    const std::optional<QString> plain = m_spellings.plain(path);
-    if (!plain)
+    const std::optional<QString> form = m_spellings.tableForm(path);
+    if (!form)
         return false;
-    if (isInCleanerArea(*plain))
+    if (isInCleanerArea(*form))
         return true;
-    if (const auto inner = m_spellings.belowRoot(*plain); inner && isInCleanerArea(*inner))
+    if (const auto inner = m_spellings.belowRoot(*form); inner && isInCleanerArea(*inner))
         return true;
-    return rateAllSpellings(*plain).which <= Case::caution;
+    return rateAllNames(*form).which <= Case::caution;
 }
 
 bool SafetyChecker::isInCleanerArea(QStringView path) const

@@ -81,6 +81,18 @@ TEST(Locations, NoAliasIsListedTwiceOrLeadsToAnother)
     }
 }
 
+TEST(Locations, TheRealHomeIsWhereTheLinksOnTheWayLead)
+{
+    const TestFolder folder;
+    ASSERT_EQ(::mkdir(folder / "real", 0700), 0);
+    ASSERT_EQ(::symlink("real", folder / "link"), 0);
+    for (const char* below : {"", "/missing/robin", "/caf\xE9"}) {
+        const Locations locations = Locations::asWritten(text(folder / "link" + below));
+        EXPECT_EQ(locations.home(), text(folder / "link" + below));
+        EXPECT_EQ(locations.realHome(), text(folder / "real" + below));
+    }
+}
+
 TEST(Locations, TemporaryFilesAreNeverOpenToOthers)
 {
     const TestFolder folder;

@@ -105,6 +105,18 @@ std::string withPrivate(const std::string& path)
     return path;
 }
 
+/// What the object at `path` may be called: with as many "/private" in front as it has, and with
+/// ever less. The last one is as the tables would have it.
+Texts spellings(const std::string& path, const std::string& home)
+{
+    Texts all;
+    for (std::string plain = standardized(path, home); !plain.empty();) {
+        all.push_back(withPrivate(plain));
+        plain = plain.starts_with("/private/") ? plain.substr(8) : "";
+    }
+    return all;
+}
+
 std::string nameOf(const std::string& path)
 {
     return path == "/" ? path : path.substr(path.rfind('/') + 1);
@@ -194,25 +206,27 @@ int gravity(const Rating& rating)
 
 Rating check(const std::string& path, const std::string& home)
 {
-    const std::string plain = standardized(path, home);
-    if (plain.empty())
+    const Texts all = spellings(path, home);
+    if (all.empty())
         return {"blocked", "'" + path + "' does not say where it lies. It cannot be deleted."};
-    // A disk on which no shorter path exists, and one on which every one does.
-    const std::string ownHome = withPrivate(home);
-    const Rating kept = rate(withPrivate(plain), ownHome);
-    if (!plain.starts_with("/private/"))
-        return kept;
-    const Rating dropped = rate(withPrivate(plain.substr(8)), ownHome);
-    return gravity(dropped) > gravity(kept) ? dropped : kept;
+    const std::string ownHome = spellings(home, home).back();
+    Rating gravest{"safe", ""};
+    for (const std::string& spelling : all) {
+        const Rating rating = rate(spelling, ownHome);
+        if (gravity(rating) > gravity(gravest))
+            gravest = rating;
+    }
+    return gravest;
 }
 
 bool isCleanerSafe(const std::string& path, const std::string& home)
 {
-    const std::string plain = standardized(path, home);
-    if (plain.empty())
+    if (spellings(path, home).empty())
         return false;
-    const auto begins = [&](const std::string& area) { return plain.starts_with(home + area); };
-    const auto isAbove = [&](const std::string& area) { return isOrBelow(plain, home + area); };
+    const std::string plain = spellings(path, home).back();
+    const std::string ownHome = spellings(home, home).back();
+    const auto begins = [&](const std::string& area) { return plain.starts_with(ownHome + area); };
+    const auto isAbove = [&](const std::string& area) { return isOrBelow(plain, ownHome + area); };
     return plain.starts_with("/private/var/folders/") ||
            std::ranges::any_of(cleanerAreas, begins) ||
            std::ranges::any_of(cleanerFolders, isAbove) || gravity(check(path, home)) <= 1;

@@ -3,9 +3,11 @@
 #include "NaiveSafetyRules.h"
 #include "platform/Locations.h"
 #include "platform/PathText.h"
+#include "sandbox/SandboxMachine.h"
 #include "support/Variable.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -63,15 +65,18 @@ naive::Texts variants(const std::string& entry)
     const auto slash = entry.rfind('/');
     const std::string parent = entry.substr(0, slash);
     const std::string name = entry.substr(slash);
-    naive::Texts paths = {
-        otherCase(entry),    otherCase(entry) + "/below",        parent + "/." + name,
-        parent + "/" + name, parent + "/x/.." + name + "/below", "/private" + entry + "/below",
-        entry.substr(1),     entry.substr(0, entry.size() - 1)};
+    naive::Texts paths = {otherCase(entry),
+                          otherCase(entry) + "/below",
+                          parent + "/." + name,
+                          parent + "/" + name,
+                          parent + "/x/.." + name + "/below",
+                          entry.substr(1),
+                          entry.substr(0, entry.size() - 1)};
     for (const char* end :
          {"", "/", "//", "/.", "glued", ".app", "/Some.app", "/Some.app/Contents", "/below/deeper",
           "/key.KeyChain", "/.keychain", "/below/..", "/..", "/../glued"})
         paths.push_back(entry + end);
-    for (const char* start : {"/", "/../..", "/private", "/private/private", "x/.."})
+    for (const char* start : {"/", "/../..", "/private", "x/.."})
         paths.push_back(start + entry);
     return paths;
 }
@@ -80,15 +85,61 @@ naive::Texts variants(const std::string& entry)
 
 TEST(SafetyChecker, NoEntryOfNoTableIsReadDifferentlyAtItsBoundaries)
 {
-    // One home as on most machines, one behind "/private", one that is no folder of a folder.
-    for (const std::string home : {"/Users/ann", "/var/root", "/tmp/machine/home", "/ann"}) {
+    // One home as on most machines, some behind "/private", one that is no folder of a folder.
+    for (const std::string home :
+         {"/Users/ann", "/var/root", "/private/tmp/home", "/private/ann", "/ann"}) {
         const SafetyChecker checker(Locations::asWritten(QString::fromStdString(home)));
         naive::Texts entries = naive::tablePaths(home);
         entries.insert(entries.end(), {home, home + "ie/.ssh", home + "X.ssh", "~/.ssh"});
         for (const std::string& entry : entries) {
-            for (const std::string& path : variants(entry))
+            for (const std::string& path : variants(entry)) {
                 expectAgreement(checker, path, home);
+                expectAgreement(checker, "/private" + path, home);
+            }
         }
+    }
+}
+
+TEST(SafetyChecker, AHomeBehindALinkIsRatedAlikeByBothItsNames)
+{
+    const auto machine = SandboxMachine::temporary();
+    const QString real = machine.directory(u"/data/robin.keybag");
+    for (const QStringView place : {u"/home", u"/data/robin.keybag/inside"}) {
+        const QString link = machine.link(place, PathText::toBytes(real));
+        const SafetyChecker checker(Locations::asWritten(link));
+        const std::string home = link.toStdString();
+        for (const std::string& entry : naive::tablePaths(home)) {
+            for (const char* end : {"", "/below", "/x.keychain", "glued"}) {
+                const std::string path = entry + end;
+                expectAgreement(checker, path, home);
+                if (!path.starts_with(home))
+                    continue;
+                const QString other = real + QString::fromStdString(path.substr(home.size()));
+                EXPECT_EQ(checker.check(other).text.toStdString(), naive::check(path, home).text);
+                EXPECT_EQ(checker.isCleanerSafe(other), naive::isCleanerSafe(path, home)) << path;
+            }
+        }
+        // How grave the name of the folder itself is counts by the other one as well.
+        for (const QString& name : {link, real, u"~"_s})
+            EXPECT_EQ(checker.check(name).which, Case::blocked) << qPrintable(name);
+        EXPECT_EQ(checker.check(real + u"X.ssh"_s).which, Case::safe) << "a neighbour";
+
+        // The desktop's folders may be given by the other name than the home.
+        const Variable homeVariable("HOME", PathText::toBytes(link));
+        const Variable config("XDG_CONFIG_HOME", PathText::toBytes(real) + "/settings");
+        for (const QString& name : {link, real})
+            expectRatings(Locations::onLinux(), {{name + u"/settings/x"_s, Case::warning, false}});
+    }
+    // The real name may be one of the catalogue's, and lie in an area of the cleaner.
+    for (const auto& [place, name] : {std::pair(u"/usr/share/robin"_s, u"/Movies"_s),
+                                      std::pair(u"/private/var/folders/robin"_s, u"/.ssh"_s)}) {
+        const QString home = machine.path(u"~");
+        ASSERT_EQ(::remove(PathText::toBytes(home)), 0);
+        const QString target = machine.directory(place);
+        machine.link(u"~", PathText::toBytes(target));
+        for (const QString& folder : {home, target})
+            expectRatings(Locations::insideFolder(machine.folder()),
+                          {{folder + name, Case::blocked, false}});
     }
 }
 
@@ -100,7 +151,8 @@ TEST(SafetyChecker, NoRandomPathIsReadDifferently)
     naive::Texts starts = naive::tablePaths(users);
     for (const std::string& path : starts)
         components.push_back(path.substr(path.rfind('/') + 1));
-    starts.insert(starts.end(), {"", "/", "~", "/private", users, users + "/Library", "relative"});
+    starts.insert(starts.end(), {"", "/", "~", "/private", "/var/folders", users,
+                                 users + "/Library", "relative"});
 
     const SafetyChecker checker(Locations::asWritten(QString::fromStdString(users)));
     std::mt19937 random(20260101);
@@ -108,7 +160,7 @@ TEST(SafetyChecker, NoRandomPathIsReadDifferently)
         return list[std::uniform_int_distribution<std::size_t>(0, list.size() - 1)(random)];
     };
     for (int i = 0; i < 10'000; ++i) {
-        std::string path = pick(starts);
+        std::string path = (random() % 4 == 0 ? "/private" : "") + pick(starts);
         for (auto more = random() % 5; more > 0; --more)
             path += "/" + pick(components);
         expectAgreement(checker, path, users);
@@ -123,7 +175,8 @@ TEST(SafetyChecker, TheGateOpensForTheAreasOfTheCleanerAndNothingBesideThem)
                       {u"~/Downloads/file"_s, Case::safe, true},
                       {u"~/Library/Caches/x.keychain"_s, Case::blocked, true},
                       {u"/private/var/folders/ab/x.keychain"_s, Case::blocked, true},
-                      {u"/var/folders/ab/x.keychain"_s, Case::blocked, false},
+                      {u"/var/folders/ab/x.keychain"_s, Case::blocked, true},
+                      {u"/private/var/folders"_s, Case::blocked, false},
                       {u"~/Library/Containers/com.docker.docker/Data/vms"_s, Case::warning, true},
                       {u"~/Library/Containers/com.docker.docker/Database"_s, Case::warning, false},
                       {u"~/Library/Caches/../Mail"_s, Case::warning, false},

@@ -77,7 +77,7 @@ TEST_F(UserDefaultsTest, ChangesWaitForNoDiskAndShareAWrite)
     QSemaphore mayWrite;
     m_disk.beforeWriting = [&] {
         writing.release();
-        EXPECT_TRUE(mayWrite.tryAcquire(1, 10'000));
+        EXPECT_TRUE(m_disk.writes > 1 || mayWrite.tryAcquire(1, 10'000));
     };
     UserDefaults defaults(m_file, m_disk);
     defaults.setInteger(u"days"_s, 0);
@@ -87,7 +87,7 @@ TEST_F(UserDefaultsTest, ChangesWaitForNoDiskAndShareAWrite)
         EXPECT_EQ(defaults.integer(u"days"_s), i);
     }
     EXPECT_FALSE(stands(PathText::toBytes(m_file)));
-    mayWrite.release(2);
+    mayWrite.release();
     EXPECT_TRUE(defaults.waitUntilSaved());
     EXPECT_EQ(m_disk.writes, 2);
     EXPECT_EQ(UserDefaults(m_file, m_disk).integer(u"days"_s), 1000);

@@ -1,6 +1,7 @@
 // Starts the real program again and again, and tells how long it takes from before the process
 // exists to the first frame of its window.
 
+#include "platform/DefaultFileSystem.h"
 #include "platform/Locations.h"
 #include "platform/Process.h"
 #include "platform/UserDefaults.h"
@@ -32,9 +33,10 @@ void prepareEnvironment(const SandboxMachine& machine)
     qputenv("HOME", machine.directory(u"~").toUtf8());
     // The scene graph's own account of its frames; it costs a line for each.
     qputenv("QT_LOGGING_RULES", "qt.scenegraph.time.renderloop=true");
-    UserDefaults defaults(
-        Locations::onLinux().path(u"~/Library/Preferences/com.brivane.app.plist"));
-    if (!defaults.setBool(u"onboardingCompleted"_s, true))
+    UserDefaults defaults(Locations::onLinux().path(u"~/Library/Preferences/com.brivane.app.plist"),
+                          DefaultFileSystem::shared());
+    defaults.setBool(u"onboardingCompleted"_s, true);
+    if (!defaults.waitUntilSaved())
         throw std::runtime_error("the preferences could not be written");
 }
 

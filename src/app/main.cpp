@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QQuickWindow>
+#include <QScopeGuard>
 
 #include <cstdio>
 
@@ -25,6 +26,13 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "Brivane is running already, and does not answer.\n");
         return 1;
     }
+
+    host.defaults.readAhead();
+    // Ahead of the lock of this instance, so that the next start finds all preferences. Where the
+    // session ends, the event loop may not return.
+    const auto save = [&host] { host.defaults.waitUntilSaved(); };
+    const auto saveAtEnd = qScopeGuard(save);
+    QObject::connect(&application, &QCoreApplication::aboutToQuit, save);
 
     BrivaneApp::prepareProcess();
     BrivaneApp app(host);

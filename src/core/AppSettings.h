@@ -19,8 +19,8 @@ class UserDefaults;
 
 /// The one store of the user's preferences. Main thread only.
 ///
-/// Every field is a property; its key in the user defaults is its name. A write is published first
-/// and is on the disk when the setter returns, also when the value is the same. A field that was
+/// Every field is a property; its key in the user defaults is its name. A write is published at
+/// once, and saved soon after (see UserDefaults), also when the value is the same. A field that was
 /// never written has no key. Values are not clamped: limits belong to the controls on the screens.
 class AppSettings : public QObject {
     Q_OBJECT
@@ -57,8 +57,8 @@ class AppSettings : public QObject {
     Q_PROPERTY(bool isCleaningOverdue READ isCleaningOverdue STORED false)
 
 public:
-    /// Loads all fields. What is absent or of another type has its default; nothing is written.
-    /// `home` is what "~" stands for in an excluded path.
+    /// Loads all fields, for which it may wait for the disk. What is absent or of another type has
+    /// its default; nothing is written. `home` is what "~" stands for in an excluded path.
     AppSettings(UserDefaults& defaults, Clock& clock, QString home, QObject* parent = nullptr);
 
     /// The settings of the program, on the system's host; made on first use, never destroyed.

@@ -60,12 +60,14 @@ void start(const std::shared_ptr<Run>& run)
     }
 }
 
-/// Starting reads the executable from the disk, which the caller's thread must not wait for, nor
-/// must it queue behind long work in the shared pool.
+/// Starting reads the executable from the disk, which the caller's thread must not wait for. More
+/// threads than one, unlike a Worker, since a start may hang on a volume that is gone, and those of
+/// other commands must not stand in line behind it.
 QThreadPool& startingPool()
 {
     static QThreadPool* const pool = [] {
         auto* made = new QThreadPool;
+        made->setObjectName(u"starts"_s); // what tools show its threads as
         made->setMaxThreadCount(4);
         return made;
     }();

@@ -27,7 +27,7 @@ void Host::setShared(Host& host)
 OwnedHost::OwnedHost(const Locations& locations, FileSystemProviding& fileSystem,
                      std::unique_ptr<Volumes> volumes, std::unique_ptr<Clock> clock,
                      std::unique_ptr<Workspace> workspace, std::unique_ptr<Pasteboard> pasteboard)
-    : m_defaults(locations.path(u"~/Library/Preferences/com.brivane.app.plist"))
+    : m_defaults(locations.path(u"~/Library/Preferences/com.brivane.app.plist"), fileSystem)
     , m_volumes(volumes ? std::move(volumes) : Volumes::ofThisMachine())
     , m_clock(clock ? std::move(clock) : std::make_unique<SystemClock>())
     , m_workspace(workspace ? std::move(workspace) : Workspace::ofThisMachine())

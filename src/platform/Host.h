@@ -27,7 +27,8 @@ struct Host {
     Workspace& workspace;
     Pasteboard& pasteboard;
 
-    /// The real machine, made on first use and alive to the end of the process. Any thread.
+    /// The real machine, made on first use and alive to the end of the process, so that whoever
+    /// ends it sees to the preferences being saved. Any thread.
     static Host& system();
 
     /// The machine that the objects named `shared` work on: the real one, unless another was
@@ -40,8 +41,8 @@ struct Host {
 /// A Host together with what it refers to, except the file system.
 class OwnedHost {
 public:
-    /// The preferences lie where `locations` puts them. Volumes, clock, workspace and pasteboard
-    /// are the machine's own unless others are given.
+    /// The preferences lie where `locations` puts them, and are saved when this ends. Volumes,
+    /// clock, workspace and pasteboard are the machine's own unless others are given.
     OwnedHost(const Locations& locations, FileSystemProviding& fileSystem,
               std::unique_ptr<Volumes> volumes = nullptr, std::unique_ptr<Clock> clock = nullptr,
               std::unique_ptr<Workspace> workspace = nullptr,

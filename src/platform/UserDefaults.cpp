@@ -1,40 +1,43 @@
 #include "platform/UserDefaults.h"
 
 #include "platform/FileReading.h"
-#include "platform/FileWriting.h"
+#include "platform/FileSystemProviding.h"
 #include "platform/PropertyList.h"
 #include "platform/PutAside.h"
+#include "platform/SystemLog.h"
 
 #include <cerrno>
 #include <cmath>
+#include <utility>
 
 namespace brivane {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-enum class Content { Missing, Unreadable, Broken, Good };
+enum class Content { Readable, Broken };
 
 struct Loaded {
-    Content content;
-    QVariantMap values;
+    Content content = Content::Readable;
+    QVariantMap values = {};
 };
 
-Loaded load(const QString& file)
+/// An error is one of the disk. A file that is not there holds nothing.
+Result<Loaded> load(const QString& file)
 {
     const Result<QByteArray> bytes = readWholeFile(file);
-    if (!bytes)
-        return {bytes.error().code == ENOENT ? Content::Missing : Content::Unreadable, {}};
+    if (!bytes) {
+        if (bytes.error().code == ENOENT)
+            return Loaded{};
+        if (bytes.error().code == EFBIG) // no preferences are that large
+            return Loaded{Content::Broken};
+        return bytes.error();
+    }
     const std::optional<QVariant> value = PropertyList::read(*bytes);
     if (!value || value->typeId() != QMetaType::QVariantMap)
-        return {Content::Broken, {}};
-    return {Content::Good, value->toMap()};
-}
-
-/// Replaces `file` by `bytes`: a reader, or a start after a crash, sees the old or the new content.
-bool replaceFile(const QString& file, QByteArrayView bytes)
-{
-    const QString folder = file.left(file.lastIndexOf(u'/'));
-    return makeDirectoryWithParents(folder, 0700) && writeFileAtomically(file, bytes, 0600);
+        return Loaded{Content::Broken};
+    return Loaded{Content::Readable, value->toMap()};
 }
 
 bool isNumber(const QVariant& value)
@@ -55,14 +58,37 @@ void apply(QVariantMap& values, const QVariantMap& changes)
 
 } // namespace
 
-UserDefaults::UserDefaults(const QString& file)
-    : m_file(file)
-    , m_values(load(file).values)
+UserDefaults::UserDefaults(QString file, FileSystemProviding& fileSystem)
+    : m_file(std::move(file))
+    , m_fileSystem(fileSystem)
+    , m_worker(u"preferences"_s)
 {
+}
+
+UserDefaults::~UserDefaults()
+{
+    waitUntilSaved();
+}
+
+void UserDefaults::readAhead()
+{
+    m_worker.run([this] { read(); });
+}
+
+void UserDefaults::read() const
+{
+    std::call_once(m_isRead, [this] {
+        Result<Loaded> loaded = load(m_file);
+        const std::lock_guard lock(m_mutex);
+        if (loaded)
+            m_values = std::move(loaded->values);
+        apply(m_values, m_unsaved);
+    });
 }
 
 QVariant UserDefaults::object(const QString& key) const
 {
+    read();
     const std::lock_guard lock(m_mutex);
     return m_values.value(key);
 }
@@ -124,54 +150,117 @@ std::optional<QByteArray> UserDefaults::data(const QString& key) const
                                                    : std::nullopt;
 }
 
-bool UserDefaults::setInteger(const QString& key, qint64 value)
+void UserDefaults::setInteger(const QString& key, qint64 value)
 {
-    return change(key, value);
+    change(key, value);
 }
-bool UserDefaults::setBool(const QString& key, bool value)
+void UserDefaults::setBool(const QString& key, bool value)
 {
-    return change(key, value);
+    change(key, value);
 }
-bool UserDefaults::setReal(const QString& key, double value)
+void UserDefaults::setReal(const QString& key, double value)
 {
-    return change(key, value);
+    change(key, value);
 }
-bool UserDefaults::setString(const QString& key, const QString& value)
+void UserDefaults::setString(const QString& key, const QString& value)
 {
-    return change(key, value);
+    change(key, value);
 }
-bool UserDefaults::setStringArray(const QString& key, const QStringList& value)
+void UserDefaults::setStringArray(const QString& key, const QStringList& value)
 {
-    return change(key, value);
+    change(key, value);
 }
-bool UserDefaults::setData(const QString& key, const QByteArray& value)
+void UserDefaults::setData(const QString& key, const QByteArray& value)
 {
-    return change(key, value);
+    change(key, value);
 }
-bool UserDefaults::remove(const QString& key)
+void UserDefaults::remove(const QString& key)
 {
-    return change(key, {});
+    change(key, {});
 }
 
-bool UserDefaults::change(const QString& key, const QVariant& value)
+void UserDefaults::change(const QString& key, const QVariant& value)
 {
+    {
+        const std::lock_guard lock(m_mutex);
+        m_unsaved.insert(key, value);
+        apply(m_values, {{key, value}});
+    }
+    requestWrite();
+}
+
+void UserDefaults::requestWrite()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (std::exchange(m_isWriteWaiting, true))
+            return;
+    }
+    m_worker.run([this] { write(); });
+}
+
+bool UserDefaults::waitUntilSaved()
+{
+    const auto isSaved = [this] {
+        m_worker.waitForDone();
+        const std::lock_guard lock(m_mutex);
+        return m_unsaved.isEmpty();
+    };
+    if (isSaved())
+        return true;
+    requestWrite(); // the last one failed
+    return isSaved();
+}
+
+void UserDefaults::write()
+{
+    read();
+    QVariantMap changes;
+    {
+        const std::lock_guard lock(m_mutex);
+        m_isWriteWaiting = false;
+        changes = std::exchange(m_unsaved, {});
+    }
+    Result<QVariantMap> saved = save(changes);
+    if (!saved && !m_isFailing)
+        writeToSystemLog(u"com.brivane.app", u"scanner", LogLevel::Error,
+                         u"The preferences could not be saved: %1"_s.arg(saved.error().text()));
+    m_isFailing = !saved;
+
     const std::lock_guard lock(m_mutex);
-    m_unsaved.insert(key, value);
-    apply(m_values, m_unsaved);
+    if (saved) {
+        m_values = std::move(*saved);
+        apply(m_values, m_unsaved);
+    } else {
+        changes.insert(m_unsaved); // what is newer wins
+        m_unsaved = std::move(changes);
+    }
+}
 
+Result<QVariantMap> UserDefaults::save(const QVariantMap& changes)
+{
     // Another process may have written since: its values stay, only what changed here is put in.
-    Loaded current = load(m_file);
-    if (current.content == Content::Unreadable ||
-        (current.content == Content::Broken && !putAside(m_file)))
-        return false;
-    apply(current.values, m_unsaved);
+    Result<Loaded> current = load(m_file);
+    if (!current)
+        return current.error();
+    QVariantMap values = std::move(current->values);
+    if (current->content == Content::Broken) {
+        if (const auto aside = putAside(m_file); !aside)
+            return aside.error();
+        const std::lock_guard lock(m_mutex);
+        values = m_values; // all that is left of it
+    }
+    apply(values, changes);
     const std::optional<QByteArray> bytes =
-        PropertyList::write(current.values, PropertyList::Encoding::Xml);
-    if (!bytes || !replaceFile(m_file, *bytes))
-        return false;
-    m_values = current.values;
-    m_unsaved.clear();
-    return true;
+        PropertyList::write(values, PropertyList::Encoding::Xml);
+    if (!bytes)
+        return FileError{EINVAL, m_file, FileOperation::Write};
+    const QString folder = m_file.left(m_file.lastIndexOf(u'/'));
+    if (const auto made = m_fileSystem.makeDirectory(folder, 0700); !made)
+        return made.error();
+    if (const auto written = m_fileSystem.writeAtomically(m_file, *bytes, 0600); !written)
+        return written.error();
+    return values;
 }
 
 } // namespace brivane

@@ -22,7 +22,8 @@ public:
     /// The one of the program.
     static const CleanupHistory& shared();
 
-    /// Puts `record` in front of the others, and drops what is over ten.
+    /// Puts `record` in front of the others, and drops what is over ten. Does not wait for the
+    /// disk.
     void save(const CleanupRecord& record) const;
     /// Newest first. Empty when there are none, or they cannot be understood; those stay stored
     /// until the next save.

@@ -1,5 +1,6 @@
 #include "core/AppSettings.h"
 
+#include "platform/DefaultFileSystem.h"
 #include "platform/PropertyList.h"
 #include "platform/UserDefaults.h"
 #include "support/ManualClock.h"
@@ -19,11 +20,18 @@ namespace {
 
 class AppSettingsTest : public ::testing::Test {
 protected:
+    /// What is in the file once all is saved.
+    UserDefaults& stored()
+    {
+        for (const auto& earlier : m_defaults)
+            EXPECT_TRUE(earlier->waitUntilSaved());
+        m_defaults.push_back(std::make_unique<UserDefaults>(file, DefaultFileSystem::shared()));
+        return *m_defaults.back();
+    }
     /// As a new start of the program loads them.
     [[nodiscard]] std::unique_ptr<AppSettings> settings()
     {
-        m_defaults.push_back(std::make_unique<UserDefaults>(file));
-        return std::make_unique<AppSettings>(*m_defaults.back(), clock, u"/Users/ann"_s);
+        return std::make_unique<AppSettings>(stored(), clock, u"/Users/ann"_s);
     }
 
     QTemporaryDir folder;
@@ -77,8 +85,7 @@ TEST_F(AppSettingsTest, EveryFieldHasItsDefaultAndSurvivesARestart)
         EXPECT_TRUE(first->setProperty(field.name, field.other)) << field.name;
         EXPECT_TRUE(first->setProperty(field.name, field.other)); // no change: not published
         EXPECT_EQ(published.count(), 1) << field.name;
-        const UserDefaults stored(file); // at once
-        EXPECT_EQ(stored.object(QString::fromUtf8(field.name)),
+        EXPECT_EQ(stored().object(QString::fromUtf8(field.name)),
                   field.stored.isValid() ? field.stored : field.other)
             << field.name;
     }
@@ -103,7 +110,7 @@ TEST_F(AppSettingsTest, AWrongTypeOrRangeGivesTheDefaultAndStaysInTheFile)
             EXPECT_EQ(loaded->property(field.name), field.standard) << field.name;
     }
     for (const qint64 code : {-1ll, 65536ll}) {
-        UserDefaults(file).setInteger(u"cleanModeKeyCode"_s, code);
+        stored().setInteger(u"cleanModeKeyCode"_s, code);
         EXPECT_EQ(settings()->cleanModeKeyCode(), 49);
     }
 }
@@ -112,7 +119,7 @@ TEST_F(AppSettingsTest, ClearingTheCleaningDateRemovesItsKey)
 {
     settings()->setLastPhysicalCleanDate(cleaned);
     settings()->setLastPhysicalCleanDate(QDateTime());
-    EXPECT_FALSE(UserDefaults(file).object(u"lastPhysicalCleanDate"_s).isValid());
+    EXPECT_FALSE(stored().object(u"lastPhysicalCleanDate"_s).isValid());
 }
 
 TEST_F(AppSettingsTest, OverdueExactlyWhenTheDaysHavePassed)
@@ -154,5 +161,5 @@ TEST_F(AppSettingsTest, ExcludedPathsAreStandardisedSortedAndUnique)
 
     QFile::remove(file);
     settings()->removeExcludedPath(u"/none"_s);
-    EXPECT_EQ(UserDefaults(file).stringArray(u"excludedPaths"_s), QStringList()); // still written
+    EXPECT_EQ(stored().stringArray(u"excludedPaths"_s), QStringList()); // still written
 }

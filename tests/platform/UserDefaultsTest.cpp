@@ -2,20 +2,25 @@
 
 #include "platform/PathText.h"
 #include "platform/PropertyList.h"
+#include "platform/SystemLog.h"
 #include "support/FileTestSupport.h"
+#include "support/RecordingFileSystem.h"
+
+#include <QSemaphore>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 using namespace brivane;
+using brivane::testing::RecordingFileSystem;
 using namespace Qt::StringLiterals;
 
 namespace {
 
-class UserDefaultsTest : public testing::Test {
+class UserDefaultsTest : public ::testing::Test {
 protected:
     TestFolder m_folder;
     QString m_file = text(m_folder / "defaults.plist");
+    RecordingFileSystem m_disk;
 };
 
 } // namespace
@@ -35,7 +40,7 @@ TEST_F(UserDefaultsTest, AWrongTypeReadsAsAbsent)
     };
     writeFile(m_folder / "defaults.plist",
               PropertyList::write(values, PropertyList::Encoding::Xml).value_or(QByteArray()));
-    const UserDefaults defaults(m_file);
+    const UserDefaults defaults(m_file, m_disk);
 
     struct Row {
         QString key;
@@ -66,21 +71,49 @@ TEST_F(UserDefaultsTest, AWrongTypeReadsAsAbsent)
     }
 }
 
-TEST_F(UserDefaultsTest, WritesAreInTheFileAtOnceBesideWhatOthersWrote)
+TEST_F(UserDefaultsTest, ChangesWaitForNoDiskAndShareAWrite)
+{
+    QSemaphore writing;
+    QSemaphore mayWrite;
+    m_disk.beforeWriting = [&] {
+        writing.release();
+        EXPECT_TRUE(m_disk.writes > 1 || mayWrite.tryAcquire(1, 10'000));
+    };
+    UserDefaults defaults(m_file, m_disk);
+    defaults.setInteger(u"days"_s, 0);
+    ASSERT_TRUE(writing.tryAcquire(1, 10'000));
+    for (int i = 1; i <= 1000; ++i) {
+        defaults.setInteger(u"days"_s, i);
+        EXPECT_EQ(defaults.integer(u"days"_s), i);
+    }
+    EXPECT_FALSE(stands(PathText::toBytes(m_file)));
+    mayWrite.release();
+    EXPECT_TRUE(defaults.waitUntilSaved());
+    EXPECT_EQ(m_disk.writes, 2);
+    EXPECT_EQ(UserDefaults(m_file, m_disk).integer(u"days"_s), 1000);
+}
+
+TEST_F(UserDefaultsTest, WhatIsSetRightBeforeTheEndIsInTheFileBesideWhatOthersWrote)
 {
     m_file = text(m_folder / "not/there/yet/defaults.plist");
     const QString path = PathText::fromBytes("/photos/\xFF");
-    UserDefaults defaults(m_file);
-    EXPECT_FALSE(stands(m_folder / "not"));
-    EXPECT_TRUE(defaults.setInteger(u"days"_s, -3));
-    UserDefaults other(m_file); // another process
-    EXPECT_TRUE(other.setStringArray(u"paths"_s, {path}));
-    EXPECT_TRUE(defaults.setBool(u"shown"_s, true));
-    EXPECT_TRUE(defaults.setReal(u"date"_s, 1764000000.25));
-    EXPECT_TRUE(defaults.setData(u"records"_s, "\xFF"));
-    EXPECT_TRUE(other.remove(u"shown"_s));
-
-    const UserDefaults again(m_file);
+    {
+        UserDefaults defaults(m_file, m_disk);
+        EXPECT_FALSE(defaults.object(u"days"_s).isValid());
+        EXPECT_FALSE(stands(m_folder / "not"));
+        defaults.setInteger(u"days"_s, -3);
+        EXPECT_TRUE(defaults.waitUntilSaved());
+        UserDefaults other(m_file, m_disk); // another process
+        other.setStringArray(u"paths"_s, {path});
+        EXPECT_TRUE(other.waitUntilSaved());
+        defaults.setBool(u"shown"_s, true);
+        defaults.setReal(u"date"_s, 1764000000.25);
+        defaults.setData(u"records"_s, "\xFF");
+        EXPECT_TRUE(defaults.waitUntilSaved());
+        EXPECT_EQ(defaults.stringArray(u"paths"_s), QStringList{path});
+        other.remove(u"shown"_s);
+    }
+    const UserDefaults again(m_file, m_disk);
     EXPECT_EQ(again.integer(u"days"_s), -3);
     EXPECT_EQ(again.stringArray(u"paths"_s), QStringList{path});
     EXPECT_FALSE(again.object(u"shown"_s).isValid());
@@ -89,26 +122,42 @@ TEST_F(UserDefaultsTest, WritesAreInTheFileAtOnceBesideWhatOthersWrote)
     EXPECT_EQ(namesIn(text(m_folder / "not/there/yet")), QStringList(u"defaults.plist"_s));
 }
 
-TEST_F(UserDefaultsTest, ADamagedFileIsKeptUnderAnotherName)
+TEST_F(UserDefaultsTest, ADamagedFileIsKeptUnderAnotherNameAndWhatIsInMemoryWrittenWhole)
 {
-    const QByteArray aside = m_folder / "defaults.plist.damaged-1";
-    writeFile(m_folder / "defaults.plist", "precious, but no property list");
-    UserDefaults defaults(m_file);
+    const QByteArray precious = "precious, but no property list";
+    writeFile(m_folder / "defaults.plist", precious);
+    UserDefaults defaults(m_file, m_disk);
     EXPECT_FALSE(defaults.object(u"days"_s).isValid());
-    EXPECT_FALSE(stands(aside));
-    EXPECT_TRUE(defaults.setInteger(u"days"_s, 9));
-    EXPECT_EQ(readFile(aside), "precious, but no property list");
-    EXPECT_EQ(UserDefaults(m_file).integer(u"days"_s), 9);
+    EXPECT_FALSE(stands(m_folder / "defaults.plist.damaged-1"));
+    defaults.setInteger(u"days"_s, 9);
+    EXPECT_TRUE(defaults.waitUntilSaved());
+    EXPECT_EQ(readFile(m_folder / "defaults.plist.damaged-1"), precious);
+
+    writeFile(m_folder / "defaults.plist", "damaged once more");
+    defaults.setBool(u"shown"_s, true);
+    EXPECT_TRUE(defaults.waitUntilSaved());
+    EXPECT_EQ(readFile(m_folder / "defaults.plist.damaged-2"), "damaged once more");
+    const UserDefaults again(m_file, m_disk);
+    EXPECT_EQ(again.integer(u"days"_s), 9);
+    EXPECT_EQ(again.boolean(u"shown"_s), true);
 }
 
-TEST_F(UserDefaultsTest, AFailedWriteHoldsAndReachesTheDiskWithTheNextOne)
+TEST_F(UserDefaultsTest, AFailedWriteHoldsIsLoggedOnceAndTriedAgainAtTheEnd)
 {
-    m_file = text(m_folder / "blocker/defaults.plist");
-    writeFile(m_folder / "blocker", ""); // a file where the directory should be
-    UserDefaults defaults(m_file);
-    EXPECT_FALSE(defaults.setInteger(u"days"_s, 9));
-    EXPECT_EQ(defaults.integer(u"days"_s), 9);
-    ASSERT_EQ(::unlink(m_folder / "blocker"), 0);
-    EXPECT_TRUE(defaults.setBool(u"shown"_s, true));
-    EXPECT_EQ(UserDefaults(m_file).integer(u"days"_s), 9);
+    ::testing::internal::CaptureStderr();
+    writeToSystemLog(u"com.brivane.app", u"scanner", LogLevel::Error, u"probe"); // or the journal
+    m_disk.cannotWrite = true;
+    {
+        UserDefaults defaults(m_file, m_disk);
+        defaults.setInteger(u"days"_s, 9);
+        EXPECT_FALSE(defaults.waitUntilSaved());
+        defaults.setBool(u"shown"_s, false);
+        EXPECT_FALSE(defaults.waitUntilSaved());
+        EXPECT_EQ(defaults.integer(u"days"_s), 9);
+        m_disk.cannotWrite = false;
+    }
+    const QByteArray log = ::testing::internal::GetCapturedStderr().c_str();
+    EXPECT_EQ(log.count("could not be saved"), log.count("probe")) << log.constData();
+    EXPECT_EQ(UserDefaults(m_file, m_disk).integer(u"days"_s), 9);
+    EXPECT_EQ(UserDefaults(m_file, m_disk).boolean(u"shown"_s), false);
 }

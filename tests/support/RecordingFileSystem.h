@@ -25,6 +25,7 @@ public:
     /// Called before each operation but writing, on its thread.
     std::function<void(FileOperation, const QString& path)> before = [](FileOperation,
                                                                         const QString&) {};
+    std::function<void()> beforeWriting = [] {}; ///< on the writing thread
 
     /// In order: "trash name", "remove name", "move name".
     [[nodiscard]] QStringList calls() const
@@ -77,6 +78,7 @@ public:
     Result<> writeAtomically(const QString& path, QByteArrayView bytes, mode_t mode) override
     {
         ++writes;
+        beforeWriting();
         if (cannotWrite)
             return FileError{ENOSPC, path, FileOperation::Write};
         return m_real.writeAtomically(path, bytes, mode);

@@ -2,8 +2,7 @@
 
 #include "platform/PathText.h"
 #include "platform/SystemLog.h"
-
-#include <QThreadPool>
+#include "platform/Worker.h"
 
 #include <array>
 
@@ -86,23 +85,18 @@ Reason openFolderOf(const QByteArray& path, GCancellable* cancellable)
 /// file manager that has to be started. One request follows the other.
 class DesktopWorkspace final : public Workspace {
 public:
-    DesktopWorkspace() { m_pool.setMaxThreadCount(1); }
-    DesktopWorkspace(const DesktopWorkspace&) = delete;
-    DesktopWorkspace& operator=(const DesktopWorkspace&) = delete;
-    ~DesktopWorkspace() override
-    {
-        m_pool.clear();
-        g_cancellable_cancel(m_ending.get());
-    }
-
     void reveal(const QString& path) override
     {
-        m_pool.start([path, ending = m_ending.get()] {
-            const QByteArray bytes = PathText::toBytes(path);
-            const Reason notShown = showSelected(bytes, ending);
-            if (notShown.isEmpty() || g_cancellable_is_cancelled(ending))
+        m_worker.run([path](const std::stop_token& stop) {
+            if (stop.stop_requested())
                 return;
-            const Reason notOpened = openFolderOf(bytes, ending);
+            const Owned<GCancellable> cancellable(g_cancellable_new());
+            const std::stop_callback cancel(stop, [&] { g_cancellable_cancel(cancellable.get()); });
+            const QByteArray bytes = PathText::toBytes(path);
+            const Reason notShown = showSelected(bytes, cancellable.get());
+            if (notShown.isEmpty() || stop.stop_requested())
+                return;
+            const Reason notOpened = openFolderOf(bytes, cancellable.get());
             if (notOpened.isEmpty())
                 return;
             writeToSystemLog(
@@ -113,8 +107,7 @@ public:
     }
 
 private:
-    Owned<GCancellable> m_ending{g_cancellable_new()};
-    QThreadPool m_pool; ///< goes first, and waits for its thread
+    Worker m_worker{u"workspace"_s};
 };
 
 } // namespace

@@ -38,7 +38,11 @@ struct ProcessEnd {
 };
 
 /// A child process with its standard output and error as pipes; environment, working directory and
-/// standard input are those of the program. Arguments reach the child byte for byte (PathText).
+/// standard input are those of the program. Arguments reach the child byte for byte (PathText). All
+/// signals are at their default in the child but SIGHUP, which stays ignored if it is.
+///
+/// Starting one ends an ignoring of SIGCHLD in the whole program, as a launcher may leave it; no
+/// end could be heard of. A handler for SIGCHLD stays.
 ///
 /// Belongs to the operation that starts it. It may be made and used on any thread, no event loop is
 /// needed, but one Process is used by one thread at a time (terminate() by any). Handlers run on a

@@ -4,6 +4,8 @@
 
 #include <QTemporaryDir>
 
+#include <map>
+
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -21,6 +23,23 @@ QStringList shell(const QString& line)
 }
 
 const QString sh = u"/bin/sh"_s;
+
+class IgnoredSignals {
+public:
+    explicit IgnoredSignals(std::initializer_list<int> signals)
+    {
+        for (const int number : signals)
+            m_before[number] = ::signal(number, SIG_IGN);
+    }
+    ~IgnoredSignals()
+    {
+        for (const auto& [number, handler] : m_before)
+            ::signal(number, handler);
+    }
+
+private:
+    std::map<int, void (*)(int)> m_before;
+};
 
 } // namespace
 
@@ -119,6 +138,28 @@ TEST(Process, DestructionReapsEvenAChildThatIgnoresTheRequest)
         run.process.reset();
         EXPECT_TRUE(waitForNoChildren()) << qPrintable(line);
         EXPECT_FALSE(run.end.has_value());
+    }
+}
+
+TEST(Process, WhatALauncherLeftIgnoredNeitherHidesTheEndNorReachesTheChild)
+{
+    const auto handler = [](int) {};
+    const std::pair<void (*)(int), int> rows[] = {
+        {SIG_IGN, 0}, {SIG_DFL, SA_NOCLDWAIT}, {handler, SA_NOCLDWAIT}, {handler, SA_NOCLDSTOP}};
+    for (const auto& [disposition, flags] : rows) {
+        const IgnoredSignals ignored({SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM});
+        struct sigaction action = {};
+        action.sa_handler = disposition;
+        action.sa_flags = flags;
+        struct sigaction before = {};
+        ASSERT_EQ(::sigaction(SIGCHLD, &action, &before), 0);
+        RecordedProcess run(sh, shell(u"sed -n 's/SigIgn:\\t//p' /proc/self/status; exit 3"_s));
+        EXPECT_TRUE(run.runs());
+        ASSERT_EQ(::sigaction(SIGCHLD, &before, &action), 0);
+        EXPECT_EQ(run.status(), 3);
+        EXPECT_EQ(action.sa_handler, disposition == SIG_IGN ? SIG_DFL : disposition);
+        // Only SIGHUP, which nohup ignores for whatever follows; above 31 are the C library's own.
+        EXPECT_EQ(run.output.trimmed().toULongLong(nullptr, 16) & 0x7FFF'FFFF, 1U << (SIGHUP - 1));
     }
 }
 

@@ -1,6 +1,7 @@
 #include "platform/linux/ProcessChild.h"
 
 #include "platform/PathText.h"
+#include "platform/linux/ChildSignals.h"
 
 #include <array>
 #include <cerrno>
@@ -66,10 +67,8 @@ int spawnChild(const std::vector<QByteArray>& arguments, int output, int error, 
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     sigset_t none;
-    sigset_t standard;
     sigemptyset(&none);
-    sigemptyset(&standard);
-    sigaddset(&standard, SIGPIPE);
+    const sigset_t standard = posix::signalsOfAChild();
     posix_spawnattr_setsigmask(&attributes, &none);
     posix_spawnattr_setsigdefault(&attributes, &standard);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
@@ -104,6 +103,7 @@ void Process::Child::spawn()
         throw LaunchError(executable, failure);
     if (const int failure = error.open(); failure != 0)
         throw LaunchError(executable, failure);
+    posix::keepEndsOfChildren();
     pid_t pid = -1;
     if (const int failure = spawnChild(bytes, output.writing.get(), error.writing.get(), pid);
         failure != 0)

@@ -1,4 +1,6 @@
+#include "platform/FileDescriptor.h"
 #include "platform/PathText.h"
+#include "support/AwaitTask.h"
 #include "support/ChildProcesses.h"
 #include "support/RecordedProcess.h"
 
@@ -24,6 +26,38 @@ QStringList shell(const QString& line)
 
 const QString sh = u"/bin/sh"_s;
 
+/// A FIFO "gate" that shows whether somebody lives who has it open for reading.
+class Gate {
+public:
+    Gate() { EXPECT_EQ(::mkfifo(m_path.constData(), 0600), 0); }
+
+    /// In the folder of the gate.
+    [[nodiscard]] QStringList shell(const char* line) const
+    {
+        return ::shell(u"cd '"_s + m_folder.path() + u"'; "_s + QString::fromLatin1(line));
+    }
+    /// Waits for a reader and lets it in.
+    bool opens()
+    {
+        return waitUntil([this] { return (m_held = openForWriting()).isValid(); });
+    }
+    bool isLeft()
+    {
+        m_held.close();
+        return waitUntil([this] { return !openForWriting().isValid(); });
+    }
+
+private:
+    [[nodiscard]] FileDescriptor openForWriting() const
+    {
+        return FileDescriptor(::open(m_path.constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
+    }
+
+    const QTemporaryDir m_folder;
+    const QByteArray m_path = m_folder.path().toUtf8() + "/gate";
+    FileDescriptor m_held;
+};
+
 class IgnoredSignals {
 public:
     explicit IgnoredSignals(std::initializer_list<int> signals)
@@ -40,6 +74,12 @@ public:
 private:
     std::map<int, void (*)(int)> m_before;
 };
+
+bool hasDeadChild()
+{
+    siginfo_t info = {};
+    return ::waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0 && info.si_pid != 0;
+}
 
 } // namespace
 
@@ -115,30 +155,51 @@ TEST(Process, WhatCannotStartThrowsAndCallsNoHandler)
     EXPECT_TRUE(waitForNoChildren());
 }
 
-TEST(Process, TerminateEndsItAndDoesNotWaitForWhatItLeftBehind)
+TEST(Process, NoPartOfACommandOutlivesItsEnd)
 {
-    RecordedProcess run(sh, shell(u"sleep 1000 & echo $!; wait"_s));
+    enum How { Terminated, Destroyed };
+    const std::pair<const char*, How> rows[] = {
+        {"sleep 1000 < gate & wait", Terminated},
+        {"sleep 1000 < gate & wait", Destroyed},
+        {"sleep 1000 < gate &", Terminated}, // all that is left is what it has started
+        {"sleep 1000 < gate &", Destroyed},
+        {"(trap '' TERM; exec sleep 1000 < gate) & wait", Terminated},
+        {"trap '' TERM; while :; do sleep 0.05 < gate; done", Destroyed},
+    };
+    for (const auto& [line, how] : rows) {
+        Gate gate;
+        RecordedProcess run(sh, gate.shell(line));
+        run.process->start();
+        ASSERT_TRUE(gate.opens());
+        if (!QByteArrayView(line).endsWith("&")) {
+            EXPECT_FALSE(hasDeadChild()) << line;
+        } else {
+            ASSERT_TRUE(waitUntil(hasDeadChild)) << "its number may be another's already";
+        }
+        if (how == Destroyed) {
+            run.process.reset();
+        } else {
+            run.process->terminate();
+            EXPECT_TRUE(run.ends());
+            run.process->terminate(); // no harm to whoever has the number now
+        }
+        EXPECT_TRUE(waitForNoChildren()) << line;
+        EXPECT_TRUE(gate.isLeft()) << line;
+        EXPECT_EQ(run.end.has_value(), how == Terminated);
+    }
+}
+
+TEST(Process, WhatHasLeftTheGroupIsNeitherEndedNorWaitedFor)
+{
+    Gate gate;
+    RecordedProcess run(sh, gate.shell("setsid sh -c 'exec sleep 1000 < gate' & echo $!; wait"));
     run.process->start();
-    ASSERT_TRUE(run.waits([&] { return run.output.endsWith('\n'); }));
+    ASSERT_TRUE(gate.opens());
     run.process->terminate();
     ASSERT_TRUE(run.ends());
     EXPECT_EQ(run.end->reason, ProcessEnd::Reason::Signal);
     EXPECT_EQ(run.end->status, SIGTERM);
-    run.process->terminate(); // no harm to whoever has the number now
     EXPECT_EQ(::kill(run.output.trimmed().toInt(), SIGKILL), 0);
-}
-
-TEST(Process, DestructionReapsEvenAChildThatIgnoresTheRequest)
-{
-    for (const QString& line : {u"echo up; exec sleep 1000"_s,
-                                u"trap '' TERM; echo up; while :; do sleep 0.05; done"_s}) {
-        RecordedProcess run(sh, shell(line));
-        run.process->start();
-        ASSERT_TRUE(run.waits([&] { return run.output.endsWith('\n'); }));
-        run.process.reset();
-        EXPECT_TRUE(waitForNoChildren()) << qPrintable(line);
-        EXPECT_FALSE(run.end.has_value());
-    }
 }
 
 TEST(Process, WhatALauncherLeftIgnoredNeitherHidesTheEndNorReachesTheChild)
@@ -161,6 +222,15 @@ TEST(Process, WhatALauncherLeftIgnoredNeitherHidesTheEndNorReachesTheChild)
         // Only SIGHUP, which nohup ignores for whatever follows; above 31 are the C library's own.
         EXPECT_EQ(run.output.trimmed().toULongLong(nullptr, 16) & 0x7FFF'FFFF, 1U << (SIGHUP - 1));
     }
+}
+
+TEST(Process, NoTerminalStopsAChild)
+{
+    RecordedProcess run(sh,
+                        shell(u"read pid name state parent group session rest < /proc/self/stat;"
+                              " echo $((pid - group)) $((pid - session)) "_s));
+    ASSERT_TRUE(run.runs());
+    EXPECT_EQ(run.output, "0 0\n");
 }
 
 TEST(Process, AHandlerMayDestroyItsOwnProcess)

@@ -105,7 +105,8 @@ TEST(ScriptStandIn, ACommandThatHearsNoSignalsDoesNotHoldUpTheEnd)
     // As under pkexec: the user's process starts one that becomes root.
     const QString elevate = copyOf("/usr/bin/setpriv", machine.path(u"/elevate"));
     ASSERT_EQ(::chmod(PathText::toBytes(elevate).constData(), 04755), 0);
-    const QString script = u"do shell script \"exec '"_s + elevate +
+    // In a group of its own, since we are root here, whose signals it would hear.
+    const QString script = u"do shell script \"exec setsid '"_s + elevate +
                            u"' --reuid 0 --clear-groups /bin/sh -c "
                            u"'echo $$; while sleep 0.01; do echo on; done'\""_s;
     RecordedProcess running(u"/usr/bin/setpriv"_s, {u"--reuid"_s, u"65534"_s, u"--clear-groups"_s,

@@ -37,8 +37,10 @@ struct ProcessEnd {
     [[nodiscard]] bool isSuccess() const { return reason == Reason::Exit && status == 0; }
 };
 
-/// A child process with its standard output and error as pipes; environment, working directory and
-/// standard input are those of the program. Arguments reach the child byte for byte (PathText).
+/// A child process with its standard output and error as pipes; working directory and standard
+/// input are those of the program. Arguments reach the child byte for byte (PathText). The
+/// environment is the one that the program was started with: what is changed in it later reaches no
+/// child, so that it may be changed while other threads start some.
 ///
 /// Each child leads a process group of its own, and what it starts belongs to that unless it takes
 /// leave. The group has no terminal: Ctrl-C does not reach it, and asking there for a password

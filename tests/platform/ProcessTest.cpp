@@ -3,6 +3,7 @@
 #include "support/AwaitTask.h"
 #include "support/ChildProcesses.h"
 #include "support/RecordedProcess.h"
+#include "support/Variable.h"
 
 #include <QTemporaryDir>
 
@@ -224,13 +225,14 @@ TEST(Process, WhatALauncherLeftIgnoredNeitherHidesTheEndNorReachesTheChild)
     }
 }
 
-TEST(Process, NoTerminalStopsAChild)
+TEST(Process, NoTerminalStopsAChildAndNoChangeOfTheEnvironmentReachesIt)
 {
-    RecordedProcess run(sh,
-                        shell(u"read pid name state parent group session rest < /proc/self/stat;"
-                              " echo $((pid - group)) $((pid - session)) "_s));
+    const Variable late("BRIVANE_TEST_LATE", "set while others start children");
+    RecordedProcess run(
+        sh, shell(u"read pid name state parent group session rest < /proc/self/stat;"
+                  " echo $((pid - group)) $((pid - session)) \"$BRIVANE_TEST_LATE\""_s));
     ASSERT_TRUE(run.runs());
-    EXPECT_EQ(run.output, "0 0\n");
+    EXPECT_EQ(run.output, "0 0 \n");
 }
 
 TEST(Process, AHandlerMayDestroyItsOwnProcess)

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <string>
 #include <utility>
 
 #include <fcntl.h>
@@ -50,6 +51,31 @@ struct Pipe {
     }
 };
 
+/// A copy of the environment. Whoever changes that, and Qt itself does on the GUI thread, moves it
+/// under the eyes of threads that read it.
+class Environment {
+public:
+    Environment()
+    {
+        for (char** entry = environ; entry && *entry; ++entry)
+            m_texts.emplace_back(*entry);
+        for (std::string& text : m_texts)
+            m_pointers.push_back(text.data());
+        m_pointers.push_back(nullptr);
+    }
+    Environment(const Environment&) = delete;
+    Environment& operator=(const Environment&) = delete;
+
+    [[nodiscard]] char* const* pointers() const { return m_pointers.data(); }
+
+private:
+    std::vector<std::string> m_texts;
+    std::vector<char*> m_pointers;
+};
+
+/// Made before main(), while there is one thread.
+const Environment environmentAtStart;
+
 /// posix_spawn with the standard pipes, as the leader of a session of its own, default signal
 /// handling and no other descriptor.
 int spawnChild(const std::vector<QByteArray>& arguments, int output, int error, pid_t& pid)
@@ -78,7 +104,7 @@ int spawnChild(const std::vector<QByteArray>& arguments, int output, int error, 
                              POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSID);
 
     const int failure = ::posix_spawn(&pid, arguments.front().constData(), &actions, &attributes,
-                                      pointers.data(), environ);
+                                      pointers.data(), environmentAtStart.pointers());
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     return failure;

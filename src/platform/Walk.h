@@ -41,8 +41,8 @@ struct WalkAttributes {
     std::uint64_t inode = 0;
     std::uint64_t size = 0;          ///< logical length in bytes
     std::uint64_t allocatedSize = 0; ///< bytes that the file system has set aside
-    std::int64_t modifiedAt = 0;     ///< nanoseconds since 1970
-    std::int64_t changedAt = 0;      ///< nanoseconds since 1970
+    std::int64_t modifiedAt = 0;     ///< nanoseconds since 1970, or the farthest that there are
+    std::int64_t changedAt = 0;      ///< likewise
     std::uint32_t mode = 0;          ///< type and permissions as in st_mode
     std::uint32_t links = 0;
 };

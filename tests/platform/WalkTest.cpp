@@ -1,9 +1,11 @@
 #include "platform/Walk.h"
 
+#include "platform/FileIdentity.h"
 #include "support/FileTestSupport.h"
 
 #include <cmath>
 #include <functional>
+#include <limits>
 #include <map>
 #include <random>
 
@@ -163,6 +165,29 @@ TEST_F(WalkTest, StartsThatAreNoFolderGiveOneEntry)
     for (const QByteArray& start :
          {m_folder / "file", m_folder / "link", m_folder / "nothing", QByteArray("/dev/null")})
         expectSame(start);
+}
+
+TEST_F(WalkTest, TimesBeyondWhatNanosecondsCanSayAreTheFarthestThatTheyCan)
+{
+    const QByteArray path = m_folder / "file";
+    writeFile(path, "");
+    const auto farthest = std::numeric_limits<std::int64_t>::max();
+    const std::pair<std::int64_t, std::int64_t> rows[] = {
+        {9'000'000'000'000'000'000, farthest},
+        {9'223'372'037, farthest},
+        {-9'000'000'000'000'000'000, -farthest - 1},
+        {-1, -999'999'999}};
+    for (const auto& [seconds, expected] : rows) {
+        const timespec times[] = {{seconds, 1}, {seconds, 1}};
+        ASSERT_EQ(::utimensat(AT_FDCWD, path, times, 0), 0);
+        struct stat status = {};
+        ASSERT_EQ(::stat(path, &status), 0);
+        if (status.st_mtim.tv_sec != seconds)
+            GTEST_SKIP() << "the file system knows no such time";
+        Walk walk(path);
+        EXPECT_EQ(walk.next()->attributes.modifiedAt, expected);
+        EXPECT_EQ(FileIdentity::of(text(path))->modifiedAt, expected);
+    }
 }
 
 TEST_F(WalkTest, SkippedSubtreesAreLeftOutAndTheRestIsWhole)

@@ -1,5 +1,7 @@
 #include "platform/linux/DirectoryReader.h"
 
+#include "platform/linux/SystemCall.h"
+
 #include <cerrno>
 #include <cstring>
 
@@ -28,11 +30,6 @@ constexpr std::size_t nameOffset = offsetof(ListedEntry, name);
 bool isSelfOrParent(const char* name)
 {
     return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
-}
-
-std::int64_t nanoseconds(const statx_timestamp& time)
-{
-    return time.tv_sec * 1'000'000'000 + time.tv_nsec;
 }
 
 WalkKind kindOf(std::uint32_t mode)
@@ -66,8 +63,8 @@ void readAttributes(int descriptor, const char* name, Record& record)
         .inode = status.stx_ino,
         .size = status.stx_size,
         .allocatedSize = status.stx_blocks * 512,
-        .modifiedAt = nanoseconds(status.stx_mtime),
-        .changedAt = nanoseconds(status.stx_ctime),
+        .modifiedAt = posix::nanoseconds(status.stx_mtime),
+        .changedAt = posix::nanoseconds(status.stx_ctime),
         .mode = status.stx_mode,
         .links = status.stx_nlink,
     };

@@ -28,7 +28,8 @@ namespace brivane {
 enum class WalkKind : std::uint8_t {
     Directory,           ///< a directory, before its entries (FTS_D)
     DirectoryEnd,        ///< the same directory, after its entries (FTS_DP)
-    UnreadableDirectory, ///< in place of DirectoryEnd: it could not be opened (FTS_DNR)
+    UnreadableDirectory, ///< in place of DirectoryEnd: it could not be opened (FTS_DNR), or its
+                         ///< listing broke off, after the entries that came until then
     File,                ///< a regular file (FTS_F)
     SymbolicLink,        ///< a link, dangling or not (FTS_SL)
     Other,               ///< socket, FIFO, device (FTS_DEFAULT)

@@ -5,9 +5,9 @@
 #include <cerrno>
 #include <cstring>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <sys/sysmacros.h>
 #include <unistd.h>
 
@@ -81,12 +81,16 @@ void DirectoryReader::read(Directory* directory)
 {
     const int descriptor = m_queue.open(directory);
     while (descriptor >= 0 && !m_queue.isStopped()) {
-        const long listed =
-            ::syscall(SYS_getdents64, descriptor, m_listing.data(), m_listing.size());
-        // A listing that breaks off keeps what it gave, as readdir does.
-        if (listed <= 0)
+        const ssize_t listed = posix::uninterrupted(
+            [&] { return ::getdents64(descriptor, m_listing.data(), m_listing.size()); });
+        if (listed <= 0) {
+            // A folder that has been removed meanwhile is at its end, as readdir has it. Any other
+            // error is told after the entries that came before it.
+            if (listed < 0 && errno != ENOENT)
+                directory->error = errno;
             break;
-        for (long at = 0; at < listed && !m_queue.isStopped();) {
+        }
+        for (ssize_t at = 0; at < listed && !m_queue.isStopped();) {
             const char* entry = m_listing.data() + at;
             std::uint16_t length = 0;
             std::memcpy(&length, entry + offsetof(ListedEntry, length), sizeof length);

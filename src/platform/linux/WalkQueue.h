@@ -58,7 +58,7 @@ struct Directory {
     std::size_t taken = 0;
     std::string name;             ///< at the start of the walk its whole path
     int descriptor = -1;          ///< open while it is read and while `pins` is above 0
-    int error = 0;                ///< errno of the open, when that failed
+    int error = 0;                ///< errno of the open or of the listing, when that failed
     std::uint32_t references = 1; ///< its record or who took that, its reader, and its children
     std::uint32_t pins = 0;       ///< who needs `descriptor`: children to be opened, and `openers`
     std::uint32_t openers = 0;    ///< threads that open something from `descriptor` right now

@@ -18,7 +18,8 @@
 // Threads: a Walk belongs to the thread that calls it. Behind it, workers read ahead on all cores:
 // they open directories and stat their entries in about the order in which they will be asked for,
 // as far as a bounded buffer allows. A small tree never starts them. The owner of the walk is the
-// only thread that sees entries, so whatever it builds from them has one writer.
+// only thread that sees entries, so whatever it builds from them has one writer. Where no thread
+// can be started it reads alone, and gives the same.
 //
 // Two refinements over fts: a directory that another mount of the same device covers (a bind mount)
 // counts as another file system, so that nothing is seen twice; and mount points of network file

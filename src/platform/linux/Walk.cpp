@@ -200,7 +200,12 @@ private:
             count = std::max(fewestWorkers, std::thread::hardware_concurrency() - 1);
         for (unsigned i = 0; i < count; ++i) {
             m_queue->workerStarts();
-            std::thread(readAhead, m_queue).detach();
+            try {
+                std::thread(readAhead, m_queue).detach();
+            } catch (const std::system_error&) {
+                m_queue->workerLeaves();
+                return; // whoever is there reads all the same
+            }
         }
     }
 

@@ -118,7 +118,8 @@ public:
     /// How many directories wait to be read.
     [[nodiscard]] std::size_t waiting() const;
 
-    /// Counts the workers, so that the owner can wait for them to leave.
+    /// Counts the workers, so that the owner can wait for them to leave. One that could not be
+    /// started leaves as well.
     void workerStarts();
     void workerLeaves();
     /// Waits for the workers to leave, but no longer than a tenth of a second.

@@ -167,6 +167,24 @@ TEST_F(WalkTest, StartsThatAreNoFolderGiveOneEntry)
         expectSame(start);
 }
 
+TEST_F(WalkTest, StartsBeyondTheLongestPathAreTheSameAsByAShortOne)
+{
+    const QByteArray tree = m_folder / "tree";
+    ASSERT_EQ(::mkdir(tree, 0755), 0);
+    buildRandomTree(tree, 5, 200);
+    ASSERT_EQ(::symlink("tree", m_folder / "link"), 0);
+    for (const int steps : {PATH_MAX / 2, PATH_MAX * 2}) {
+        const QByteArray way = m_folder.path() + QByteArray("/.").repeated(steps);
+        for (const char* name : {"/tree", "/tree//", "/link", "/link/", "/nothing", "/tree/x/y"}) {
+            std::vector<Seen> expected = byWalk(m_folder.path() + name);
+            for (Seen& seen : expected)
+                seen.path.replace(0, m_folder.path().size(), way);
+            EXPECT_EQ(byWalk(way + name), expected) << name;
+        }
+        EXPECT_EQ(byWalk(way + QByteArray(PATH_MAX, '/')).size(), byWalk(way + "/").size());
+    }
+}
+
 TEST_F(WalkTest, TimesBeyondWhatNanosecondsCanSayAreTheFarthestThatTheyCan)
 {
     const QByteArray path = m_folder / "file";

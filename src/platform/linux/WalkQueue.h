@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Walk.h"
+#include "platform/linux/WalkStart.h"
 
 #include <condition_variable>
 #include <cstddef>
@@ -75,6 +76,7 @@ public:
     WalkQueue& operator=(const WalkQueue&) = delete;
 
     const WalkOptions options;
+    WalkStart start;          ///< set before any worker runs
     std::uint64_t device = 0; ///< of the start; set before any worker runs
     /// Mount points that must not be touched, full paths; set before any worker runs.
     std::vector<std::string> untouchable;
@@ -91,8 +93,8 @@ public:
     /// Makes a directory below `parent` (null for the start), not yet in the list, with one
     /// reference for its record. Takes no lock: the caller is reading `parent`.
     static Directory* make(Directory* parent, std::string_view name);
-    /// Puts the start into the list.
-    void begin(Directory* start);
+    /// Puts the directory at the start into the list.
+    void begin(Directory* first);
     /// Waits for the first waiting directory and marks it as being read; null when the walk ends.
     Directory* takeForReading();
     /// Opens `directory`, being read by the caller, close on exec; gives its descriptor or -1 with

@@ -1,13 +1,11 @@
-#include "platform/FileDescriptor.h"
 #include "platform/PathText.h"
 #include "support/AwaitTask.h"
 #include "support/ChildProcesses.h"
 #include "support/RecordedProcess.h"
 #include "support/Variable.h"
 
+#include <QFile>
 #include <QTemporaryDir>
-
-#include <map>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -26,61 +24,6 @@ QStringList shell(const QString& line)
 }
 
 const QString sh = u"/bin/sh"_s;
-
-/// A FIFO "gate" that shows whether somebody lives who has it open for reading.
-class Gate {
-public:
-    Gate() { EXPECT_EQ(::mkfifo(m_path.constData(), 0600), 0); }
-
-    /// In the folder of the gate.
-    [[nodiscard]] QStringList shell(const char* line) const
-    {
-        return ::shell(u"cd '"_s + m_folder.path() + u"'; "_s + QString::fromLatin1(line));
-    }
-    /// Waits for a reader and lets it in.
-    bool opens()
-    {
-        return waitUntil([this] { return (m_held = openForWriting()).isValid(); });
-    }
-    bool isLeft()
-    {
-        m_held.close();
-        return waitUntil([this] { return !openForWriting().isValid(); });
-    }
-
-private:
-    [[nodiscard]] FileDescriptor openForWriting() const
-    {
-        return FileDescriptor(::open(m_path.constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC));
-    }
-
-    const QTemporaryDir m_folder;
-    const QByteArray m_path = m_folder.path().toUtf8() + "/gate";
-    FileDescriptor m_held;
-};
-
-class IgnoredSignals {
-public:
-    explicit IgnoredSignals(std::initializer_list<int> signals)
-    {
-        for (const int number : signals)
-            m_before[number] = ::signal(number, SIG_IGN);
-    }
-    ~IgnoredSignals()
-    {
-        for (const auto& [number, handler] : m_before)
-            ::signal(number, handler);
-    }
-
-private:
-    std::map<int, void (*)(int)> m_before;
-};
-
-bool hasDeadChild()
-{
-    siginfo_t info = {};
-    return ::waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0 && info.si_pid != 0;
-}
 
 } // namespace
 
@@ -159,69 +102,51 @@ TEST(Process, WhatCannotStartThrowsAndCallsNoHandler)
 TEST(Process, NoPartOfACommandOutlivesItsEnd)
 {
     enum How { Terminated, Destroyed };
-    const std::pair<const char*, How> rows[] = {
-        {"sleep 1000 < gate & wait", Terminated},
-        {"sleep 1000 < gate & wait", Destroyed},
-        {"sleep 1000 < gate &", Terminated}, // all that is left is what it has started
-        {"sleep 1000 < gate &", Destroyed},
-        {"(trap '' TERM; exec sleep 1000 < gate) & wait", Terminated},
-        {"trap '' TERM; while :; do sleep 0.05 < gate; done", Destroyed},
+    const std::pair<QString, How> rows[] = {
+        {u"sleep 1000 & echo $!; wait"_s, Terminated},
+        {u"sleep 1000 & echo $!; wait"_s, Destroyed},
+        {u"sleep 1000 & echo $!"_s, Terminated}, // all that is left is what it has started
+        {u"sh -c 'trap \"\" TERM; echo $$; exec sleep 1000' & wait"_s, Terminated},
+        {u"trap '' TERM; echo $$; while :; do sleep 0.05; done"_s, Destroyed},
     };
     for (const auto& [line, how] : rows) {
-        Gate gate;
-        RecordedProcess run(sh, gate.shell(line));
+        RecordedProcess run(sh, shell(line));
         run.process->start();
-        ASSERT_TRUE(gate.opens());
-        if (!QByteArrayView(line).endsWith("&")) {
-            EXPECT_FALSE(hasDeadChild()) << line;
-        } else {
-            ASSERT_TRUE(waitUntil(hasDeadChild)) << "its number may be another's already";
-        }
-        if (how == Destroyed) {
-            run.process.reset();
-        } else {
-            run.process->terminate();
-            EXPECT_TRUE(run.ends());
-            run.process->terminate(); // no harm to whoever has the number now
-        }
-        EXPECT_TRUE(waitForNoChildren()) << line;
-        EXPECT_TRUE(gate.isLeft()) << line;
+        ASSERT_TRUE(run.waits([&] { return run.output.endsWith('\n'); }));
+        const auto isKeptWhenDead = [] {
+            siginfo_t info = {};
+            return ::waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0 && info.si_pid > 0;
+        };
+        ASSERT_TRUE(!line.endsWith(u"$!") || waitUntil(isKeptWhenDead)) << "for its number";
+        how == Terminated ? run.process->terminate() : run.process.reset();
+        EXPECT_TRUE(how == Destroyed || run.ends());
+        EXPECT_TRUE(waitForNoChildren()) << qPrintable(line);
+        QFile state(u"/proc/"_s + QString::fromLatin1(run.output.trimmed()) + u"/stat"_s);
+        EXPECT_TRUE(waitUntil([&] { // dead, though perhaps not reaped by whoever got it
+            state.close();
+            return !state.open(QFile::ReadOnly) || state.readAll().contains(") Z ");
+        })) << qPrintable(line);
         EXPECT_EQ(run.end.has_value(), how == Terminated);
     }
-}
-
-TEST(Process, WhatHasLeftTheGroupIsNeitherEndedNorWaitedFor)
-{
-    Gate gate;
-    RecordedProcess run(sh, gate.shell("setsid sh -c 'exec sleep 1000 < gate' & echo $!; wait"));
-    run.process->start();
-    ASSERT_TRUE(gate.opens());
-    run.process->terminate();
-    ASSERT_TRUE(run.ends());
-    EXPECT_EQ(run.end->reason, ProcessEnd::Reason::Signal);
-    EXPECT_EQ(run.end->status, SIGTERM);
-    EXPECT_EQ(::kill(run.output.trimmed().toInt(), SIGKILL), 0);
 }
 
 TEST(Process, WhatALauncherLeftIgnoredNeitherHidesTheEndNorReachesTheChild)
 {
     const auto handler = [](int) {};
-    const std::pair<void (*)(int), int> rows[] = {
-        {SIG_IGN, 0}, {SIG_DFL, SA_NOCLDWAIT}, {handler, SA_NOCLDWAIT}, {handler, SA_NOCLDSTOP}};
+    const std::pair<void (*)(int), int> rows[] = {{SIG_IGN, 0}, {handler, SA_NOCLDWAIT}};
     for (const auto& [disposition, flags] : rows) {
-        const IgnoredSignals ignored({SIGHUP, SIGINT, SIGQUIT, SIGPIPE, SIGTERM});
-        struct sigaction action = {};
-        action.sa_handler = disposition;
-        action.sa_flags = flags;
-        struct sigaction before = {};
-        ASSERT_EQ(::sigaction(SIGCHLD, &action, &before), 0);
-        RecordedProcess run(sh, shell(u"sed -n 's/SigIgn:\\t//p' /proc/self/status; exit 3"_s));
+        struct sigaction left = {};
+        left.sa_handler = disposition;
+        left.sa_flags = flags;
+        ASSERT_EQ(::sigaction(SIGCHLD, &left, nullptr), 0);
+        const auto before = ::signal(SIGTERM, SIG_IGN);
+        RecordedProcess run(sh, shell(u"sed -n 's/SigIgn://p' /proc/self/status; exit 3"_s));
         EXPECT_TRUE(run.runs());
-        ASSERT_EQ(::sigaction(SIGCHLD, &before, &action), 0);
+        ::signal(SIGTERM, before);
         EXPECT_EQ(run.status(), 3);
-        EXPECT_EQ(action.sa_handler, disposition == SIG_IGN ? SIG_DFL : disposition);
-        // Only SIGHUP, which nohup ignores for whatever follows; above 31 are the C library's own.
-        EXPECT_EQ(run.output.trimmed().toULongLong(nullptr, 16) & 0x7FFF'FFFF, 1U << (SIGHUP - 1));
+        // Above 31 are the C library's own, the first is SIGHUP.
+        EXPECT_EQ(run.output.trimmed().toULongLong(nullptr, 16) & 0x7FFF'FFFE, 0U);
+        EXPECT_EQ(::signal(SIGCHLD, SIG_DFL), disposition == SIG_IGN ? SIG_DFL : disposition);
     }
 }
 

@@ -5,7 +5,6 @@
 
 #include <cmath>
 #include <functional>
-#include <limits>
 #include <map>
 #include <random>
 
@@ -169,19 +168,17 @@ TEST_F(WalkTest, StartsThatAreNoFolderGiveOneEntry)
 
 TEST_F(WalkTest, StartsBeyondTheLongestPathAreTheSameAsByAShortOne)
 {
-    const QByteArray tree = m_folder / "tree";
-    ASSERT_EQ(::mkdir(tree, 0755), 0);
-    buildRandomTree(tree, 5, 200);
+    ASSERT_EQ(::mkdir(m_folder / "tree", 0755), 0);
+    buildRandomTree(m_folder / "tree", 5, 200);
     ASSERT_EQ(::symlink("tree", m_folder / "link"), 0);
-    for (const int steps : {PATH_MAX / 2, PATH_MAX * 2}) {
-        const QByteArray way = m_folder.path() + QByteArray("/.").repeated(steps);
-        for (const char* name : {"/tree", "/tree//", "/link", "/link/", "/nothing", "/tree/x/y"}) {
+    for (const char* step : {"/.", "//"}) {
+        const QByteArray way = m_folder.path() + QByteArray(step).repeated(2 * PATH_MAX);
+        for (const char* name : {"/", "/tree", "/tree//", "/link", "/link/", "/nothing"}) {
             std::vector<Seen> expected = byWalk(m_folder.path() + name);
             for (Seen& seen : expected)
                 seen.path.replace(0, m_folder.path().size(), way);
             EXPECT_EQ(byWalk(way + name), expected) << name;
         }
-        EXPECT_EQ(byWalk(way + QByteArray(PATH_MAX, '/')).size(), byWalk(way + "/").size());
     }
 }
 
@@ -189,21 +186,16 @@ TEST_F(WalkTest, TimesBeyondWhatNanosecondsCanSayAreTheFarthestThatTheyCan)
 {
     const QByteArray path = m_folder / "file";
     writeFile(path, "");
-    const auto farthest = std::numeric_limits<std::int64_t>::max();
-    const std::pair<std::int64_t, std::int64_t> rows[] = {
-        {9'000'000'000'000'000'000, farthest},
-        {9'223'372'037, farthest},
-        {-9'000'000'000'000'000'000, -farthest - 1},
-        {-1, -999'999'999}};
+    const std::pair<std::int64_t, std::int64_t> rows[] = {{9'000'000'000'000'000'000, INT64_MAX},
+                                                          {-9'000'000'000'000'000'000, INT64_MIN},
+                                                          {9'223'372'037, INT64_MAX},
+                                                          {-1, -999'999'999}};
     for (const auto& [seconds, expected] : rows) {
         const timespec times[] = {{seconds, 1}, {seconds, 1}};
         ASSERT_EQ(::utimensat(AT_FDCWD, path, times, 0), 0);
-        struct stat status = {};
-        ASSERT_EQ(::stat(path, &status), 0);
-        if (status.st_mtim.tv_sec != seconds)
+        if (!snapshot(path)[""].contains(QByteArray::number(seconds)))
             GTEST_SKIP() << "the file system knows no such time";
-        Walk walk(path);
-        EXPECT_EQ(walk.next()->attributes.modifiedAt, expected);
+        EXPECT_EQ(Walk(path).next()->attributes.modifiedAt, expected);
         EXPECT_EQ(FileIdentity::of(text(path))->modifiedAt, expected);
     }
 }

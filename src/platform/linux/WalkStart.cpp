@@ -1,5 +1,6 @@
 #include "platform/linux/WalkStart.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 

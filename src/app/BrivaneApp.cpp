@@ -75,7 +75,8 @@ void BrivaneApp::bringToFront(const QByteArray& token)
 {
     if (!m_window)
         return;
-    // Where the platform looks for it: on Wayland nobody gets the focus without.
+    // Where the platform looks for it: on Wayland nobody gets the focus without. Children started
+    // meanwhile do not look: they get the environment that the program was started with.
     if (!token.isEmpty())
         qputenv("XDG_ACTIVATION_TOKEN", token);
     m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);

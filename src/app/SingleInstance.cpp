@@ -1,5 +1,8 @@
 #include "app/SingleInstance.h"
 
+#include "core/Log.h"
+#include "platform/PathText.h"
+
 #include <QDeadlineTimer>
 #include <QLocalSocket>
 #include <QThread>
@@ -12,6 +15,9 @@ namespace {
 
 constexpr qint64 longestToken = 1024;
 constexpr auto answer = "ok\n";
+
+/// An address of a socket has 108 bytes, of which the server may want some for itself.
+constexpr qsizetype longestSocketPath = 90;
 
 /// What desktops hand to a program that they start, by which it may take the focus.
 QByteArray activationToken()
@@ -40,13 +46,13 @@ SingleInstance::Start SingleInstance::start(int answerTime)
 {
     if (m_socketPath.startsWith(u"/instance"))
         return Start::First; // no directory could be made
+    if (PathText::toBytes(m_socketPath).size() > longestSocketPath)
+        return goWithout(u"the path is too long for a socket"_s);
     const QDeadlineTimer deadline(answerTime);
     // The first one may be between its lock and its socket, or just about to end.
     for (;;) {
-        if (m_lock.tryLock(0)) {
-            listen();
-            return Start::First;
-        }
+        if (m_lock.tryLock(0))
+            return listen();
         if (m_lock.error() != QLockFile::LockFailedError)
             return Start::First;
         if (hand(static_cast<int>(deadline.remainingTime())))
@@ -57,10 +63,19 @@ SingleInstance::Start SingleInstance::start(int answerTime)
     }
 }
 
-void SingleInstance::listen()
+SingleInstance::Start SingleInstance::listen()
 {
     QLocalServer::removeServer(m_socketPath);
-    m_server.listen(m_socketPath);
+    if (m_server.listen(m_socketPath))
+        return Start::First;
+    m_lock.unlock(); // nobody is to wait for an answer
+    return goWithout(m_server.errorString());
+}
+
+SingleInstance::Start SingleInstance::goWithout(const QString& reason)
+{
+    Log::perf.error(u"No single instance at "_s + m_socketPath + u": "_s + reason);
+    return Start::First;
 }
 
 bool SingleInstance::hand(int answerTime)

@@ -14,7 +14,9 @@ namespace brivane {
 /// second one asks it to come to the front and ends.
 ///
 /// A lock file says who is first. It ends with its process, however that ended, and so does the
-/// claim; what lies about from dead processes is replaced. GUI thread.
+/// claim; what lies about from dead processes is replaced. Where there can be no socket, since its
+/// path is too long or the system refuses it, each start goes on by itself and says so in the log.
+/// GUI thread.
 class SingleInstance : public QObject {
     Q_OBJECT
 
@@ -38,7 +40,8 @@ Q_SIGNALS:
     void activationRequested(const QByteArray& token);
 
 private:
-    void listen();
+    Start listen();
+    Start goWithout(const QString& reason);
     bool hand(int answerTime);
     void receive(QLocalSocket& socket);
 

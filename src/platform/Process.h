@@ -37,8 +37,17 @@ struct ProcessEnd {
     [[nodiscard]] bool isSuccess() const { return reason == Reason::Exit && status == 0; }
 };
 
-/// A child process with its standard output and error as pipes; environment, working directory and
-/// standard input are those of the program. Arguments reach the child byte for byte (PathText).
+/// A child process with its standard output and error as pipes; working directory and standard
+/// input are those of the program. Arguments reach the child byte for byte (PathText). The
+/// environment is the one that the program was started with: what is changed in it later reaches no
+/// child, so that it may be changed while other threads start some.
+///
+/// Each child leads a process group of its own, and what it starts belongs to that unless it takes
+/// leave. The group has no terminal: Ctrl-C does not reach it, and asking there for a password
+/// fails. All signals are at their default in the child but SIGHUP, which stays ignored if it is.
+///
+/// Starting one ends an ignoring of SIGCHLD in the whole program, as a launcher may leave it; no
+/// end could be heard of. A handler for SIGCHLD stays.
 ///
 /// Belongs to the operation that starts it. It may be made and used on any thread, no event loop is
 /// needed, but one Process is used by one thread at a time (terminate() by any). Handlers run on a
@@ -50,8 +59,8 @@ public:
     Process(const Process&) = delete;
     Process& operator=(const Process&) = delete;
 
-    /// A child that still runs is asked to end, killed if it does not within two seconds, and
-    /// reaped. Does not wait for that.
+    /// A child that still runs is asked to end with all of its group, killed with it if it does not
+    /// within two seconds, and reaped. Does not wait for that.
     ~Process();
 
     /// What takes the output as it comes; set before start(). Without a handler it is read and
@@ -68,7 +77,9 @@ public:
     /// Starts the child; at most once. Throws LaunchError, and then calls no handler.
     void start();
 
-    /// Asks a running child to end (SIGTERM); does nothing to one that does not run.
+    /// Asks a running child and all of its group to end (SIGTERM); does nothing to one that does
+    /// not run. When the child has ended, what still holds its pipes gets two seconds more, and is
+    /// killed if it belongs to the group. What has become another user hears neither.
     void terminate();
 
     /// From start() until the termination handler is called.

@@ -18,7 +18,8 @@
 // Threads: a Walk belongs to the thread that calls it. Behind it, workers read ahead on all cores:
 // they open directories and stat their entries in about the order in which they will be asked for,
 // as far as a bounded buffer allows. A small tree never starts them. The owner of the walk is the
-// only thread that sees entries, so whatever it builds from them has one writer.
+// only thread that sees entries, so whatever it builds from them has one writer. Where no thread
+// can be started it reads alone, and gives the same.
 //
 // Two refinements over fts: a directory that another mount of the same device covers (a bind mount)
 // counts as another file system, so that nothing is seen twice; and mount points of network file
@@ -28,7 +29,8 @@ namespace brivane {
 enum class WalkKind : std::uint8_t {
     Directory,           ///< a directory, before its entries (FTS_D)
     DirectoryEnd,        ///< the same directory, after its entries (FTS_DP)
-    UnreadableDirectory, ///< in place of DirectoryEnd: it could not be opened (FTS_DNR)
+    UnreadableDirectory, ///< in place of DirectoryEnd: it could not be opened (FTS_DNR), or its
+                         ///< listing broke off, after the entries that came until then
     File,                ///< a regular file (FTS_F)
     SymbolicLink,        ///< a link, dangling or not (FTS_SL)
     Other,               ///< socket, FIFO, device (FTS_DEFAULT)
@@ -41,8 +43,8 @@ struct WalkAttributes {
     std::uint64_t inode = 0;
     std::uint64_t size = 0;          ///< logical length in bytes
     std::uint64_t allocatedSize = 0; ///< bytes that the file system has set aside
-    std::int64_t modifiedAt = 0;     ///< nanoseconds since 1970
-    std::int64_t changedAt = 0;      ///< nanoseconds since 1970
+    std::int64_t modifiedAt = 0;     ///< nanoseconds since 1970, or the farthest that there are
+    std::int64_t changedAt = 0;      ///< likewise
     std::uint32_t mode = 0;          ///< type and permissions as in st_mode
     std::uint32_t links = 0;
 };
@@ -72,8 +74,8 @@ struct WalkOptions {
 class Walk {
 public:
     /// Starts at `path` (bytes, not empty). A path that does not exist gives one NoAttributes
-    /// entry, one that is no directory gives that entry alone. `path` is resolved now; a link is
-    /// not followed.
+    /// entry, one that is no directory gives that entry alone. A link is not followed. `path` may
+    /// be longer than system calls accept.
     explicit Walk(QByteArray path, WalkOptions options = {});
     /// Ends the walk wherever it is. A worker that hangs in a system call is left behind and cleans
     /// up for itself.

@@ -1,4 +1,5 @@
 #include "app/SingleInstance.h"
+#include "core/Log.h"
 #include "tests/support/AppWindow.h"
 
 #include <QFile>
@@ -100,4 +101,19 @@ TEST(SecondStart, DeadPredecessorDoesNotBlock)
     ASSERT_TRUE(waitUntil([&] { return !third.isRunning() || !fourth.isRunning(); }));
     EXPECT_TRUE((third.isRunning() ? fourth : third).ended());
     EXPECT_TRUE(third.isRunning() || fourth.isRunning());
+}
+
+TEST(SecondStart, WhereThereCanBeNoSocketBothGoOnAndSaySo)
+{
+    const SandboxMachine machine = SandboxMachine::temporary();
+    machine.file(u"/taken/instance.socket/file", "");
+    for (const QString& folder : {u"/"_s + QString(90, u'x'), u"/taken"_s}) {
+        const QString directory = machine.directory(folder);
+        const LogCapture log;
+        SingleInstance first(directory);
+        SingleInstance second(directory);
+        EXPECT_EQ(first.start(), SingleInstance::Start::First);
+        EXPECT_EQ(second.start(), SingleInstance::Start::First) << qPrintable(folder);
+        EXPECT_EQ(log.lines().size(), 2U);
+    }
 }

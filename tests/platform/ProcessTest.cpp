@@ -1,7 +1,10 @@
 #include "platform/PathText.h"
+#include "support/AwaitTask.h"
 #include "support/ChildProcesses.h"
 #include "support/RecordedProcess.h"
+#include "support/Variable.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <fcntl.h>
@@ -96,30 +99,65 @@ TEST(Process, WhatCannotStartThrowsAndCallsNoHandler)
     EXPECT_TRUE(waitForNoChildren());
 }
 
-TEST(Process, TerminateEndsItAndDoesNotWaitForWhatItLeftBehind)
+TEST(Process, NoPartOfACommandOutlivesItsEnd)
 {
-    RecordedProcess run(sh, shell(u"sleep 1000 & echo $!; wait"_s));
-    run.process->start();
-    ASSERT_TRUE(run.waits([&] { return run.output.endsWith('\n'); }));
-    run.process->terminate();
-    ASSERT_TRUE(run.ends());
-    EXPECT_EQ(run.end->reason, ProcessEnd::Reason::Signal);
-    EXPECT_EQ(run.end->status, SIGTERM);
-    run.process->terminate(); // no harm to whoever has the number now
-    EXPECT_EQ(::kill(run.output.trimmed().toInt(), SIGKILL), 0);
-}
-
-TEST(Process, DestructionReapsEvenAChildThatIgnoresTheRequest)
-{
-    for (const QString& line : {u"echo up; exec sleep 1000"_s,
-                                u"trap '' TERM; echo up; while :; do sleep 0.05; done"_s}) {
+    enum How { Terminated, Destroyed };
+    const std::pair<QString, How> rows[] = {
+        {u"sleep 1000 & echo $!; wait"_s, Terminated},
+        {u"sleep 1000 & echo $!; wait"_s, Destroyed},
+        {u"sleep 1000 & echo $!"_s, Terminated}, // all that is left is what it has started
+        {u"sh -c 'trap \"\" TERM; echo $$; exec sleep 1000' & wait"_s, Terminated},
+        {u"trap '' TERM; echo $$; while :; do sleep 0.05; done"_s, Destroyed},
+    };
+    for (const auto& [line, how] : rows) {
         RecordedProcess run(sh, shell(line));
         run.process->start();
         ASSERT_TRUE(run.waits([&] { return run.output.endsWith('\n'); }));
-        run.process.reset();
+        const auto isKeptWhenDead = [] {
+            siginfo_t info = {};
+            return ::waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0 && info.si_pid > 0;
+        };
+        ASSERT_TRUE(!line.endsWith(u"$!") || waitUntil(isKeptWhenDead)) << "for its number";
+        how == Terminated ? run.process->terminate() : run.process.reset();
+        EXPECT_TRUE(how == Destroyed || run.ends());
         EXPECT_TRUE(waitForNoChildren()) << qPrintable(line);
-        EXPECT_FALSE(run.end.has_value());
+        QFile state(u"/proc/"_s + QString::fromLatin1(run.output.trimmed()) + u"/stat"_s);
+        EXPECT_TRUE(waitUntil([&] { // dead, though perhaps not reaped by whoever got it
+            state.close();
+            return !state.open(QFile::ReadOnly) || state.readAll().contains(") Z ");
+        })) << qPrintable(line);
+        EXPECT_EQ(run.end.has_value(), how == Terminated);
     }
+}
+
+TEST(Process, WhatALauncherLeftIgnoredNeitherHidesTheEndNorReachesTheChild)
+{
+    const auto handler = [](int) {};
+    const std::pair<void (*)(int), int> rows[] = {{SIG_IGN, 0}, {handler, SA_NOCLDWAIT}};
+    for (const auto& [disposition, flags] : rows) {
+        struct sigaction left = {};
+        left.sa_handler = disposition;
+        left.sa_flags = flags;
+        ASSERT_EQ(::sigaction(SIGCHLD, &left, nullptr), 0);
+        const auto before = ::signal(SIGTERM, SIG_IGN);
+        RecordedProcess run(sh, shell(u"sed -n 's/SigIgn://p' /proc/self/status; exit 3"_s));
+        EXPECT_TRUE(run.runs());
+        ::signal(SIGTERM, before);
+        EXPECT_EQ(run.status(), 3);
+        // Above 31 are the C library's own, the first is SIGHUP.
+        EXPECT_EQ(run.output.trimmed().toULongLong(nullptr, 16) & 0x7FFF'FFFE, 0U);
+        EXPECT_EQ(::signal(SIGCHLD, SIG_DFL), disposition == SIG_IGN ? SIG_DFL : disposition);
+    }
+}
+
+TEST(Process, NoTerminalStopsAChildAndNoChangeOfTheEnvironmentReachesIt)
+{
+    const Variable late("BRIVANE_TEST_LATE", "set while others start children");
+    RecordedProcess run(
+        sh, shell(u"read pid name state parent group session rest < /proc/self/stat;"
+                  " echo $((pid - group)) $((pid - session)) \"$BRIVANE_TEST_LATE\""_s));
+    ASSERT_TRUE(run.runs());
+    EXPECT_EQ(run.output, "0 0 \n");
 }
 
 TEST(Process, AHandlerMayDestroyItsOwnProcess)

@@ -71,6 +71,21 @@ TEST(CompilerStandIn, NoPartOfACompilerOutlivesACancelledCompilation)
     EXPECT_EQ(namesIn(folder), QStringList({u"never.h"_s, u"source.swift"_s}));
 }
 
+TEST(StandIns, EndsOfTheirCommandsAreHeardOfWhateverTheirLauncherIgnores)
+{
+    const SandboxMachine machine = SandboxMachine::temporary();
+    const QStringList rows[] = {
+        {swiftc, u"-O"_s, u"-o"_s, machine.path(u"/binary"), machine.file(u"/bad.swift", "#error")},
+        {libexecDirectory() + u"/osascript"_s, u"-e"_s,
+         u"do shell script \"echo error; exit 1\""_s}};
+    for (const QStringList& command : rows) {
+        RecordedProcess run(u"/usr/bin/env"_s, QStringList{u"--ignore-signal=CHLD"_s} + command);
+        ASSERT_TRUE(run.runs()) << qPrintable(command.first());
+        EXPECT_EQ(run.status(), 1);
+        EXPECT_FALSE(run.error.contains("lost")) << run.error.constData();
+    }
+}
+
 TEST(ScriptStandIn, ACommandThatHearsNoSignalsDoesNotHoldUpTheEnd)
 {
     if (::geteuid() != 0)
@@ -88,7 +103,8 @@ TEST(ScriptStandIn, ACommandThatHearsNoSignalsDoesNotHoldUpTheEnd)
     // As under pkexec: the user's process starts one that becomes root.
     const QString elevate = copyOf("/usr/bin/setpriv", machine.path(u"/elevate"));
     ASSERT_EQ(::chmod(PathText::toBytes(elevate).constData(), 04755), 0);
-    const QString script = u"do shell script \"exec '"_s + elevate +
+    // In a group of its own, since we are root here, whose signals it would hear.
+    const QString script = u"do shell script \"exec setsid '"_s + elevate +
                            u"' --reuid 0 --clear-groups /bin/sh -c "
                            u"'echo $$; while sleep 0.01; do echo on; done'\""_s;
     RecordedProcess running(u"/usr/bin/setpriv"_s, {u"--reuid"_s, u"65534"_s, u"--clear-groups"_s,

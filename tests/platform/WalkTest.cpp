@@ -1,5 +1,6 @@
 #include "platform/Walk.h"
 
+#include "platform/FileIdentity.h"
 #include "support/FileTestSupport.h"
 
 #include <cmath>
@@ -163,6 +164,40 @@ TEST_F(WalkTest, StartsThatAreNoFolderGiveOneEntry)
     for (const QByteArray& start :
          {m_folder / "file", m_folder / "link", m_folder / "nothing", QByteArray("/dev/null")})
         expectSame(start);
+}
+
+TEST_F(WalkTest, StartsBeyondTheLongestPathAreTheSameAsByAShortOne)
+{
+    ASSERT_EQ(::mkdir(m_folder / "tree", 0755), 0);
+    buildRandomTree(m_folder / "tree", 5, 200);
+    ASSERT_EQ(::symlink("tree", m_folder / "link"), 0);
+    for (const char* step : {"/.", "//"}) {
+        const QByteArray way = m_folder.path() + QByteArray(step).repeated(2 * PATH_MAX);
+        for (const char* name : {"/", "/tree", "/tree//", "/link", "/link/", "/nothing"}) {
+            std::vector<Seen> expected = byWalk(m_folder.path() + name);
+            for (Seen& seen : expected)
+                seen.path.replace(0, m_folder.path().size(), way);
+            EXPECT_EQ(byWalk(way + name), expected) << name;
+        }
+    }
+}
+
+TEST_F(WalkTest, TimesBeyondWhatNanosecondsCanSayAreTheFarthestThatTheyCan)
+{
+    const QByteArray path = m_folder / "file";
+    writeFile(path, "");
+    const std::pair<std::int64_t, std::int64_t> rows[] = {{9'000'000'000'000'000'000, INT64_MAX},
+                                                          {-9'000'000'000'000'000'000, INT64_MIN},
+                                                          {9'223'372'037, INT64_MAX},
+                                                          {-1, -999'999'999}};
+    for (const auto& [seconds, expected] : rows) {
+        const timespec times[] = {{seconds, 1}, {seconds, 1}};
+        ASSERT_EQ(::utimensat(AT_FDCWD, path, times, 0), 0);
+        if (!snapshot(path)[""].contains(QByteArray::number(seconds)))
+            GTEST_SKIP() << "the file system knows no such time";
+        EXPECT_EQ(Walk(path).next()->attributes.modifiedAt, expected);
+        EXPECT_EQ(FileIdentity::of(text(path))->modifiedAt, expected);
+    }
 }
 
 TEST_F(WalkTest, SkippedSubtreesAreLeftOutAndTheRestIsWhole)

@@ -1,11 +1,13 @@
 #include "platform/linux/DirectoryReader.h"
 
+#include "platform/linux/SystemCall.h"
+
 #include <cerrno>
 #include <cstring>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <sys/sysmacros.h>
 #include <unistd.h>
 
@@ -28,11 +30,6 @@ constexpr std::size_t nameOffset = offsetof(ListedEntry, name);
 bool isSelfOrParent(const char* name)
 {
     return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
-}
-
-std::int64_t nanoseconds(const statx_timestamp& time)
-{
-    return time.tv_sec * 1'000'000'000 + time.tv_nsec;
 }
 
 WalkKind kindOf(std::uint32_t mode)
@@ -66,8 +63,8 @@ void readAttributes(int descriptor, const char* name, Record& record)
         .inode = status.stx_ino,
         .size = status.stx_size,
         .allocatedSize = status.stx_blocks * 512,
-        .modifiedAt = nanoseconds(status.stx_mtime),
-        .changedAt = nanoseconds(status.stx_ctime),
+        .modifiedAt = posix::nanoseconds(status.stx_mtime),
+        .changedAt = posix::nanoseconds(status.stx_ctime),
         .mode = status.stx_mode,
         .links = status.stx_nlink,
     };
@@ -84,12 +81,16 @@ void DirectoryReader::read(Directory* directory)
 {
     const int descriptor = m_queue.open(directory);
     while (descriptor >= 0 && !m_queue.isStopped()) {
-        const long listed =
-            ::syscall(SYS_getdents64, descriptor, m_listing.data(), m_listing.size());
-        // A listing that breaks off keeps what it gave, as readdir does.
-        if (listed <= 0)
+        const ssize_t listed = posix::uninterrupted(
+            [&] { return ::getdents64(descriptor, m_listing.data(), m_listing.size()); });
+        if (listed <= 0) {
+            // A folder that has been removed meanwhile is at its end, as readdir has it. Any other
+            // error is told after the entries that came before it.
+            if (listed < 0 && errno != ENOENT)
+                directory->error = errno;
             break;
-        for (long at = 0; at < listed && !m_queue.isStopped();) {
+        }
+        for (ssize_t at = 0; at < listed && !m_queue.isStopped();) {
             const char* entry = m_listing.data() + at;
             std::uint16_t length = 0;
             std::memcpy(&length, entry + offsetof(ListedEntry, length), sizeof length);

@@ -10,6 +10,7 @@
 #include <map>
 #include <mutex>
 #include <set>
+#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -171,13 +172,18 @@ std::optional<PathFacts> LinuxVolumes::askPatiently(const QByteArray& path)
     if (!open) {
         open = std::make_shared<Questions::Question>();
         open->askedAt = std::chrono::steady_clock::now();
-        std::thread([questions = m_questions, question = open, path, ask = m_sources.ask] {
-            const PathFacts facts = ask(path);
-            const std::lock_guard answering(questions->mutex);
-            question->answer = facts;
-            questions->open.erase(path);
-            questions->answered.notify_all();
-        }).detach();
+        try {
+            std::thread([questions = m_questions, question = open, path, ask = m_sources.ask] {
+                const PathFacts facts = ask(path);
+                const std::lock_guard answering(questions->mutex);
+                question->answer = facts;
+                questions->open.erase(path);
+                questions->answered.notify_all();
+            }).detach();
+        } catch (const std::system_error&) {
+            m_questions->open.erase(path);
+            return {};
+        }
     }
     const std::shared_ptr<Questions::Question> question = open;
     m_questions->answered.wait_until(lock, question->askedAt + m_sources.patience,

@@ -19,7 +19,8 @@ struct PathFacts {
 };
 
 /// The volumes as the kernel lists them. Asks a volume itself on a thread of its own, for which it
-/// does not wait longer than `patience`.
+/// does not wait longer than `patience`. Where no thread can be started it is as one that does not
+/// answer.
 class LinuxVolumes final : public Volumes {
 public:
     struct Sources {

@@ -36,6 +36,8 @@ Process::Process(QString executable, QStringList arguments)
 
 Process::~Process()
 {
+    if (!m_child->isWatched)
+        return;
     Monitor& monitor = Monitor::shared();
     if (monitor.isCurrentThread()) {
         // In a handler, which holds the mutex: what it runs in is let go when it has returned.
@@ -51,7 +53,7 @@ Process::~Process()
         termination.swap(m_child->terminationHandler);
     }
     if (m_child->isRunning) {
-        m_child->sendSignal(SIGTERM);
+        m_child->signalGroup(SIGTERM);
         monitor.wake();
     }
 }
@@ -73,15 +75,22 @@ void Process::setTerminationHandler(std::function<void(ProcessEnd)> handler)
 
 void Process::start()
 {
+    int failure = 0;
     try {
+        Monitor& monitor = Monitor::shared(); // a child that nobody serves would be lost
         m_child->spawn();
-    } catch (const LaunchError&) {
-        m_child->outputHandler = nullptr;
-        m_child->errorHandler = nullptr;
-        m_child->terminationHandler = nullptr;
-        throw;
+        m_child->isWatched = true;
+        monitor.watch(m_child);
+        return;
+    } catch (const std::system_error& error) {
+        failure = error.code().value();
+    } catch (const LaunchError& error) {
+        failure = error.errorNumber();
     }
-    Monitor::shared().watch(m_child);
+    m_child->outputHandler = nullptr;
+    m_child->errorHandler = nullptr;
+    m_child->terminationHandler = nullptr;
+    throw LaunchError(m_child->executable, failure);
 }
 
 void Process::terminate()
@@ -89,7 +98,7 @@ void Process::terminate()
     if (!m_child->isRunning)
         return;
     m_child->isTerminated = true;
-    m_child->sendSignal(SIGTERM);
+    m_child->signalGroup(SIGTERM);
     Monitor::shared().wake();
 }
 
@@ -107,8 +116,10 @@ Process::Monitor& Process::Monitor::shared()
 
 Process::Monitor::Monitor()
     : m_wake(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
-    , m_thread([this] { run(); })
 {
+    if (!m_wake.isValid())
+        throw std::system_error(errno, std::generic_category());
+    m_thread = std::thread([this] { run(); });
 }
 
 void Process::Monitor::watch(std::shared_ptr<Child> child)

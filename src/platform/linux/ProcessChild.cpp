@@ -1,11 +1,13 @@
 #include "platform/linux/ProcessChild.h"
 
 #include "platform/PathText.h"
+#include "platform/linux/ChildSignals.h"
 
 #include <array>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <string>
 #include <utility>
 
 #include <fcntl.h>
@@ -49,7 +51,33 @@ struct Pipe {
     }
 };
 
-/// posix_spawn with the standard pipes, default signal handling and no other descriptor.
+/// A copy of the environment. Whoever changes that, and Qt itself does on the GUI thread, moves it
+/// under the eyes of threads that read it.
+class Environment {
+public:
+    Environment()
+    {
+        for (char** entry = environ; entry && *entry; ++entry)
+            m_texts.emplace_back(*entry);
+        for (std::string& text : m_texts)
+            m_pointers.push_back(text.data());
+        m_pointers.push_back(nullptr);
+    }
+    Environment(const Environment&) = delete;
+    Environment& operator=(const Environment&) = delete;
+
+    [[nodiscard]] char* const* pointers() const { return m_pointers.data(); }
+
+private:
+    std::vector<std::string> m_texts;
+    std::vector<char*> m_pointers;
+};
+
+/// Made before main(), while there is one thread.
+const Environment environmentAtStart;
+
+/// posix_spawn with the standard pipes, as the leader of a session of its own, default signal
+/// handling and no other descriptor.
 int spawnChild(const std::vector<QByteArray>& arguments, int output, int error, pid_t& pid)
 {
     std::vector<char*> pointers;
@@ -66,16 +94,17 @@ int spawnChild(const std::vector<QByteArray>& arguments, int output, int error, 
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     sigset_t none;
-    sigset_t standard;
     sigemptyset(&none);
-    sigemptyset(&standard);
-    sigaddset(&standard, SIGPIPE);
+    const sigset_t standard = posix::signalsOfAChild();
     posix_spawnattr_setsigmask(&attributes, &none);
     posix_spawnattr_setsigdefault(&attributes, &standard);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    // A session is a group as well. In a mere group a child that turned to the terminal, be it
+    // standard input, would be stopped for ever: the group in front stays ours.
+    posix_spawnattr_setflags(&attributes,
+                             POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSID);
 
     const int failure = ::posix_spawn(&pid, arguments.front().constData(), &actions, &attributes,
-                                      pointers.data(), environ);
+                                      pointers.data(), environmentAtStart.pointers());
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     return failure;
@@ -104,6 +133,7 @@ void Process::Child::spawn()
         throw LaunchError(executable, failure);
     if (const int failure = error.open(); failure != 0)
         throw LaunchError(executable, failure);
+    posix::keepEndsOfChildren();
     pid_t pid = -1;
     if (const int failure = spawnChild(bytes, output.writing.get(), error.writing.get(), pid);
         failure != 0)
@@ -111,19 +141,23 @@ void Process::Child::spawn()
     m_process = FileDescriptor(::pidfd_open(pid, 0));
     if (!m_process.isValid()) {
         const int failure = errno;
-        ::kill(pid, SIGKILL); // not reaped yet, so the number is still its own
+        ::kill(-pid, SIGKILL); // not reaped yet, so the number is still its own
         while (::waitpid(pid, nullptr, 0) < 0 && errno == EINTR) {
         }
         throw LaunchError(executable, failure);
     }
     m_output = std::move(output.reading);
     m_error = std::move(error.reading);
+    m_group = pid;
     isRunning = true;
 }
 
-void Process::Child::sendSignal(int signal) const
+void Process::Child::signalGroup(int signal)
 {
-    ::pidfd_send_signal(m_process.get(), signal, nullptr, 0);
+    const std::lock_guard lock(m_groupMutex);
+    // Those of the group that have become another user are passed over.
+    if (m_group > 0)
+        ::kill(-m_group, signal);
 }
 
 void Process::Child::addTo(std::vector<pollfd>& descriptors) const
@@ -136,9 +170,14 @@ void Process::Child::addTo(std::vector<pollfd>& descriptors) const
         descriptors.push_back({m_error.get(), POLLIN, 0});
 }
 
+bool Process::Child::needsKill() const
+{
+    return m_isFinished || (isAbandoned && !m_hasEnded);
+}
+
 int Process::Child::timeout() const
 {
-    if (isAbandoned && !m_hasEnded && m_killAt.isForever())
+    if (needsKill() && m_killAt.isForever())
         return 0;
     return m_killAt.isForever() ? -1 : static_cast<int>(m_killAt.remainingTime()) + 1;
 }
@@ -147,26 +186,34 @@ bool Process::Child::serve()
 {
     // The end is looked for first: what the child wrote before it is then in the pipes already.
     if (!m_hasEnded)
-        reap();
+        lookForEnd();
     const bool isLastLook = m_hasEnded && (isTerminated || isAbandoned);
     read(m_output, outputHandler);
     read(m_error, errorHandler);
-    if (isLastLook) {
-        m_output.close();
-        m_error.close();
-    }
-    if (m_hasEnded && !m_output.isValid() && !m_error.isValid()) {
+    const bool isOver = m_hasEnded && !m_output.isValid() && !m_error.isValid();
+    if (isOver)
+        reap();
+    if ((isOver || isLastLook) && !m_isFinished)
         finish();
-        return true;
-    }
-    if (isAbandoned && !m_hasEnded) {
-        if (m_killAt.isForever()) {
-            m_killAt.setRemainingTime(std::chrono::seconds(secondsBeforeKill));
-        } else if (m_killAt.hasExpired()) {
-            sendSignal(SIGKILL);
-            m_killAt.setRemainingTime(std::chrono::seconds(secondsBeforeKill));
+    return isOver || killInTime();
+}
+
+bool Process::Child::killInTime()
+{
+    if (!needsKill())
+        return false;
+    if (m_killAt.hasExpired()) {
+        signalGroup(SIGKILL);
+        if (m_isFinished) {
+            m_output.close();
+            m_error.close();
+            reap();
+            return true;
         }
+    } else if (!m_killAt.isForever()) {
+        return false;
     }
+    m_killAt.setRemainingTime(std::chrono::seconds(secondsBeforeKill));
     return false;
 }
 
@@ -192,11 +239,12 @@ void Process::Child::read(FileDescriptor& pipe, const std::function<void(QByteAr
     }
 }
 
-void Process::Child::reap()
+void Process::Child::lookForEnd()
 {
+    // It stays to be reaped: as long as it does, its number is no other process's or group's.
     siginfo_t info = {};
     const int result =
-        ::waitid(P_PIDFD, static_cast<id_t>(m_process.get()), &info, WEXITED | WNOHANG);
+        ::waitid(P_PIDFD, static_cast<id_t>(m_process.get()), &info, WEXITED | WNOHANG | WNOWAIT);
     if (result != 0 && errno == EINTR)
         return;
     if (result == 0 && info.si_pid == 0)
@@ -205,6 +253,7 @@ void Process::Child::reap()
     m_killAt = QDeadlineTimer(QDeadlineTimer::Forever);
     if (result != 0) {
         m_end = {ProcessEnd::Reason::Exit, 255}; // someone else reaped it: the status is unknown
+        reap();
     } else if (info.si_code == CLD_EXITED) {
         m_end = {ProcessEnd::Reason::Exit, info.si_status};
     } else {
@@ -212,8 +261,18 @@ void Process::Child::reap()
     }
 }
 
+void Process::Child::reap()
+{
+    const std::lock_guard lock(m_groupMutex);
+    m_group = 0;
+    while (::waitid(P_PIDFD, static_cast<id_t>(m_process.get()), nullptr, WEXITED | WNOHANG) != 0 &&
+           errno == EINTR) {
+    }
+}
+
 void Process::Child::finish()
 {
+    m_isFinished = true;
     isRunning = false;
     std::function<void(ProcessEnd)> handler;
     // What the handlers hold is let go after the lock: it may be the Process itself.

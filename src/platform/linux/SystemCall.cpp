@@ -1,17 +1,13 @@
 #include "platform/linux/SystemCall.h"
 
 #include <cstdio>
+#include <limits>
 
 #include <sys/sysmacros.h>
 
 namespace brivane::posix {
 
 namespace {
-
-std::int64_t nanoseconds(const statx_timestamp& time)
-{
-    return time.tv_sec * 1'000'000'000 + time.tv_nsec;
-}
 
 timespec timeOf(const statx_timestamp& time)
 {
@@ -46,6 +42,18 @@ int readStatus(int folder, const char* name, int flags, FileStatus& status)
 }
 
 } // namespace
+
+std::int64_t nanoseconds(const statx_timestamp& time)
+{
+    using Limits = std::numeric_limits<std::int64_t>;
+    constexpr std::int64_t inSecond = 1'000'000'000;
+    constexpr std::int64_t mostSeconds = Limits::max() / inSecond - 1;
+    if (time.tv_sec > mostSeconds)
+        return Limits::max();
+    if (time.tv_sec < -mostSeconds)
+        return Limits::min();
+    return time.tv_sec * inSecond + time.tv_nsec;
+}
 
 int readStatus(int folder, const char* name, FileStatus& status)
 {

@@ -51,6 +51,10 @@ struct FileStatus {
     }
 };
 
+/// Nanoseconds since 1970. Times of three centuries away and more, which a file may well have, are
+/// all the farthest one that can be said.
+[[nodiscard]] std::int64_t nanoseconds(const statx_timestamp& time);
+
 [[nodiscard]] int readStatus(int folder, const char* name, FileStatus& status);
 [[nodiscard]] int readStatus(int descriptor, FileStatus& status);
 

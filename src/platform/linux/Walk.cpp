@@ -5,9 +5,8 @@
 #include "platform/linux/WalkQueue.h"
 
 #include <algorithm>
+#include <system_error>
 #include <thread>
-
-#include <fcntl.h>
 
 namespace brivane {
 
@@ -57,13 +56,19 @@ public:
         , m_queue(std::make_shared<WalkQueue>(options))
         , m_reader(*m_queue)
     {
-        walking::readAttributes(AT_FDCWD, m_path.constData(), m_start);
+        const std::string_view start(m_path.constData(), static_cast<std::size_t>(m_path.size()));
+        m_queue->start = walking::WalkStart(start);
+        if (m_queue->start.error() == 0) {
+            walking::readAttributes(m_queue->start.folder(), m_queue->start.name(), m_start);
+        } else {
+            m_start.kind = WalkKind::NoAttributes;
+            m_start.error = m_queue->start.error();
+        }
         m_start.isMountPoint = false; // the start is walked, whatever it is
         if (m_start.kind == WalkKind::Directory) {
             m_queue->device = m_start.attributes.device;
             m_queue->untouchable = unresponsiveMountsBelow(m_path);
-            m_start.directory =
-                WalkQueue::make(nullptr, {m_path.constData(), static_cast<size_t>(m_path.size())});
+            m_start.directory = WalkQueue::make(nullptr, start);
             m_queue->begin(m_start.directory);
         }
     }
@@ -200,7 +205,12 @@ private:
             count = std::max(fewestWorkers, std::thread::hardware_concurrency() - 1);
         for (unsigned i = 0; i < count; ++i) {
             m_queue->workerStarts();
-            std::thread(readAhead, m_queue).detach();
+            try {
+                std::thread(readAhead, m_queue).detach();
+            } catch (const std::system_error&) {
+                m_queue->workerLeaves();
+                return; // whoever is there reads all the same
+            }
         }
     }
 

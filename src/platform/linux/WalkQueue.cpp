@@ -45,11 +45,11 @@ Directory* WalkQueue::make(Directory* parent, std::string_view name)
     return directory;
 }
 
-void WalkQueue::begin(Directory* start)
+void WalkQueue::begin(Directory* first)
 {
     const Lock lock(m_mutex);
-    start->pins = 1; // never taken back: from here any directory can be reached
-    insertBefore(nullptr, start);
+    first->pins = 1; // never taken back: from here any directory can be reached
+    insertBefore(nullptr, first);
     ++m_waiting;
 }
 
@@ -80,7 +80,7 @@ int WalkQueue::open(Directory* directory)
 {
     Directory* parent = directory->parent;
     if (!parent) {
-        directory->descriptor = ::open(directory->name.c_str(), directoryFlags | O_NOFOLLOW);
+        directory->descriptor = ::openat(start.folder(), start.name(), directoryFlags | O_NOFOLLOW);
         directory->error = directory->descriptor < 0 ? errno : 0;
         return directory->descriptor;
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Walk.h"
+#include "platform/linux/WalkStart.h"
 
 #include <condition_variable>
 #include <cstddef>
@@ -58,7 +59,7 @@ struct Directory {
     std::size_t taken = 0;
     std::string name;             ///< at the start of the walk its whole path
     int descriptor = -1;          ///< open while it is read and while `pins` is above 0
-    int error = 0;                ///< errno of the open, when that failed
+    int error = 0;                ///< errno of the open or of the listing, when that failed
     std::uint32_t references = 1; ///< its record or who took that, its reader, and its children
     std::uint32_t pins = 0;       ///< who needs `descriptor`: children to be opened, and `openers`
     std::uint32_t openers = 0;    ///< threads that open something from `descriptor` right now
@@ -75,6 +76,7 @@ public:
     WalkQueue& operator=(const WalkQueue&) = delete;
 
     const WalkOptions options;
+    WalkStart start;          ///< set before any worker runs
     std::uint64_t device = 0; ///< of the start; set before any worker runs
     /// Mount points that must not be touched, full paths; set before any worker runs.
     std::vector<std::string> untouchable;
@@ -91,8 +93,8 @@ public:
     /// Makes a directory below `parent` (null for the start), not yet in the list, with one
     /// reference for its record. Takes no lock: the caller is reading `parent`.
     static Directory* make(Directory* parent, std::string_view name);
-    /// Puts the start into the list.
-    void begin(Directory* start);
+    /// Puts the directory at the start into the list.
+    void begin(Directory* first);
     /// Waits for the first waiting directory and marks it as being read; null when the walk ends.
     Directory* takeForReading();
     /// Opens `directory`, being read by the caller, close on exec; gives its descriptor or -1 with
@@ -118,7 +120,8 @@ public:
     /// How many directories wait to be read.
     [[nodiscard]] std::size_t waiting() const;
 
-    /// Counts the workers, so that the owner can wait for them to leave.
+    /// Counts the workers, so that the owner can wait for them to leave. One that could not be
+    /// started leaves as well.
     void workerStarts();
     void workerLeaves();
     /// Waits for the workers to leave, but no longer than a tenth of a second.

@@ -5,7 +5,11 @@
 //
 // Standard output is the command's. Standard error stays empty unless the command fails; then it
 // holds one message that ends in the command's status, and the own status is 1.
+//
+// A signal to end is passed on to the command. Both belong to one process group; when the signal
+// goes to that, the command may hear it twice.
 
+#include "platform/linux/ChildSignals.h"
 #include "platform/linux/libexec/AdminScript.h"
 
 #include <array>
@@ -86,7 +90,9 @@ int run(const AdminScript::ShellCommand& command)
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setsigmask(&attributes, &before);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK);
+    const sigset_t standard = posix::signalsOfAChild();
+    posix_spawnattr_setsigdefault(&attributes, &standard);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
     pid_t pid = -1;
     const int failure = ::posix_spawn(&pid, *first, &actions, &attributes, first, environ);
     posix_spawnattr_destroy(&attributes);
@@ -125,5 +131,6 @@ int main(int count, char** arguments)
     const std::optional<AdminScript::ShellCommand> command = AdminScript::parse(arguments[2]);
     if (!command)
         return fail("syntax error: Only \"do shell script\" is understood here. (-2741)");
+    posix::keepEndsOfChildren();
     return run(*command);
 }

@@ -7,6 +7,8 @@
 // not heard: the binary is made to be run as administrator. A signal to end reaches all processes
 // that the compiler consists of, and the stand-in ends after the last of them.
 
+#include "platform/linux/ChildSignals.h"
+
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -69,7 +71,10 @@ int spawn(const char* compiler, std::string binary, std::string source, pid_t& p
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setpgroup(&attributes, 0);
     posix_spawnattr_setsigmask(&attributes, &none);
-    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK);
+    const sigset_t standard = brivane::posix::signalsOfAChild();
+    posix_spawnattr_setsigdefault(&attributes, &standard);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK |
+                                              POSIX_SPAWN_SETSIGDEF);
     const int failure =
         ::posix_spawn(&pid, compiler, nullptr, &attributes, arguments.data(), environment.data());
     posix_spawnattr_destroy(&attributes);
@@ -108,6 +113,7 @@ int main(int count, char** arguments)
         return fail("No C++ compiler is installed.", 127);
     // What the compiler leaves behind when it is ended comes to us.
     ::prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0);
+    brivane::posix::keepEndsOfChildren();
     const sigset_t signals = awaitedSignals();
     ::sigprocmask(SIG_BLOCK, &signals, nullptr);
     pid_t pid = -1;

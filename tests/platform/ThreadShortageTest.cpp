@@ -1,0 +1,40 @@
+#include "platform/Walk.h"
+#include "platform/linux/LinuxVolumes.h"
+#include "support/FileTestSupport.h"
+
+#include <system_error>
+#include <thread>
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+using namespace brivane;
+
+TEST(ThreadShortage, WalksAndVolumesDoWithTheThreadsThatTheyGet)
+{
+    const TestFolder folder;
+    ASSERT_EQ(::chmod(folder.path(), 0755), 0);
+    buildNastyTree(folder / "tree", {.levels = 30});
+    const auto listing = [&folder] {
+        QByteArray all;
+        Walk walk(folder.path(), {.readAhead = 100, .workers = 4});
+        while (const WalkEntry* entry = walk.next())
+            all += walk.path() + QByteArray::number(static_cast<int>(entry->kind)) + '\n';
+        return all;
+    };
+    // For whom permissions bind, limits do as well.
+    EXPECT_TRUE(passesUnprivileged([&] {
+        const QByteArray expected = listing();
+        struct rlimit limit = {};
+        ASSERT_EQ(::getrlimit(RLIMIT_NPROC, &limit), 0);
+        for (limit.rlim_cur = 0; limit.rlim_cur < 8; ++limit.rlim_cur) {
+            ASSERT_EQ(::setrlimit(RLIMIT_NPROC, &limit), 0);
+            EXPECT_EQ(listing(), expected);
+            if (limit.rlim_cur == 0) {
+                EXPECT_THROW(std::thread([] {}).join(), std::system_error);
+                EXPECT_EQ(LinuxVolumes().volumeInfo(QStringLiteral("/"))->totalCapacity, 0U);
+            }
+        }
+    }));
+}

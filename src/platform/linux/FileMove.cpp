@@ -64,7 +64,7 @@ int renameOrLink(int fromFolder, const char* from, int toFolder, const char* to,
 
 Result<Moved> Move::run()
 {
-    if (const int code = readStatus(m_from.folder(), m_from.name(), m_found))
+    if (const int code = m_from.readStatus(m_found))
         return m_from.error(code, FileOperation::Move);
     if (m_options.expected && !m_options.expected->matches(m_found.identity))
         return m_from.error(ESTALE, FileOperation::Move);

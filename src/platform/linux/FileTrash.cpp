@@ -115,7 +115,7 @@ Result<QString> moveToTrash(const QString& path, const std::optional<FileIdentit
     if (!place)
         return place.error();
     FileStatus found;
-    int code = readStatus(place->folder(), place->name(), found);
+    int code = place->readStatus(found);
     if (code == 0 && expected && !expected->matches(found.identity))
         code = ESTALE;
     if (code != 0)

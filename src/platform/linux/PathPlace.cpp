@@ -68,6 +68,17 @@ Result<PathPlace> PathPlace::find(const QString& path, FileOperation operation, 
     return place;
 }
 
+int PathPlace::readStatus(FileStatus& status) const
+{
+    FileStatus holder;
+    int code = posix::readStatus(folder(), holder);
+    if (code == 0)
+        code = posix::readStatus(folder(), name(), status);
+    if (code == 0)
+        status.identity.folder = {holder.identity.device, holder.identity.inode};
+    return code;
+}
+
 QByteArray temporaryName()
 {
     return temporaryPrefix + QByteArray::number(QRandomGenerator::system()->generate64(), 16);

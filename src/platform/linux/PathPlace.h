@@ -23,6 +23,8 @@ public:
 
     [[nodiscard]] int folder() const { return m_folder.get(); }
     [[nodiscard]] const char* name() const { return m_name.constData(); }
+    /// What stands there, with the folder as part of its identity.
+    [[nodiscard]] int readStatus(FileStatus& status) const;
     /// The path as it was given.
     [[nodiscard]] const QString& path() const { return m_path; }
     [[nodiscard]] FileError error(int code, FileOperation operation) const

@@ -187,6 +187,7 @@ RemovalReport removeTarget(const RemovalTarget& target)
         code = readStatus(parent.get(), parentStatus);
     if (code == 0)
         code = readStatus(parent.get(), target.name.constData(), found);
+    found.identity.folder = {parentStatus.identity.device, parentStatus.identity.inode};
     if (code == 0 && found.mount != parentStatus.mount)
         code = EBUSY;
     if (code == 0 && ((target.expected && !target.expected->matches(found.identity)) ||

@@ -20,8 +20,9 @@ namespace brivane {
 Result<> writeFileAtomically(const QString& path, QByteArrayView bytes, mode_t mode);
 
 /// Makes the folder `path` with all missing parents, each with mode `mode` less the umask. A folder
-/// that is there already is success and keeps its mode. With Refuse, a link among the parents or at
-/// the end is ENOTDIR. After a failure the folders made so far stay.
+/// that is there already is success and keeps its mode. A link among the parents or at the end
+/// that `links` refuses is ENOTDIR; behind one that is followed nothing is made. After a failure
+/// the folders made so far stay.
 Result<> makeDirectoryWithParents(const QString& path, mode_t mode,
                                   ParentLinks links = ParentLinks::Follow);
 

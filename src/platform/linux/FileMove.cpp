@@ -1,5 +1,7 @@
 #include "platform/FileMove.h"
 
+#include "platform/FileWriting.h"
+#include "platform/PathText.h"
 #include "platform/linux/PathPlace.h"
 #include "platform/linux/TreeCopy.h"
 #include "platform/linux/TreeRemoval.h"
@@ -102,7 +104,15 @@ Result<Moved> Move::copyOver()
     if (code != ENOENT)
         return m_to.error(code == 0 ? EEXIST : code, FileOperation::Move);
 
-    const QByteArray temporary = temporaryName();
+    const QByteArray temporary = m_options.temporaryName.isEmpty()
+                                     ? temporaryName()
+                                     : PathText::toBytes(m_options.temporaryName);
+    code = readStatus(m_to.folder(), temporary.constData(), made);
+    if (code != ENOENT) {
+        const QString folder = m_to.path().first(m_to.path().lastIndexOf(u'/') + 1);
+        return FileError{code == 0 ? EEXIST : code, folder + PathText::fromBytes(temporary),
+                         FileOperation::Copy};
+    }
     const auto copied = copyTree(m_from, m_to.folder(), temporary);
     if (!copied) {
         discard(m_to, temporary);
@@ -154,6 +164,8 @@ bool Move::sourceStands() const
 Result<Moved> moveWithoutReplacing(const QString& from, const QString& to,
                                    const MoveOptions& options)
 {
+    if (!options.temporaryName.isEmpty() && !isTemporaryName(options.temporaryName))
+        return FileError{EINVAL, options.temporaryName, FileOperation::Move};
     const auto source = PathPlace::find(from, FileOperation::Move);
     if (!source)
         return source.error();

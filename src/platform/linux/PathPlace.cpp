@@ -17,9 +17,14 @@ constexpr char temporaryPrefix[] = ".brivane-temporary-";
 
 } // namespace
 
+QString makeTemporaryName()
+{
+    return QString::fromLatin1(posix::temporaryName());
+}
+
 bool isTemporaryName(const QString& name)
 {
-    return name.startsWith(QLatin1StringView(temporaryPrefix));
+    return name.startsWith(QLatin1StringView(temporaryPrefix)) && !name.contains(u'/');
 }
 
 namespace posix {

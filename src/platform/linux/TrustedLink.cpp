@@ -26,9 +26,10 @@ const Record* lookUp(Call call, Record& record, std::vector<char>& buffer)
     constexpr std::size_t enough = 1 << 20;
     Record* found = nullptr;
     int code = ERANGE;
-    for (buffer.resize(4096); code == ERANGE && buffer.size() <= enough;
-         buffer.resize(buffer.size() * 2))
-        code = call(&record, buffer.data(), buffer.size(), &found);
+    for (std::size_t size = 4096; code == ERANGE && size <= enough; size *= 2) {
+        buffer.resize(size);
+        code = call(&record, buffer.data(), size, &found);
+    }
     return code == 0 ? found : nullptr;
 }
 

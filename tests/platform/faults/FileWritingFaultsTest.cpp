@@ -5,6 +5,7 @@
 #include <cerrno>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 using namespace brivane;
 
@@ -31,4 +32,40 @@ TEST(FileWritingFaults, AnyFailingCallLeavesTheOldContentAndNothingTemporary)
         EXPECT_EQ(snapshot(folder.path()).size(), 2U) << points;
     }
     std::printf("%d fault points\n", points - 1);
+}
+
+TEST(FileWritingFaults, FullVolumeLeavesTheReserveThatWasThereAndFileSystemWithoutAllocationFillsIt)
+{
+    const TestFolder folder;
+    const auto sizeOf = [&] {
+        struct stat status = {};
+        return ::lstat(folder / "reserve", &status) == 0 ? int(status.st_blocks * 512) : -1;
+    };
+    for (const bool canAllocate : {true, false}) {
+        for (const bool isNew : {true, false}) {
+            bool wasReached = true;
+            for (int n = 0; wasReached && !testing::Test::HasFailure(); ++n) {
+                ASSERT_TRUE(isNew || reserveSpace(text(folder / "reserve"), 100'000));
+                const int before = sizeOf();
+                wasReached = false;
+                std::optional<Result<>> result;
+                {
+                    const SystemCallFaults faults([&](const SystemCall& call) {
+                        wasReached |= call.index == n;
+                        return call.index == n ? ENOSPC
+                               : !canAllocate && QByteArrayView(call.name) == "fallocate64"
+                                   ? EOPNOTSUPP
+                                   : 0;
+                    });
+                    result = reserveSpace(text(folder / "reserve"), 400'000);
+                }
+                EXPECT_EQ(bool(*result), !wasReached) << n;
+                if (*result)
+                    EXPECT_GE(sizeOf(), 400'000);
+                else
+                    EXPECT_EQ(sizeOf(), before) << n;
+                ASSERT_TRUE(releaseSpace(text(folder / "reserve")));
+            }
+        }
+    }
 }

@@ -161,16 +161,15 @@ TEST_F(FileMoveBetweenDevices, FolderOfTheUsersOwnMovesWhateverItsModeAndKeepsIt
                 << "was opened up although that does not help";
             for (const QByteArray& to : {folder / "there/x", other / "x"}) {
                 EXPECT_EQ(codeOf(moveWithoutReplacing(text(from), text(to))), 0) << mode;
-                struct stat status = {};
-                EXPECT_EQ(::stat(to, &status), 0);
-                EXPECT_EQ(status.st_mode & 07777, mode);
-                ASSERT_EQ(::chmod(to, 0700), 0);
-                EXPECT_EQ(::stat(to + "/inner", &status), 0);
-                EXPECT_EQ(status.st_mode & 07777, mode);
-                ASSERT_EQ(::chmod(to + "/inner", 0700), 0);
+                for (const QByteArray& inner : {to, to + "/inner"}) {
+                    struct stat status = {};
+                    EXPECT_EQ(::stat(inner, &status), 0);
+                    EXPECT_EQ(status.st_mode & 07777, mode);
+                    ASSERT_EQ(::chmod(inner, 0700), 0);
+                }
                 EXPECT_EQ(readFile(to + "/inner/file"), "content");
-                ASSERT_EQ(::chmod(to + "/inner", mode), 0);
-                ASSERT_EQ(::chmod(to, mode), 0);
+                for (const QByteArray& inner : {to + "/inner", to})
+                    ASSERT_EQ(::chmod(inner, mode), 0);
                 EXPECT_EQ(codeOf(moveWithoutReplacing(text(to), text(from))), 0) << mode;
             }
             EXPECT_TRUE(removeTree(text(from)).isComplete());
@@ -185,13 +184,11 @@ TEST_F(FileMoveBetweenDevices, NameThatACopyMayNotTakeIsLeft)
     const QString taken = makeTemporaryName();
     writeFile(other.path() + '/' + taken.toUtf8(), "other");
     const Snapshot before = snapshot(other.path());
-    const auto move = [&](const QString& name) {
-        return codeOf(moveWithoutReplacing(text(folder / "file"), text(other / "file"),
-                                           {.temporaryName = name}));
-    };
-    for (const QString& name : {u"plain"_s, taken + u"/x"_s})
-        EXPECT_EQ(move(name), EINVAL);
-    EXPECT_EQ(move(taken), EEXIST);
+    for (const QString& name : {u"plain"_s, taken + u"/x"_s, taken}) {
+        const auto moved = moveWithoutReplacing(text(folder / "file"), text(other / "file"),
+                                                {.temporaryName = name});
+        EXPECT_EQ(codeOf(moved), name == taken ? EEXIST : EINVAL);
+    }
     EXPECT_EQ(difference(snapshot(other.path()), before), "");
 }
 

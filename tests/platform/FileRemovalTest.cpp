@@ -73,22 +73,6 @@ TEST(FileRemoval, FoldersOfTheUsersOwnGoWhateverTheirModeAndKeepItWhereTheyStay)
     }));
 }
 
-TEST(FileRemoval, FolderOfAnotherUserIsReportedAndTheOthersGo)
-{
-    if (::geteuid() != 0)
-        GTEST_SKIP() << "only root can make one";
-    const TestFolder folder;
-    ASSERT_EQ(::chmod(folder.path(), 0777), 0);
-    EXPECT_TRUE(passesUnprivileged([&] { buildNastyTree(folder / "tree"); }));
-    ASSERT_EQ(::chown(folder / "tree/unreadable", 1234, 1234), 0);
-    EXPECT_TRUE(passesUnprivileged([&] {
-        const RemovalReport report = removeTree(text(folder / "tree"));
-        ASSERT_EQ(codesOf(report), std::vector{EACCES});
-        EXPECT_EQ(report.failures[0].path, text(folder / "tree/unreadable"));
-    }));
-    EXPECT_EQ(snapshot(folder / "tree").size(), 3U);
-}
-
 TEST(FileRemoval, DepthAndWidthNeedFewDescriptorsAlsoBeyondPathMax)
 {
     const TestFolder folder(makeSpaciousFolder());

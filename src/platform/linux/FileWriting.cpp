@@ -178,13 +178,13 @@ Result<> releaseSpace(const QString& path)
     int code = openReserve(*place, file, status);
     if (code == ENOENT)
         return {};
-    // Its room is free once the transaction that shortens it is on the disk.
-    if (code == 0)
-        code = errorOf([&] { return ::ftruncate(file.get(), 0); });
-    if (code == 0)
-        code = errorOf([&] { return ::fsync(file.get()); });
+    // Its room is free once the transaction that shortens it is on the disk. Where that takes room
+    // itself and there is none, the removal has to do.
+    if (code == 0 && errorOf([&] { return ::ftruncate(file.get(), 0); }) == 0)
+        (void)errorOf([&] { return ::fsync(file.get()); });
     if (code == 0)
         code = removeAt(place->folder(), place->name());
+    file.close();
     if (code == 0)
         code = syncFolder(place->folder());
     if (code != 0)

@@ -119,19 +119,18 @@ TEST(FileMoveFaults, AnyFailingCallOfARenameLeavesTheFolderInOnePlaceWithItsMode
             ASSERT_EQ(::mkdir(folder / "from/x", 0755), 0);
             writeFile(folder / "from/x/file", "content");
             ASSERT_EQ(::chmod(folder / "from/x", 0555), 0);
-            const MoveOptions options = {.expected = *FileIdentity::of(text(folder / "from/x"))};
+            const QString from = text(folder / "from/x");
+            const MoveOptions options = {.expected = *FileIdentity::of(from)};
             std::string failed;
             std::optional<Result<Moved>> moved;
             {
                 const SystemCallFaults faults([&](const SystemCall& call) {
+                    const bool isRename = std::strcmp(call.name, "renameat2") == 0;
                     if (call.index == n)
                         failed = call.name;
-                    return call.index == n                                            ? EIO
-                           : !isExclusive && std::strcmp(call.name, "renameat2") == 0 ? EINVAL
-                                                                                      : 0;
+                    return call.index == n ? EIO : isRename && !isExclusive ? EINVAL : 0;
                 });
-                moved =
-                    moveWithoutReplacing(text(folder / "from/x"), text(folder / "to/x"), options);
+                moved = moveWithoutReplacing(from, text(folder / "to/x"), options);
             }
             wasReached = !failed.empty();
             const QByteArray place = folder / (*moved ? "to/x" : "from/x");

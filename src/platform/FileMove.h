@@ -51,11 +51,11 @@ struct Moved {
 /// and mounts inside make that fail. Folders of this user's own whose mode is in the way are opened
 /// up meanwhile, and have it afterwards.
 ///
-/// After a failure `from` is whole and nothing stands at `to`, but for one case: ESTALE with `to` as
-/// the error's path. Then another object took the place of the expected one at the last moment, was
-/// moved instead, and could not go back; it lies at `to`. A crash leaves one of the two whole, and
-/// perhaps a part under the temporary name; where the file system cannot rename without replacing,
-/// perhaps an empty folder at `to`.
+/// After a failure `from` is whole and nothing stands at `to`, but for one case: ESTALE with `to`
+/// as the error's path. Then another object took the place of the expected one at the last moment,
+/// was moved instead, and could not go back; it lies at `to`. A crash leaves one of the two whole,
+/// and perhaps a part under the temporary name; where the file system cannot rename without
+/// replacing, perhaps an empty folder at `to`.
 [[nodiscard]] Result<Moved> moveWithoutReplacing(const QString& from, const QString& to,
                                                  const MoveOptions& options = {});
 

@@ -61,8 +61,8 @@ int renameOverOwn(int fromFolder, const char* from, int toFolder, const char* to
     code = errorOf([&] { return ::renameat(fromFolder, from, toFolder, to); });
     if (code == 0)
         return 0;
-    const bool isAnother = isKnown && readStatus(toFolder, to, now) == 0 &&
-                           !now.identity.isSameObject(made.identity);
+    const bool isAnother =
+        isKnown && readStatus(toFolder, to, now) == 0 && !now.identity.isSameObject(made.identity);
     if (!isAnother)
         (void)removeAt(toFolder, to, AT_REMOVEDIR);
     return code == ENOTEMPTY || code == ENOTDIR ? EEXIST : code;

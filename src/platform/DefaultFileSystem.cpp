@@ -39,4 +39,14 @@ Result<> DefaultFileSystem::writeAtomically(const QString& path, QByteArrayView 
     return writeFileAtomically(path, bytes, mode);
 }
 
+Result<> DefaultFileSystem::reserveSpace(const QString& path, std::uint64_t bytes)
+{
+    return brivane::reserveSpace(path, bytes);
+}
+
+Result<> DefaultFileSystem::releaseSpace(const QString& path)
+{
+    return brivane::releaseSpace(path);
+}
+
 } // namespace brivane

@@ -18,6 +18,8 @@ public:
     Result<> makeDirectory(const QString& path, mode_t mode,
                            ParentLinks links = ParentLinks::Follow) override;
     Result<> writeAtomically(const QString& path, QByteArrayView bytes, mode_t mode) override;
+    Result<> reserveSpace(const QString& path, std::uint64_t bytes) override;
+    Result<> releaseSpace(const QString& path) override;
 };
 
 } // namespace brivane

@@ -7,6 +7,14 @@
 
 namespace brivane {
 
+/// An object as the system knows it, whatever it is named.
+struct ObjectId {
+    std::uint64_t device = 0; ///< as st_dev
+    std::uint64_t inode = 0;
+
+    bool operator==(const ObjectId&) const = default;
+};
+
 /// Which object stands behind a path, so that what was shown to the user can be told from what
 /// took its place. A plain value; parts that are not known are not compared.
 struct FileIdentity {
@@ -15,10 +23,14 @@ struct FileIdentity {
     std::optional<std::uint64_t> size = {};      ///< logical bytes
     std::optional<std::int64_t> modifiedAt = {}; ///< nanoseconds since 1970
     std::optional<std::int64_t> changedAt = {};  ///< nanoseconds since 1970
+    /// The folder that the path led to. With it the object is meant in that very folder: when a
+    /// parent was swapped for a link, the same path leads to another one.
+    std::optional<ObjectId> folder = {};
 
     /// The whole identity of the object at `path`, a link itself where it is one. Any thread.
     [[nodiscard]] static Result<FileIdentity> of(const QString& path);
-    /// Whether `actual`, which has every part, is the object that this one describes.
+    /// Whether `actual` is the object that this one describes. Of the folder that counts only where
+    /// both know it; `actual` has every other part.
     [[nodiscard]] bool matches(const FileIdentity& actual) const;
     /// Whether both are the same object, whatever was written to it in between.
     [[nodiscard]] bool isSameObject(const FileIdentity& other) const

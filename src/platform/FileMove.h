@@ -11,7 +11,14 @@
 namespace brivane {
 
 /// Whether a link may stand for one of the folders that lead to a path.
-enum class ParentLinks { Follow, Refuse };
+///
+/// Trusted: a link is followed when it belongs to root or to this user and lies in a folder that
+/// only these two can write to; so is each link that it leads through, 40 at most. A folder that
+/// others may write to does not qualify, sticky or not. Where the group may write, the folder
+/// qualifies only if it is this user's, has no access list, and its group is the user's private
+/// one: the process's own, of the user's name, and with no other member. (Whom root gave that group
+/// as a primary one is not asked: that takes a look at every account.)
+enum class ParentLinks { Follow, Trusted, Refuse };
 
 /// What to do when source and destination are on different devices.
 enum class OtherDevice { Copy, Refuse };
@@ -20,7 +27,12 @@ struct MoveOptions {
     /// When given, nothing but this object is moved; another one at the path is ESTALE.
     std::optional<FileIdentity> expected = {};
     OtherDevice otherDevice = OtherDevice::Copy; ///< Refuse fails with EXDEV
-    ParentLinks toParents = ParentLinks::Follow; ///< Refuse fails with ENOTDIR
+    /// Of `to`. A link that is not followed is ENOTDIR, too many are ELOOP.
+    ParentLinks toParents = ParentLinks::Follow;
+    /// The name beside `to` that a copy between devices has until it is whole, so that the caller
+    /// knows what a crash leaves: see makeTemporaryName(). Empty for one that nobody knows. EINVAL
+    /// when isTemporaryName() denies it; what stands there already stays, and is EEXIST.
+    QString temporaryName = {};
 };
 
 /// A move that took place.
@@ -36,7 +48,14 @@ struct Moved {
 /// of `to` must exist. Between devices the object is copied beside `to`, with mode, owner (where
 /// that is permitted), times, extended attributes, access lists, holes and hard links among what is
 /// moved; it is synced, renamed into place, and only then removed at `from`. Sockets, device files
-/// and mounts inside make that fail. After a failure `from` is whole and nothing stands at `to`.
+/// and mounts inside make that fail. Folders of this user's own whose mode is in the way are opened
+/// up meanwhile, and have it afterwards.
+///
+/// After a failure `from` is whole and nothing stands at `to`, but for one case: ESTALE with `to`
+/// as the error's path. Then another object took the place of the expected one at the last moment,
+/// was moved instead, and could not go back; it lies at `to`. A crash leaves one of the two whole,
+/// and perhaps a part under the temporary name; where the file system cannot rename without
+/// replacing, perhaps an empty folder at `to`.
 [[nodiscard]] Result<Moved> moveWithoutReplacing(const QString& from, const QString& to,
                                                  const MoveOptions& options = {});
 

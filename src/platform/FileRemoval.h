@@ -32,6 +32,10 @@ struct RemovalReport {
 /// When `expected` is given and another object stands there by now, nothing is removed and the
 /// failure is ESTALE. A mount point is left alone (EBUSY), and so is one inside (EXDEV). A failure
 /// at one object does not keep the others. What somebody else removes meanwhile counts as neither.
+///
+/// A folder of this user's own whose mode denies what its removal takes, the one at `path` or one
+/// below it, is opened up while it is emptied; where it stays it has its exact mode again, unless
+/// somebody moved it in between. The folder that holds `path` is never touched.
 [[nodiscard]] RemovalReport removeTree(const QString& path,
                                        const std::optional<FileIdentity>& expected = {});
 

@@ -33,6 +33,11 @@ public:
                                    ParentLinks links = ParentLinks::Follow) = 0;
     /// Replaces a file's content as a whole; see writeFileAtomically().
     virtual Result<> writeAtomically(const QString& path, QByteArrayView bytes, mode_t mode) = 0;
+    /// Keeps room on a volume, in a file at `path`, for a day on which it is full; see
+    /// reserveSpace().
+    virtual Result<> reserveSpace(const QString& path, std::uint64_t bytes) = 0;
+    /// Gives that room back to what is written next; see releaseSpace().
+    virtual Result<> releaseSpace(const QString& path) = 0;
 };
 
 } // namespace brivane

@@ -1,5 +1,7 @@
 #include "platform/FileMove.h"
 
+#include "platform/FileRemoval.h"
+#include "platform/FileWriting.h"
 #include "support/FileTestSupport.h"
 
 #include <array>
@@ -12,6 +14,7 @@
 #include <unistd.h>
 
 using namespace brivane;
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -138,6 +141,57 @@ TEST_F(FileMoveBetweenDevices, SourceThatCannotBeRemovedIsNotDoubled)
     EXPECT_EQ(snapshot(other.path()).size(), 1U);
 }
 
+TEST_F(FileMoveBetweenDevices, FolderOfTheUsersOwnMovesWhateverItsModeAndKeepsIt)
+{
+    for (const TestFolder* place : {&folder, &other})
+        ASSERT_EQ(::chmod(place->path(), 0777), 0);
+    EXPECT_TRUE(passesUnprivileged([&] {
+        ASSERT_EQ(::mkdir(folder / "closed", 0555), 0);
+        ASSERT_EQ(::mkdir(folder / "there", 0777), 0);
+        for (const mode_t mode : {0000U, 0111U, 0222U, 0444U, 0500U, 02555U}) {
+            const QByteArray from = folder / "tree";
+            ASSERT_EQ(::mkdir(from, 0755), 0);
+            ASSERT_EQ(::mkdir(from + "/inner", 0755), 0);
+            writeFile(from + "/inner/file", "content");
+            ASSERT_EQ(::chmod(from + "/inner", mode), 0);
+            ASSERT_EQ(::chmod(from, mode), 0);
+            const FileIdentity before = *FileIdentity::of(text(from));
+            EXPECT_EQ(codeOf(moveWithoutReplacing(text(from), text(folder / "closed/x"))), EACCES);
+            EXPECT_EQ(FileIdentity::of(text(from))->changedAt, before.changedAt)
+                << "was opened up although that does not help";
+            for (const QByteArray& to : {folder / "there/x", other / "x"}) {
+                EXPECT_EQ(codeOf(moveWithoutReplacing(text(from), text(to))), 0) << mode;
+                for (const QByteArray& inner : {to, to + "/inner"}) {
+                    struct stat status = {};
+                    EXPECT_EQ(::stat(inner, &status), 0);
+                    EXPECT_EQ(status.st_mode & 07777, mode);
+                    ASSERT_EQ(::chmod(inner, 0700), 0);
+                }
+                EXPECT_EQ(readFile(to + "/inner/file"), "content");
+                for (const QByteArray& inner : {to + "/inner", to})
+                    ASSERT_EQ(::chmod(inner, mode), 0);
+                EXPECT_EQ(codeOf(moveWithoutReplacing(text(to), text(from))), 0) << mode;
+            }
+            EXPECT_TRUE(removeTree(text(from)).isComplete());
+        }
+    }));
+    EXPECT_EQ(snapshot(other.path()).size(), 1U);
+}
+
+TEST_F(FileMoveBetweenDevices, NameThatACopyMayNotTakeIsLeft)
+{
+    writeFile(folder / "file", "content");
+    const QString taken = makeTemporaryName();
+    writeFile(other.path() + '/' + taken.toUtf8(), "other");
+    const Snapshot before = snapshot(other.path());
+    for (const QString& name : {u"plain"_s, taken + u"/x"_s, taken}) {
+        const auto moved = moveWithoutReplacing(text(folder / "file"), text(other / "file"),
+                                                {.temporaryName = name});
+        EXPECT_EQ(codeOf(moved), name == taken ? EEXIST : EINVAL);
+    }
+    EXPECT_EQ(difference(snapshot(other.path()), before), "");
+}
+
 TEST_F(FileMoveBetweenDevices, PathsBeyondPathMaxAreReached)
 {
     buildDeepChain(folder / "deep", 3'000);
@@ -147,6 +201,23 @@ TEST_F(FileMoveBetweenDevices, PathsBeyondPathMaxAreReached)
     EXPECT_EQ(
         FileIdentity::of(text(other / "deep" + QByteArray("/d").repeated(3'000) + "/bottom"))->size,
         0U);
+}
+
+TEST(FileMove, MeantObjectInAnotherFolderThatTookThePlaceOfItsOwnStays)
+{
+    const TestFolder folder;
+    for (const char* name : {"own", "outside"})
+        ASSERT_EQ(::mkdir(folder / name, 0755), 0);
+    writeFile(folder / "own/file", "content");
+    ASSERT_EQ(::link(folder / "own/file", folder / "outside/file"), 0);
+    const QString path = text(folder / "own/file");
+    const FileIdentity meant = *FileIdentity::of(path);
+    ASSERT_EQ(::rename(folder / "own", folder / "parked"), 0);
+    ASSERT_EQ(::symlink("outside", folder / "own"), 0);
+    EXPECT_EQ(codeOf(moveWithoutReplacing(path, text(folder / "to"), {.expected = meant})), ESTALE);
+    EXPECT_FALSE(removeTree(path, meant).isComplete());
+    EXPECT_TRUE(stands(folder / "outside/file"));
+    EXPECT_TRUE(removeTree(text(folder / "parked/file"), meant).isComplete());
 }
 
 TEST(FileMove, OnlyTheMeantObjectAndOnlyTheMeantWay)

@@ -16,6 +16,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+mode_t modeOf(const QByteArray& path)
+{
+    struct stat status = {};
+    EXPECT_EQ(::lstat(path, &status), 0) << path.constData();
+    return status.st_mode & 07777;
+}
+
 std::vector<int> codesOf(const RemovalReport& report)
 {
     std::vector<int> codes;
@@ -39,16 +46,30 @@ TEST(FileRemoval, LinkAtThePathGoesAloneEvenWithASlashBehindIt)
     EXPECT_TRUE(stands(folder / "target/keep"));
 }
 
-TEST(FileRemoval, UnreadableFolderIsReportedAndTheOthersGo)
+TEST(FileRemoval, FoldersOfTheUsersOwnGoWhateverTheirModeAndKeepItWhereTheyStay)
 {
     EXPECT_TRUE(passesUnprivileged([] {
         const TestFolder folder;
         const auto counts = buildNastyTree(folder / "tree");
-        const RemovalReport report = removeTree(text(folder / "tree"));
-        ASSERT_EQ(codesOf(report), std::vector{EACCES});
-        EXPECT_EQ(report.failures[0].path, text(folder / "tree/unreadable"));
-        EXPECT_EQ(report.removed, counts.entries() - 2);
-        EXPECT_EQ(snapshot(folder / "tree").size(), 2U);
+        EXPECT_EQ(removeTree(text(folder / "tree")).removed, counts.entries() + 1);
+        for (const mode_t mode : {0000U, 0111U, 0222U, 0333U, 0444U, 0555U}) {
+            // Deeper than the number of levels that a removal keeps open.
+            buildDeepChain(folder / "chain", 40);
+            for (int level = 40; level >= 0; --level)
+                ASSERT_EQ(::chmod(folder / "chain" + QByteArray("/d").repeated(level), mode), 0);
+            EXPECT_EQ(removeTree(text(folder / "chain")).removed, 42U) << mode;
+
+            ASSERT_EQ(::mkdir(folder / "parent", 0755), 0);
+            ASSERT_EQ(::mkdir(folder / "parent/target", 0755), 0);
+            writeFile(folder / "parent/target/file", "");
+            ASSERT_EQ(::chmod(folder / "parent/target", mode), 0);
+            ASSERT_EQ(::chmod(folder / "parent", 0555), 0);
+            EXPECT_EQ(codesOf(removeTree(text(folder / "parent/target"))), std::vector{EACCES});
+            EXPECT_EQ(modeOf(folder / "parent/target"), mode);
+            EXPECT_EQ(modeOf(folder / "parent"), 0555U) << "it is not what was to be removed";
+            ASSERT_EQ(::chmod(folder / "parent", 0755), 0);
+            EXPECT_TRUE(removeTree(text(folder / "parent")).isComplete());
+        }
     }));
 }
 

@@ -1,7 +1,9 @@
 #include "platform/FileTrash.h"
 
+#include "platform/FileRemoval.h"
 #include "sandbox/NastyTree.h"
 #include "support/FileTestSupport.h"
+#include "support/faults/SystemCallFaults.h"
 
 #include <QStringList>
 
@@ -75,6 +77,62 @@ TEST(FileTrash, RefusalLeavesTheItemWhereItIs)
     const auto missing = moveToTrash(text(home / "missing"));
     ASSERT_FALSE(missing);
     EXPECT_EQ(missing.error().code, ENOENT);
+}
+
+TEST(FileTrash, ParentSwappedForALinkAtAnyMomentNeverTakesAnythingElseInSilence)
+{
+    const TestFolder& home = TrashHome::folder();
+    int taken = 0;
+    bool wasReached = true;
+    for (int n = 0; wasReached && !testing::Test::HasFailure(); ++n) {
+        for (const char* name : {"own", "outside"}) {
+            ASSERT_EQ(::mkdir(home / name, 0755), 0);
+            writeFile(home / name + "/file", name);
+        }
+        const QString path = text(home / "own/file");
+        const FileIdentity meant = *FileIdentity::of(path);
+        std::optional<Result<QString>> place;
+        wasReached = false;
+        {
+            const SystemCallFaults faults([&](const SystemCall& call) {
+                wasReached |= call.index == n;
+                if (call.index == n && ::rename(home / "own", home / "parked") == 0) {
+                    EXPECT_EQ(::symlink("outside", home / "own"), 0);
+                }
+                return 0;
+            });
+            place = moveToTrash(path, meant);
+        }
+        if (*place) {
+            EXPECT_EQ(readFile(PathText::toBytes(**place)), "own") << n;
+        } else {
+            EXPECT_EQ(place->error().code, ESTALE) << n;
+            EXPECT_EQ(readFile(home / "parked/file"), "own") << n;
+        }
+        if (!stands(home / "outside/file")) {
+            ++taken;
+            EXPECT_EQ(readFile(PathText::toBytes(place->error().path)), "outside") << n;
+        }
+        for (const char* name : {"own", "outside", "parked"})
+            (void)removeTree(text(home / name));
+    }
+    EXPECT_GT(taken, 0) << "no moment was late enough for this test to show anything";
+}
+
+TEST(FileTrash, ReadOnlyFolderOfTheUsersOwnCanBeTrashed)
+{
+    const TestFolder& home = TrashHome::folder();
+    (void)removeTree(text(home / "data"));
+    ASSERT_EQ(::chmod(home.path(), 0777), 0);
+    EXPECT_TRUE(passesUnprivileged([&] {
+        ASSERT_EQ(::mkdir(home / "read-only", 0555), 0);
+        const auto place = moveToTrash(text(home / "read-only"));
+        ASSERT_TRUE(place) << place.error().text().toStdString();
+        struct stat status = {};
+        ASSERT_EQ(::stat(PathText::toBytes(*place), &status), 0);
+        EXPECT_EQ(status.st_mode & 07777, 0555U);
+    }));
+    (void)removeTree(text(home / "data"));
 }
 
 TEST(FileTrash, VolumeWithoutTrashIsAnErrorAndNoRemoval)

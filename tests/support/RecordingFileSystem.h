@@ -83,6 +83,11 @@ public:
             return FileError{ENOSPC, path, FileOperation::Write};
         return m_real.writeAtomically(path, bytes, mode);
     }
+    Result<> reserveSpace(const QString& path, std::uint64_t bytes) override
+    {
+        return m_real.reserveSpace(path, bytes);
+    }
+    Result<> releaseSpace(const QString& path) override { return m_real.releaseSpace(path); }
 
 private:
     void record(const char* call, FileOperation operation, const QString& path)

@@ -10,7 +10,7 @@ Result<FileIdentity> FileIdentity::of(const QString& path)
     if (!place)
         return place.error();
     posix::FileStatus status;
-    if (const int code = posix::readStatus(place->folder(), place->name(), status))
+    if (const int code = place->readStatus(status))
         return place->error(code, FileOperation::Inspect);
     return status.identity;
 }
@@ -19,7 +19,8 @@ bool FileIdentity::matches(const FileIdentity& actual) const
 {
     return isSameObject(actual) && (!size || size == actual.size) &&
            (!modifiedAt || modifiedAt == actual.modifiedAt) &&
-           (!changedAt || changedAt == actual.changedAt);
+           (!changedAt || changedAt == actual.changedAt) &&
+           (!folder || !actual.folder || folder == actual.folder);
 }
 
 } // namespace brivane

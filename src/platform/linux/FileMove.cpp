@@ -1,5 +1,8 @@
 #include "platform/FileMove.h"
 
+#include "platform/FileWriting.h"
+#include "platform/PathText.h"
+#include "platform/linux/LentAccess.h"
 #include "platform/linux/PathPlace.h"
 #include "platform/linux/TreeCopy.h"
 #include "platform/linux/TreeRemoval.h"
@@ -23,7 +26,7 @@ public:
     Result<Moved> run();
 
 private:
-    [[nodiscard]] int rename();
+    [[nodiscard]] Result<Moved> checkRenamed() const;
     [[nodiscard]] Result<Moved> copyOver();
     [[nodiscard]] Result<Moved> removeSource(const CopiedObjects& copied,
                                              const FileStatus& made) const;
@@ -45,14 +48,37 @@ void discard(const PathPlace& place, const QByteArray& name, const FileStatus* m
         {.folder = place.folder(), .name = name, .path = place.path(), .expected = expected});
 }
 
+/// Renames a folder over an empty one that is made for it. Somebody else's empty folder that takes
+/// the place of that one in between is replaced; nothing else can be.
+int renameOverOwn(int fromFolder, const char* from, int toFolder, const char* to)
+{
+    int code = errorOf([&] { return ::mkdirat(toFolder, to, S_IRWXU); });
+    if (code != 0)
+        return code;
+    FileStatus made;
+    FileStatus now;
+    const bool isKnown = readStatus(toFolder, to, made) == 0;
+    code = errorOf([&] { return ::renameat(fromFolder, from, toFolder, to); });
+    if (code == 0)
+        return 0;
+    const bool isAnother =
+        isKnown && readStatus(toFolder, to, now) == 0 && !now.identity.isSameObject(made.identity);
+    if (!isAnother)
+        (void)removeAt(toFolder, to, AT_REMOVEDIR);
+    return code == ENOTEMPTY || code == ENOTDIR ? EEXIST : code;
+}
+
 /// Renames what is described by `status`, never over something.
 int renameOrLink(int fromFolder, const char* from, int toFolder, const char* to,
                  const FileStatus& status)
 {
     int code = renameWithoutReplacing(fromFolder, from, toFolder, to);
-    if (code != EINVAL || status.isDirectory())
+    if (code != EINVAL)
         return code;
-    // This file system cannot do that. A link is never made over something, either.
+    // This file system cannot do that.
+    if (status.isDirectory())
+        return renameOverOwn(fromFolder, from, toFolder, to);
+    // A link is never made over something, either.
     code = errorOf([&] { return ::linkat(fromFolder, from, toFolder, to, 0); });
     if (code != 0)
         return code;
@@ -62,15 +88,35 @@ int renameOrLink(int fromFolder, const char* from, int toFolder, const char* to,
     return code;
 }
 
+int rename(const PathPlace& from, const PathPlace& to, const FileStatus& status)
+{
+    // Into itself: so the system says, too, but for file systems that cannot do the rename it asks.
+    if (to.path().startsWith(from.path() + u'/'))
+        return EINVAL;
+    return moveLending(
+        from, status,
+        [&] { return renameOrLink(from.folder(), from.name(), to.folder(), to.name(), status); },
+        [&] { return mayChange(to.folder()); });
+}
+
+/// The path of what is named `name` beside `place`.
+QString pathBeside(const PathPlace& place, const QByteArray& name)
+{
+    QString path = place.path();
+    while (path.endsWith(u'/'))
+        path.chop(1);
+    return path.first(path.lastIndexOf(u'/') + 1) + PathText::fromBytes(name);
+}
+
 Result<Moved> Move::run()
 {
-    if (const int code = readStatus(m_from.folder(), m_from.name(), m_found))
+    if (const int code = m_from.readStatus(m_found))
         return m_from.error(code, FileOperation::Move);
     if (m_options.expected && !m_options.expected->matches(m_found.identity))
         return m_from.error(ESTALE, FileOperation::Move);
-    const int code = rename();
+    const int code = rename(m_from, m_to, m_found);
     if (code == 0)
-        return Moved{};
+        return checkRenamed();
     if (code == EEXIST)
         return m_to.error(code, FileOperation::Move);
     if (code == EXDEV && m_options.otherDevice == OtherDevice::Copy)
@@ -78,21 +124,22 @@ Result<Moved> Move::run()
     return m_from.error(code, FileOperation::Move);
 }
 
-int Move::rename()
+/// Takes back a rename that turns out to have moved another object, which took the place of the
+/// meant one between the look and the rename.
+Result<Moved> Move::checkRenamed() const
 {
-    const int code =
-        renameOrLink(m_from.folder(), m_from.name(), m_to.folder(), m_to.name(), m_found);
-    if (code == EINVAL && !m_to.path().startsWith(m_from.path() + u'/'))
-        return ENOTSUP;
-    FileStatus moved;
-    if (code != 0 || !m_options.expected || readStatus(m_to.folder(), m_to.name(), moved) != 0 ||
-        moved.identity.isSameObject(m_found.identity)) {
-        return code;
-    }
-    // Another object took the place between the look and the rename: back with it.
-    const int back =
-        renameOrLink(m_to.folder(), m_to.name(), m_from.folder(), m_from.name(), moved);
-    return back == 0 ? ESTALE : back;
+    if (!m_options.expected)
+        return Moved{};
+    FileStatus moved = m_found;
+    const int code = readStatus(m_to.folder(), m_to.name(), moved);
+    if (code == 0 && moved.identity.isSameObject(m_found.identity))
+        return Moved{};
+    const int back = rename(m_to, m_from, moved);
+    if (back == 0)
+        return m_from.error(code == 0 ? ESTALE : code, FileOperation::Move);
+    FileError error = m_to.error(ESTALE, FileOperation::Move);
+    error.detail = QStringLiteral("Another item had taken its place, and was moved here");
+    return error;
 }
 
 Result<Moved> Move::copyOver()
@@ -102,8 +149,15 @@ Result<Moved> Move::copyOver()
     if (code != ENOENT)
         return m_to.error(code == 0 ? EEXIST : code, FileOperation::Move);
 
-    const QByteArray temporary = temporaryName();
-    const auto copied = copyTree(m_from, m_to.folder(), temporary);
+    const QByteArray temporary = m_options.temporaryName.isEmpty()
+                                     ? temporaryName()
+                                     : PathText::toBytes(m_options.temporaryName);
+    code = readStatus(m_to.folder(), temporary.constData(), made);
+    if (code != ENOENT) {
+        return FileError{code == 0 ? EEXIST : code, pathBeside(m_to, temporary),
+                         FileOperation::Copy};
+    }
+    const auto copied = copyTree(m_from, m_found, m_to.folder(), temporary);
     if (!copied) {
         discard(m_to, temporary);
         return copied.error();
@@ -132,7 +186,8 @@ Result<Moved> Move::removeSource(const CopiedObjects& copied, const FileStatus& 
         .folder = m_from.folder(),
         .name = m_from.name(),
         .path = m_from.path(),
-        .expected = {},
+        .expected =
+            FileIdentity{.device = m_found.identity.device, .inode = m_found.identity.inode},
         .filter = [&](const FileStatus& status) { return copied.holds(status); },
     });
     if (!removal.isComplete() && removal.removed == 0 && sourceStands()) {
@@ -154,6 +209,8 @@ bool Move::sourceStands() const
 Result<Moved> moveWithoutReplacing(const QString& from, const QString& to,
                                    const MoveOptions& options)
 {
+    if (!options.temporaryName.isEmpty() && !isTemporaryName(options.temporaryName))
+        return FileError{EINVAL, options.temporaryName, FileOperation::Move};
     const auto source = PathPlace::find(from, FileOperation::Move);
     if (!source)
         return source.error();

@@ -2,10 +2,14 @@
 
 #include "platform/PathText.h"
 #include "platform/linux/FolderEntries.h"
+#include "platform/linux/LentAccess.h"
 #include "platform/linux/PathPlace.h"
 
 #include <cstdlib>
+#include <functional>
 #include <memory>
+
+#include <time.h>
 
 // GIO's headers have names that are Qt's keywords elsewhere; they stand alone here.
 #include <gio/gio.h>
@@ -91,20 +95,57 @@ QByteArray nameIn(int folder, const QByteArray& formerName, const FileIdentity& 
     return {};
 }
 
-/// Where the object `identity` lies in the Trash. GIO does not tell, and chooses another name when
-/// the former one is taken.
-QString findInTrash(const QByteArray& path, const PathPlace& place, const FileIdentity& identity)
+/// The name of what came into `folder` last, if that was at `start` or later, in nanoseconds since
+/// 1970; empty otherwise. A rename sets the time that this goes by.
+QByteArray newestName(int folder, std::int64_t start)
+{
+    QByteArray newest;
+    FolderEntries entries(folder);
+    while (const dirent64* entry = entries.next()) {
+        FileStatus status;
+        if (readStatus(folder, entry->d_name, status) == 0 && status.identity.changedAt >= start) {
+            newest = entry->d_name;
+            start = *status.identity.changedAt;
+        }
+    }
+    return newest;
+}
+
+/// Where what was trashed from `path` lies, by the name that `choose` gives for one of the folders
+/// in question; empty when it gives none.
+QString findInTrash(const QByteArray& path, const std::function<QByteArray(int folder)>& choose)
 {
     const QByteArray parent = path.first(path.lastIndexOf('/') + 1);
     for (const QByteArray& trash : trashFolders(parent)) {
         FileDescriptor folder;
         if (openFolder(AT_FDCWD, trash.constData(), folder) != 0)
             continue;
-        const QByteArray name = nameIn(folder.get(), place.name(), identity);
+        const QByteArray name = choose(folder.get());
         if (!name.isEmpty())
             return PathText::fromBytes(trash + '/' + name);
     }
     return {};
+}
+
+/// The time of the clock that file systems set times by.
+std::int64_t timeOfFiles()
+{
+    timespec now = {};
+    (void)::clock_gettime(CLOCK_REALTIME_COARSE, &now);
+    return now.tv_sec * std::int64_t{1'000'000'000} + now.tv_nsec;
+}
+
+/// Has GIO trash what `path` leads to. EACCES when that was refused; `error` says more.
+int trash(const QByteArray& path, FileError& error)
+{
+    const std::unique_ptr<GFile, Free> file(g_file_new_for_path(path.constData()));
+    GError* raised = nullptr;
+    if (g_file_trash(file.get(), nullptr, &raised))
+        return 0;
+    const std::unique_ptr<GError, Free> reason(raised);
+    error.code = codeOf(*reason);
+    error.detail = QString::fromUtf8(reason->message);
+    return error.code;
 }
 
 } // namespace
@@ -115,23 +156,33 @@ Result<QString> moveToTrash(const QString& path, const std::optional<FileIdentit
     if (!place)
         return place.error();
     FileStatus found;
-    int code = readStatus(place->folder(), place->name(), found);
+    QByteArray bytes = PathText::toBytes(path);
+    while (bytes.endsWith('/'))
+        bytes.chop(1);
+    const std::int64_t start = timeOfFiles();
+    int code = place->readStatus(found);
     if (code == 0 && expected && !expected->matches(found.identity))
         code = ESTALE;
     if (code != 0)
         return place->error(code, FileOperation::Trash);
+    FileError error = place->error(0, FileOperation::Trash);
+    if (moveLending(*place, found, [&] { return trash(bytes, error); }) != 0)
+        return error;
 
-    QByteArray bytes = PathText::toBytes(path);
-    while (bytes.endsWith('/'))
-        bytes.chop(1);
-    const std::unique_ptr<GFile, Free> file(g_file_new_for_path(bytes.constData()));
-    GError* raised = nullptr;
-    if (!g_file_trash(file.get(), nullptr, &raised)) {
-        const std::unique_ptr<GError, Free> error(raised);
-        return FileError{codeOf(*error), path, FileOperation::Trash,
-                         QString::fromUtf8(error->message)};
-    }
-    return findInTrash(bytes, *place, found.identity);
+    // GIO does not tell where it is, and chooses another name when the former one is taken.
+    const QString landed = findInTrash(
+        bytes, [&](int folder) { return nameIn(folder, place->name(), found.identity); });
+    if (!landed.isEmpty())
+        return landed;
+    // GIO went by the path, which may have led it to something else by then.
+    const QString taken = findInTrash(bytes, [&](int folder) { return newestName(folder, start); });
+    FileStatus now;
+    const bool stands = place->readStatus(now) == 0 && now.identity.isSameObject(found.identity);
+    if (taken.isEmpty() && !stands)
+        return QString();
+    return FileError{
+        ESTALE, taken.isEmpty() ? path : taken, FileOperation::Trash,
+        QStringLiteral("Another item had taken its place, and was moved to the Trash")};
 }
 
 } // namespace brivane

@@ -28,15 +28,15 @@ void FolderStack::enter(QByteArray name, FileDescriptor opened, const FileStatus
         m_levels[m_firstOpen++].descriptor.close();
 }
 
-int FolderStack::leave()
+int FolderStack::leave(FileDescriptor& left)
 {
-    const Level left = std::move(m_levels.back());
+    left = std::move(m_levels.back().descriptor);
     m_levels.pop_back();
     Level& level = m_levels.back();
     if (level.descriptor.isValid())
         return 0;
     m_firstOpen = m_levels.size() - 1;
-    if (left.descriptor.isValid() && reopen(left.descriptor.get(), "..", level) == 0)
+    if (left.isValid() && reopen(left.get(), "..", level) == 0)
         return 0;
     return descendAgain();
 }

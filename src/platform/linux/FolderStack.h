@@ -28,9 +28,10 @@ public:
 
     /// Goes down into `opened`, which is the folder `name` of the current one.
     void enter(QByteArray name, FileDescriptor opened, const FileStatus& status);
-    /// Goes up by one level, never from the root. On an error current() is -1 and leave() may be
-    /// called again, to go on one level higher; the root can always be reached.
-    [[nodiscard]] int leave();
+    /// Goes up by one level, never from the root; `left` becomes the folder that was current(). On
+    /// an error current() is -1 and leave() may be called again, to go on one level higher; the
+    /// root can always be reached.
+    [[nodiscard]] int leave(FileDescriptor& left);
 
 private:
     struct Level {

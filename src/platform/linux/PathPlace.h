@@ -23,6 +23,8 @@ public:
 
     [[nodiscard]] int folder() const { return m_folder.get(); }
     [[nodiscard]] const char* name() const { return m_name.constData(); }
+    /// What stands there, with the folder as part of its identity.
+    [[nodiscard]] int readStatus(FileStatus& status) const;
     /// The path as it was given.
     [[nodiscard]] const QString& path() const { return m_path; }
     [[nodiscard]] FileError error(int code, FileOperation operation) const
@@ -40,6 +42,7 @@ private:
 [[nodiscard]] int splitPath(const QString& path, std::vector<QByteArray>& components);
 
 /// Opens the folder `name` in `folder` as a step on the way to a path: no right to read is needed.
+/// What a trusted link leads to is stepped through in the same way, one component after the other.
 [[nodiscard]] int stepInto(int folder, const char* name, ParentLinks links, FileDescriptor& opened);
 
 /// A name that nothing has yet, for something that is renamed or removed in a moment.

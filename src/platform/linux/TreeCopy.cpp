@@ -4,6 +4,7 @@
 #include "platform/linux/FileContent.h"
 #include "platform/linux/FolderEntries.h"
 #include "platform/linux/FolderStack.h"
+#include "platform/linux/LentAccess.h"
 
 #include <climits>
 
@@ -16,15 +17,17 @@ constexpr mode_t modeWhileCopied = 0700;
 /// A folder whose content is being copied.
 struct Level {
     FileStatus status;
-    std::vector<QByteArray> pending; ///< the folders in it that wait
+    std::vector<QByteArray> pending = {}; ///< the folders in it that wait
+    LentAccess access = {};               ///< to the source's
 };
 
 /// One copy, as two ways down that go in step. Their first levels are the folders that hold the
 /// source and the copy; all names below the first step are the same on both sides.
 class Copy {
 public:
-    Copy(const PathPlace& from, const QByteArray& name)
+    Copy(const PathPlace& from, const FileStatus& found, const QByteArray& name)
         : m_from(from)
+        , m_root(found)
         , m_name(name)
     {
     }
@@ -38,19 +41,23 @@ private:
     [[nodiscard]] int copyLink(const QByteArray& name, const FileStatus& found);
     [[nodiscard]] int linkToCopy(const QByteArray& name, const FileStatus& found, bool& isLinked);
     [[nodiscard]] int enter(const QByteArray& name);
+    [[nodiscard]] int openSource(const QByteArray& name, LentAccess& access, FileDescriptor& opened,
+                                 FileStatus& status);
+    [[nodiscard]] int examine(int folder, FileStatus& status) const;
     [[nodiscard]] int listFolder();
     [[nodiscard]] int finishLevel();
+    [[nodiscard]] int leaveLevel();
     [[nodiscard]] const char* nameOfCopy(const QByteArray& name) const
     {
         return m_levels.size() == 1 ? m_name.constData() : name.constData();
     }
 
     const PathPlace& m_from;
+    const FileStatus& m_root;
     const QByteArray& m_name;
     std::optional<FolderStack> m_source;
     std::optional<FolderStack> m_copy;
     std::vector<Level> m_levels;
-    FileStatus m_root;
     QByteArray m_failedName; ///< the entry of the current folder that an error is about
     CopiedObjects m_copied;
     /// Where the first copy of a file with several links lies, from the folder of the whole copy.
@@ -81,6 +88,8 @@ Result<CopiedObjects> Copy::run(int toFolder)
             below += '/' + m_failedName;
         path += PathText::fromBytes(below);
     }
+    while (m_levels.size() > 1)
+        (void)leaveLevel();
     return FileError{code, path, FileOperation::Copy};
 }
 
@@ -97,13 +106,11 @@ int Copy::open(int toFolder)
         code = readStatus(source.get(), sourceStatus);
     if (code == 0)
         code = readStatus(copy.get(), copyStatus);
-    if (code == 0)
-        code = readStatus(source.get(), m_from.name(), m_root);
     if (code == 0 && m_root.mount != sourceStatus.mount)
         code = EBUSY;
     m_source.emplace(std::move(source), sourceStatus);
     m_copy.emplace(std::move(copy), copyStatus);
-    m_levels.push_back({sourceStatus, {}});
+    m_levels.push_back({.status = sourceStatus});
     return code;
 }
 
@@ -111,8 +118,15 @@ int Copy::copyEntry(const QByteArray& name)
 {
     m_failedName = name;
     FileStatus found;
-    if (const int code = readStatus(m_source->current(), name.constData(), found))
+    int code = readStatus(m_source->current(), name.constData(), found);
+    // A folder that may be listed and not searched. Never the one that holds the source.
+    if (code == EACCES && m_levels.size() > 1 &&
+        m_levels.back().access.lend(m_source->current()) == 0)
+        code = readStatus(m_source->current(), name.constData(), found);
+    if (code != 0)
         return code;
+    if (m_levels.size() == 1 && !found.identity.isSameObject(m_root.identity))
+        return ESTALE;
     if (!found.isOnSameMount(m_root))
         return EXDEV;
     if (found.isDirectory()) {
@@ -120,13 +134,10 @@ int Copy::copyEntry(const QByteArray& name)
         return 0;
     }
     bool isLinked = false;
-    if (found.links > 1) {
-        if (const int code = linkToCopy(name, found, isLinked))
-            return code;
-    }
-    int code = 0;
-    if (isLinked)
-        return 0;
+    if (found.links > 1)
+        code = linkToCopy(name, found, isLinked);
+    if (code != 0 || isLinked)
+        return code;
     if (S_ISREG(found.mode)) {
         code = copyFile(name, found);
     } else if (S_ISLNK(found.mode)) {
@@ -151,11 +162,13 @@ int Copy::linkToCopy(const QByteArray& name, const FileStatus& found, bool& isLi
     // A link with a path too long for one call becomes a file of its own.
     if (isFirst || first->second.size() >= PATH_MAX || !m_copied.holds(found))
         return 0;
-    isLinked = true;
-    return errorOf([&] {
+    const int code = errorOf([&] {
         return ::linkat(m_copy->root(), first->second.constData(), m_copy->current(),
                         nameOfCopy(name), 0);
     });
+    // So does one whose first copy lies in a folder that is finished, and locked as its source.
+    isLinked = code != EACCES;
+    return isLinked ? code : 0;
 }
 
 int Copy::copyFile(const QByteArray& name, const FileStatus& found)
@@ -211,11 +224,8 @@ int Copy::enter(const QByteArray& name)
     FileDescriptor to;
     FileStatus status;
     FileStatus copyStatus;
-    int code = openFolder(m_source->current(), name.constData(), from);
-    if (code == 0)
-        code = readStatus(from.get(), status);
-    if (code == 0 && !status.isOnSameMount(m_root))
-        code = EXDEV;
+    LentAccess access;
+    int code = openSource(name, access, from, status);
     if (code == 0) {
         code = errorOf([&] { return ::mkdirat(m_copy->current(), copyName, modeWhileCopied); });
     }
@@ -223,12 +233,38 @@ int Copy::enter(const QByteArray& name)
         code = openFolder(m_copy->current(), copyName, to);
     if (code == 0)
         code = readStatus(to.get(), copyStatus);
-    if (code != 0)
+    if (code != 0) {
+        access.giveBack(from.get());
         return code;
+    }
     m_copy->enter(copyName, std::move(to), copyStatus);
     m_source->enter(name, std::move(from), status);
-    m_levels.push_back({status, {}});
+    m_levels.push_back({.status = status, .access = access});
     return listFolder();
+}
+
+int Copy::openSource(const QByteArray& name, LentAccess& access, FileDescriptor& opened,
+                     FileStatus& status)
+{
+    int code = openFolder(m_source->current(), name.constData(), opened);
+    if (code == 0)
+        return examine(opened.get(), status);
+    if (code != EACCES)
+        return code;
+    FileDescriptor place;
+    code = stepInto(m_source->current(), name.constData(), ParentLinks::Refuse, place);
+    if (code == 0)
+        code = examine(place.get(), status);
+    return code == 0 ? access.open(place.get(), opened) : code;
+}
+
+int Copy::examine(int folder, FileStatus& status) const
+{
+    if (const int code = readStatus(folder, status))
+        return code;
+    if (m_levels.size() == 1 && !status.identity.isSameObject(m_root.identity))
+        return ESTALE;
+    return status.isOnSameMount(m_root) ? 0 : EXDEV;
 }
 
 int Copy::listFolder()
@@ -252,9 +288,18 @@ int Copy::finishLevel()
     if (code != 0)
         return code;
     m_copied.add(level.status);
+    return leaveLevel();
+}
+
+int Copy::leaveLevel()
+{
+    LentAccess access = m_levels.back().access;
     m_levels.pop_back();
-    code = m_source->leave();
-    const int copyCode = m_copy->leave();
+    FileDescriptor left;
+    FileDescriptor leftCopy;
+    const int code = m_source->leave(left);
+    access.giveBack(left.get());
+    const int copyCode = m_copy->leave(leftCopy);
     return code != 0 ? code : copyCode;
 }
 
@@ -279,9 +324,10 @@ bool CopiedObjects::holds(const FileStatus& status) const
     return found != m_objects.end() && found->second.matches(status.identity);
 }
 
-Result<CopiedObjects> copyTree(const PathPlace& from, int folder, const QByteArray& name)
+Result<CopiedObjects> copyTree(const PathPlace& from, const FileStatus& found, int folder,
+                               const QByteArray& name)
 {
-    return Copy(from, name).run(folder);
+    return Copy(from, found, name).run(folder);
 }
 
 } // namespace brivane::posix

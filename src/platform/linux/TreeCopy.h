@@ -18,10 +18,12 @@ private:
     std::unordered_map<std::uint64_t, FileIdentity> m_objects;
 };
 
-/// Copies what stands at `from` to the free name `name` in `folder`, and syncs each object. What is
-/// inside another mount, a socket or a device file, or changes while it is copied, ends the copy
-/// with an error; what was copied so far is then the caller's to remove.
-[[nodiscard]] Result<CopiedObjects> copyTree(const PathPlace& from, int folder,
-                                             const QByteArray& name);
+/// Copies the object at `from` that `found` describes to the free name `name` in `folder`, and
+/// syncs each object. Another one at `from` is ESTALE. What is inside another mount, a socket or a
+/// device file, or changes while it is copied, ends the copy with an error; what was copied so far
+/// is then the caller's to remove. Folders of this user's that their mode locks are opened up while
+/// they are read.
+[[nodiscard]] Result<CopiedObjects> copyTree(const PathPlace& from, const FileStatus& found,
+                                             int folder, const QByteArray& name);
 
 } // namespace brivane::posix

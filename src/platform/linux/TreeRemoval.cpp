@@ -3,6 +3,7 @@
 #include "platform/PathText.h"
 #include "platform/linux/FolderEntries.h"
 #include "platform/linux/FolderStack.h"
+#include "platform/linux/LentAccess.h"
 #include "platform/linux/PathPlace.h"
 
 namespace brivane {
@@ -25,6 +26,7 @@ struct Level {
     PendingFolder folder;
     std::vector<PendingFolder> pending;
     bool keepsSomething = false;
+    LentAccess access = {};
 };
 
 /// One removal of a folder. Its parent is the first level, where only the one name is pending.
@@ -46,9 +48,29 @@ public:
 
 private:
     void enter(PendingFolder folder);
+    /// Opens the folder `name` of the current one, if it is one that may go.
+    [[nodiscard]] int open(const char* name, FileDescriptor& opened, FileStatus& status);
+    [[nodiscard]] int openLocked(const char* name, LentAccess& access, FileDescriptor& opened,
+                                 FileStatus& status);
+    /// Reads the status of an open folder, and says whether it may be removed.
+    [[nodiscard]] int examine(int folder, FileStatus& status) const;
     void sweep();
     void removeEntry(const QByteArray& name, bool isKnown);
     void finishLevel();
+    /// Makes a call in the current folder, and once more after opening that up if it is what
+    /// refuses. Never the folder that holds the target: that one is not being removed.
+    template<typename Call>
+    [[nodiscard]] int inCurrent(Call call)
+    {
+        const int code = call();
+        const bool isOpenedUp = code == EACCES && m_levels.size() > 1 &&
+                                m_levels.back().access.lend(m_stack.current()) == 0;
+        return isOpenedUp ? call() : code;
+    }
+    [[nodiscard]] int removeFromCurrent(const QByteArray& name, int flags = 0)
+    {
+        return inCurrent([&] { return removeAt(m_stack.current(), name.constData(), flags); });
+    }
     /// Counts what an unlink achieved; what is gone already is nobody's failure.
     void conclude(int code, const QByteArray& name);
     void fail(int code, FileOperation operation, const QByteArray& place);
@@ -79,33 +101,58 @@ void FolderRemoval::run()
 
 void FolderRemoval::enter(PendingFolder folder)
 {
-    const bool isRoot = m_levels.size() == 1;
     const char* name = folder.name.constData();
+    LentAccess access;
     FileDescriptor opened;
     FileStatus status;
-    int code = openFolder(m_stack.current(), name, opened);
+    int code = inCurrent([&] { return open(name, opened, status); });
+    if (code == EACCES)
+        code = openLocked(name, access, opened, status);
     // Swapped for something else in between: that is in the tree as well, and is no way out of it.
-    if ((code == ENOTDIR || code == ELOOP) && !isRoot)
-        return conclude(removeAt(m_stack.current(), name), folder.name);
-    // An empty folder need not be readable to be removed.
-    if (code == EACCES && removeAt(m_stack.current(), name, AT_REMOVEDIR) == 0)
-        return conclude(0, folder.name);
-    if (code == 0)
-        code = readStatus(opened.get(), status);
-    if (code == 0 && isRoot && !status.identity.isSameObject(m_root.identity))
-        code = ESTALE;
-    if (code == 0 && !status.isOnSameMount(m_root))
-        code = EXDEV;
-    if (code == 0 && m_target.filter && !m_target.filter(status))
-        code = ESTALE;
+    if ((code == ENOTDIR || code == ELOOP) && m_levels.size() > 1)
+        return conclude(removeFromCurrent(folder.name), folder.name);
     if (code != 0) {
         if (code != ENOENT)
             fail(code, FileOperation::Open, m_stack.path() + '/' + folder.name);
         return;
     }
     m_stack.enter(folder.name, std::move(opened), status);
-    m_levels.push_back({.folder = std::move(folder), .pending = {}});
+    m_levels.push_back({.folder = std::move(folder), .pending = {}, .access = access});
     sweep();
+}
+
+int FolderRemoval::open(const char* name, FileDescriptor& opened, FileStatus& status)
+{
+    const int code = openFolder(m_stack.current(), name, opened);
+    return code == 0 ? examine(opened.get(), status) : code;
+}
+
+int FolderRemoval::openLocked(const char* name, LentAccess& access, FileDescriptor& opened,
+                              FileStatus& status)
+{
+    FileDescriptor place;
+    int code = stepInto(m_stack.current(), name, ParentLinks::Refuse, place);
+    if (code == 0)
+        code = examine(place.get(), status);
+    if (code != 0)
+        return code;
+    // An empty folder need not be readable to be removed.
+    if (removeAt(m_stack.current(), name, AT_REMOVEDIR) == 0) {
+        conclude(0, name);
+        return ENOENT;
+    }
+    return access.open(place.get(), opened);
+}
+
+int FolderRemoval::examine(int folder, FileStatus& status) const
+{
+    if (const int code = readStatus(folder, status))
+        return code;
+    if (m_levels.size() == 1 && !status.identity.isSameObject(m_root.identity))
+        return ESTALE;
+    if (!status.isOnSameMount(m_root))
+        return EXDEV;
+    return m_target.filter && !m_target.filter(status) ? ESTALE : 0;
 }
 
 void FolderRemoval::sweep()
@@ -125,14 +172,16 @@ void FolderRemoval::removeEntry(const QByteArray& name, bool isKnown)
 {
     if (!isKnown) {
         FileStatus status;
-        if (const int code = readStatus(m_stack.current(), name.constData(), status))
+        const int code =
+            inCurrent([&] { return readStatus(m_stack.current(), name.constData(), status); });
+        if (code != 0)
             return conclude(code, name);
         if (status.isDirectory())
             return m_levels.back().pending.push_back({name});
         if (m_target.filter && !m_target.filter(status))
             return conclude(ESTALE, name);
     }
-    const int code = removeAt(m_stack.current(), name.constData());
+    const int code = removeFromCurrent(name);
     if (code == EISDIR)
         m_levels.back().pending.push_back({name});
     else
@@ -143,16 +192,20 @@ void FolderRemoval::finishLevel()
 {
     Level done = std::move(m_levels.back());
     m_levels.pop_back();
-    if (const int code = m_stack.leave()) {
+    FileDescriptor left;
+    const int leaving = m_stack.leave(left);
+    // Before the folder goes, so that it has its mode whether it goes or stays.
+    done.access.giveBack(left.get());
+    if (leaving != 0) {
         m_levels.back().pending.clear();
-        return fail(code, FileOperation::Open, m_stack.path());
+        return fail(leaving, FileOperation::Open, m_stack.path());
     }
     if (done.keepsSomething) {
         m_levels.back().keepsSomething = true;
         return;
     }
     PendingFolder& folder = done.folder;
-    const int code = removeAt(m_stack.current(), folder.name.constData(), AT_REMOVEDIR);
+    const int code = removeFromCurrent(folder.name, AT_REMOVEDIR);
     // Something has come in, or the listing of this file system skips entries under removal.
     if ((code == ENOTEMPTY || code == EEXIST) && ++folder.sweeps < maximumSweeps)
         m_levels.back().pending.push_back(std::move(folder));
@@ -187,6 +240,7 @@ RemovalReport removeTarget(const RemovalTarget& target)
         code = readStatus(parent.get(), parentStatus);
     if (code == 0)
         code = readStatus(parent.get(), target.name.constData(), found);
+    found.identity.folder = {parentStatus.identity.device, parentStatus.identity.inode};
     if (code == 0 && found.mount != parentStatus.mount)
         code = EBUSY;
     if (code == 0 && ((target.expected && !target.expected->matches(found.identity)) ||

@@ -1,5 +1,6 @@
 #include "platform/FileMove.h"
 #include "platform/FileRemoval.h"
+#include "platform/FileWriting.h"
 #include "sandbox/NastyTree.h"
 #include "support/FileTestSupport.h"
 #include "support/faults/SystemCallFaults.h"
@@ -22,6 +23,12 @@ void buildSource(const QByteArray& path)
     unlockNastyTree(path);
     ASSERT_EQ(::mkfifo(path + "/fifo", 0644), 0);
     ASSERT_EQ(::setxattr(path + "/plain", "user.note", "kept", 4, 0), 0);
+    for (const char* name : {"/read-only", "/not to be listed"}) {
+        ASSERT_EQ(::mkdir(path + name, 0755), 0);
+        writeFile(path + name + "/file", "content");
+    }
+    ASSERT_EQ(::chmod(path + "/read-only", 0555), 0);
+    ASSERT_EQ(::chmod(path + "/not to be listed", 0311), 0);
 }
 
 /// What a full or a broken disk says to this call.
@@ -34,14 +41,17 @@ int plausibleError(const char* call)
     return EIO;
 }
 
-using FileMoveFaultsBetweenDevices = TwoDevices;
+class FileMoveFaultsBetweenDevices : public TwoDevices {
+protected:
+    void moveWithEachFault() const;
+};
 
-} // namespace
-
-TEST_F(FileMoveFaultsBetweenDevices, AnyFailingCallBetweenDevicesLeavesTheTreeWholeInOnePlace)
+void FileMoveFaultsBetweenDevices::moveWithEachFault() const
 {
     const QByteArray from = folder / "from";
     const QByteArray to = other / "to";
+    const QString temporary = makeTemporaryName();
+    bool wasNamed = false;
     Snapshot expected;
     int failures = 0;
     int successes = 0;
@@ -56,13 +66,14 @@ TEST_F(FileMoveFaultsBetweenDevices, AnyFailingCallBetweenDevicesLeavesTheTreeWh
         std::optional<Result<Moved>> result;
         {
             const SystemCallFaults faults([&](const SystemCall& call) {
+                wasNamed |= stands(other / temporary.toUtf8());
                 if (call.index != n)
                     return 0;
                 wasReached = true;
                 failed = call.name;
                 return plausibleError(call.name);
             });
-            result = moveWithoutReplacing(text(from), text(to));
+            result = moveWithoutReplacing(text(from), text(to), {.temporaryName = temporary});
         }
         failed += " at call " + std::to_string(n);
         const auto& moved = *result;
@@ -74,6 +85,7 @@ TEST_F(FileMoveFaultsBetweenDevices, AnyFailingCallBetweenDevicesLeavesTheTreeWh
         }
         ++successes;
         EXPECT_EQ(difference(snapshot(to), expected), "") << failed;
+        EXPECT_EQ(readFile(to + "/not to be listed/file"), "content") << failed;
         EXPECT_EQ(snapshot(other.path()).size(), expected.size() + 1) << failed;
         EXPECT_EQ(stands(from), !moved->leftBehind.empty()) << failed;
         for (const FileError& left : moved->leftBehind)
@@ -81,8 +93,97 @@ TEST_F(FileMoveFaultsBetweenDevices, AnyFailingCallBetweenDevicesLeavesTheTreeWh
         (void)removeTree(text(from));
         (void)removeTree(text(to));
     }
+    EXPECT_TRUE(wasNamed) << "the copy did not have the name that it was given";
     std::printf("%d fault points: %d ended in a failure, %d in a move\n", failures + successes - 1,
                 failures, successes);
+}
+
+} // namespace
+
+TEST_F(FileMoveFaultsBetweenDevices, AnyFailingCallBetweenDevicesLeavesTheTreeWholeInOnePlace)
+{
+    moveWithEachFault();
+    for (const TestFolder* place : {&folder, &other})
+        ASSERT_EQ(::chmod(place->path(), 0777), 0);
+    EXPECT_TRUE(passesUnprivileged([this] { moveWithEachFault(); }));
+}
+
+TEST(FileMoveFaults, AnyFailingCallOfARenameLeavesTheFolderInOnePlaceWithItsMode)
+{
+    const auto renameWithEachFault = [](bool isExclusive) {
+        const TestFolder folder;
+        for (const char* name : {"from", "to"})
+            ASSERT_EQ(::mkdir(folder / name, 0755), 0);
+        bool wasReached = true;
+        for (int n = 0; wasReached && !testing::Test::HasFailure(); ++n) {
+            ASSERT_EQ(::mkdir(folder / "from/x", 0755), 0);
+            writeFile(folder / "from/x/file", "content");
+            ASSERT_EQ(::chmod(folder / "from/x", 0555), 0);
+            const QString from = text(folder / "from/x");
+            const MoveOptions options = {.expected = *FileIdentity::of(from)};
+            std::string failed;
+            std::optional<Result<Moved>> moved;
+            {
+                const SystemCallFaults faults([&](const SystemCall& call) {
+                    const bool isRename = std::strcmp(call.name, "renameat2") == 0;
+                    if (call.index == n)
+                        failed = call.name;
+                    return call.index == n ? EIO : isRename && !isExclusive ? EINVAL : 0;
+                });
+                moved = moveWithoutReplacing(from, text(folder / "to/x"), options);
+            }
+            wasReached = !failed.empty();
+            const QByteArray place = folder / (*moved ? "to/x" : "from/x");
+            EXPECT_TRUE(stands(place + "/file")) << failed << " at call " << n;
+            // What is refused just when something is taken back cannot be helped.
+            EXPECT_EQ(snapshot(folder.path()).size(), failed == "unlinkat" ? 6U : 5U) << failed;
+            struct stat status = {};
+            EXPECT_EQ(::stat(place, &status), 0);
+            const bool mayBeLost = failed == "fchmod" || failed == "fchmodat";
+            EXPECT_TRUE(mayBeLost || (status.st_mode & 07777) == 0555) << failed << ", " << n;
+            for (const char* name : {"from/x", "to/x"})
+                (void)removeTree(text(folder / name));
+        }
+    };
+    for (const bool isExclusive : {true, false}) {
+        renameWithEachFault(isExclusive);
+        EXPECT_TRUE(passesUnprivileged([&] { renameWithEachFault(isExclusive); }));
+    }
+}
+
+TEST_F(FileMoveFaultsBetweenDevices, NothingElseGoesInThePlaceOfTheMeantFolder)
+{
+    for (const QByteArray& to : {folder / "to", other / "to"}) {
+        for (const bool isWayBackBlocked : {false, true}) {
+            bool wasReached = true;
+            for (int n = 0; wasReached && !testing::Test::HasFailure(); ++n) {
+                ASSERT_EQ(::mkdir(folder / "from", 0755), 0);
+                writeFile(folder / "from/meant", "");
+                const MoveOptions options = {.expected = *FileIdentity::of(text(folder / "from"))};
+                int renames = 0;
+                wasReached = false;
+                std::optional<Result<Moved>> moved;
+                {
+                    const SystemCallFaults faults([&](const SystemCall& call) {
+                        wasReached |= call.index == n;
+                        if (call.index == n && ::rename(folder / "from", folder / "inner") == 0) {
+                            EXPECT_EQ(::mkdir(folder / "from", 0755), 0);
+                            writeFile(folder / "from/foreign", "");
+                            EXPECT_EQ(::rename(folder / "inner", folder / "from/inner"), 0);
+                        }
+                        renames += std::strcmp(call.name, "renameat2") == 0;
+                        return isWayBackBlocked && renames == 2 ? EEXIST : 0;
+                    });
+                    moved = moveWithoutReplacing(text(folder / "from"), text(to), options);
+                }
+                const bool isToldWhere =
+                    !*moved && moved->error().code == ESTALE && moved->error().path == text(to);
+                EXPECT_EQ(stands(to + "/foreign"), isToldWhere) << n;
+                (void)removeTree(text(folder / "from"));
+                (void)removeTree(text(to));
+            }
+        }
+    }
 }
 
 TEST(FileMoveFaults, FileSystemWithoutExclusiveRenameStillReplacesNothing)
@@ -103,8 +204,13 @@ TEST(FileMoveFaults, FileSystemWithoutExclusiveRenameStillReplacesNothing)
     EXPECT_EQ(move("file", "free"), 0);
     EXPECT_EQ(readFile(folder / "free"), "content");
     EXPECT_FALSE(stands(folder / "file"));
-    EXPECT_EQ(move("folder", "free folder"), ENOTSUP);
-    EXPECT_TRUE(stands(folder / "folder"));
+    EXPECT_EQ(move("folder", "taken"), EEXIST);
+    ASSERT_EQ(::mkdir(folder / "empty", 0755), 0);
+    EXPECT_EQ(move("folder", "empty"), EEXIST);
+    EXPECT_EQ(move("folder", "folder/in itself"), EINVAL);
+    EXPECT_EQ(move("folder", "free folder"), 0);
+    EXPECT_FALSE(stands(folder / "folder"));
+    EXPECT_EQ(snapshot(folder.path()).size(), 5U);
 }
 
 TEST_F(FileMoveFaultsBetweenDevices, WhatChangesWhileItIsCopiedIsNotLost)

@@ -3,6 +3,8 @@
 #include "support/FileTestSupport.h"
 #include "support/faults/SystemCallFaults.h"
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <climits>
 
@@ -31,6 +33,17 @@ public:
     {
         buildNastyTree(tree(), {.levels = levels, .elsewhere = m_folder / "outside"});
         unlockNastyTree(tree());
+        for (const char* name : {"/hard links", "/chain/level"})
+            EXPECT_EQ(::chmod(tree() + name, 0555), 0);
+    }
+
+    /// Whether the folders that stand and were read-only still are.
+    [[nodiscard]] bool modesAreKept() const
+    {
+        struct stat status = {};
+        return std::ranges::all_of(std::array{"/hard links", "/chain/level"}, [&](auto* name) {
+            return ::stat(tree() + name, &status) != 0 || (status.st_mode & 07777) == 0555;
+        });
     }
 
     void clear()
@@ -94,9 +107,7 @@ int countCalls(Ground& ground)
     return calls;
 }
 
-} // namespace
-
-TEST(FileRemovalFaults, AnyFailingCallLeavesAReportThatIsTrue)
+void removeWithEachFault()
 {
     Ground ground;
     const int calls = countCalls(ground);
@@ -117,10 +128,19 @@ TEST(FileRemovalFaults, AnyFailingCallLeavesAReportThatIsTrue)
             }
             checkReport(report, ground.tree(), before, failed);
             EXPECT_TRUE(ground.outsideIsWhole()) << failed;
+            EXPECT_TRUE(ground.modesAreKept()) << failed;
             ground.clear();
         }
     }
     std::printf("%d fault points, two errors each\n", calls);
+}
+
+} // namespace
+
+TEST(FileRemovalFaults, AnyFailingCallLeavesAReportThatIsTrue)
+{
+    removeWithEachFault();
+    EXPECT_TRUE(passesUnprivileged(removeWithEachFault));
 }
 
 TEST(FileRemovalFaults, FolderSwappedOrMovedAtAnyMomentNeverLeadsOutside)

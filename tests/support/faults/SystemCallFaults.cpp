@@ -93,6 +93,9 @@ WRAP_CHANGE(int, fchmodat, (int folder, const char* path, mode_t mode, int flags
 WRAP_CHANGE(int, fchown, (int file, uid_t owner, gid_t group), (file, owner, group))
 WRAP_CHANGE(int, fchownat, (int folder, const char* path, uid_t owner, gid_t group, int flags),
             (folder, path, owner, group, flags))
+WRAP_LOOK(int, faccessat, (int folder, const char* path, int mode, int flags),
+          (folder, path, mode, flags))
+WRAP_CHANGE(int, fallocate64, (int file, int mode, off_t at, off_t size), (file, mode, at, size))
 WRAP_CHANGE(int, futimens, (int file, const timespec* times), (file, times))
 WRAP_CHANGE(int, utimensat, (int folder, const char* path, const timespec* times, int flags),
             (folder, path, times, flags))

@@ -1,5 +1,6 @@
 #include "platform/UserDefaults.h"
 
+#include "platform/FileReading.h"
 #include "platform/PathText.h"
 #include "platform/PropertyList.h"
 #include "support/FileTestSupport.h"
@@ -99,6 +100,19 @@ TEST_F(UserDefaultsTest, ADamagedFileIsKeptUnderAnotherName)
     EXPECT_TRUE(defaults.setInteger(u"days"_s, 9));
     EXPECT_EQ(readFile(aside), "precious, but no property list");
     EXPECT_EQ(UserDefaults(m_file).integer(u"days"_s), 9);
+}
+
+TEST_F(UserDefaultsTest, AFileLargerThanMemoryIsNotRead)
+{
+    const QByteArray file = m_folder / "defaults.plist";
+    writeFile(file, "");
+    ASSERT_EQ(::truncate(file, 15'000'000'000'000), 0);
+    UserDefaults defaults(m_file);
+    EXPECT_FALSE(defaults.object(u"days"_s).isValid());
+    EXPECT_EQ(readWholeFile(m_file).error().code, EFBIG);
+    // These say that they are empty.
+    EXPECT_EQ(readWholeFile(u"/proc/self/maps"_s, 100).error().code, EFBIG);
+    EXPECT_GT(readWholeFile(u"/proc/self/maps"_s)->size(), 100);
 }
 
 TEST_F(UserDefaultsTest, AFailedWriteHoldsAndReachesTheDiskWithTheNextOne)

@@ -138,13 +138,14 @@ private:
         return bigEndian(references.sliced(static_cast<qsizetype>(index * m_referenceWidth),
                                            static_cast<qsizetype>(m_referenceWidth)));
     }
-    /// Whether there is room for `size` bytes more. An honest file has no byte in two objects, so
-    /// that only what containers with more than one reference to them hold is read again: room for
-    /// that is what other objects leave.
-    bool fits(qsizetype size)
+    /// Whether there is room for `size` bytes with `count` references more. An honest file has no
+    /// byte in two objects, so that only what containers with more than one reference to them hold
+    /// is read again: room for that is what other objects leave.
+    bool fits(qsizetype size, quint64 count = 0)
     {
         m_room -= size;
-        return m_room >= 0;
+        m_values += count;
+        return m_room >= 0 && m_values <= mostValues;
     }
 
     QByteArrayView m_objects; ///< with the header before them
@@ -153,7 +154,8 @@ private:
     quint64 m_referenceWidth = 0;
     quint64 m_count = 0;
     quint64 m_root = 0;
-    qsizetype m_room;                  ///< bytes
+    qsizetype m_room; ///< bytes
+    quint64 m_values = 0;
     QHash<quint64, QVariant> m_shared; ///< texts and data by their offset
 };
 
@@ -190,7 +192,7 @@ QVariant Reader::object(quint64 index, int depth)
 QVariant Reader::list(QByteArrayView rest, quint64 count, int depth)
 {
     const auto references = take(rest, count, m_referenceWidth);
-    if (depth >= deepestNesting || !references || !fits(references->size()))
+    if (depth >= deepestNesting || !references || !fits(references->size(), count))
         return {};
     QVariantList list;
     list.reserve(static_cast<qsizetype>(count));
@@ -206,7 +208,8 @@ QVariant Reader::map(QByteArrayView rest, quint64 count, int depth)
 {
     const auto keys = take(rest, count, m_referenceWidth);
     const auto values = take(rest, count, m_referenceWidth);
-    if (depth >= deepestNesting || !keys || !values || !fits(keys->size() + values->size()))
+    if (depth >= deepestNesting || !keys || !values ||
+        !fits(keys->size() + values->size(), 2 * count))
         return {};
     QVariantMap map;
     for (quint64 i = 0; i < count; ++i) {

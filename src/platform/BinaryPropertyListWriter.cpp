@@ -14,8 +14,9 @@ namespace {
 
 void append(QByteArray& bytes, quint64 value, int width)
 {
-    for (int shift = 8 * (width - 1); shift >= 0; shift -= 8)
-        bytes += static_cast<char>(value >> shift);
+    char all[8];
+    qToBigEndian(value, all);
+    bytes.append(all + 8 - width, width);
 }
 
 /// How many bytes hold `value`, as a power of two.

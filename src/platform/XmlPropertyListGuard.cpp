@@ -1,5 +1,6 @@
 #include "platform/XmlPropertyListGuard.h"
 
+#include "platform/PropertyList.h"
 #include "platform/XmlUnit.h"
 
 #include <algorithm>
@@ -80,6 +81,8 @@ std::optional<QByteArray> guardedXml(const QByteArray& bytes)
             guarded += xml.sliced(guardedUpTo, at - guardedUpTo);
             guarded += instructionFor(unit);
             guardedUpTo = at + size;
+            if (guarded.size() > largestFile)
+                return {};
         }
         at += std::max(size, qsizetype(1));
     }

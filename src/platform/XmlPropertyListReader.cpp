@@ -104,6 +104,7 @@ private:
     void fail() { m_xml.raiseError(); }
 
     QXmlStreamReader m_xml;
+    qsizetype m_values = 0;
 };
 
 std::optional<QVariant> Reader::list()
@@ -154,12 +155,13 @@ QVariant Reader::value(int depth)
 {
     const QString name = m_xml.name().toString();
     const bool isMap = name == u"dict";
-    if (!isMap && name != u"array")
-        return scalar(name);
-    if (depth >= deepestNesting) {
+    const bool isScalar = !isMap && name != u"array";
+    if (++m_values > mostValues || (!isScalar && depth >= deepestNesting)) {
         fail();
         return {};
     }
+    if (isScalar)
+        return scalar(name);
     return isMap ? QVariant(map(depth)) : QVariant(array(depth));
 }
 

@@ -43,13 +43,14 @@ qsizetype sizeOfMarkup(QByteArrayView rest)
     return sizeOfTag(rest);
 }
 
-/// How many bytes of `rest` are a unit that has no form in XML, which is put into `unit`.
+/// How many bytes of `rest` are a unit that the parser would not give back, which is put into
+/// `unit`.
 qsizetype sizeOfUnit(QByteArrayView rest, char16_t& unit)
 {
     const auto byte = [&](qsizetype at) { return static_cast<quint8>(rest[at]); };
     if (byte(0) < 0x80) {
         unit = byte(0);
-        return isFormless(unit) ? 1 : 0;
+        return isFormless(unit) || unit == u'\r' ? 1 : 0;
     }
     if (byte(0) >> 4 != 0xE || rest.size() < 3 || byte(1) >> 6 != 2 || byte(2) >> 6 != 2)
         return 0;

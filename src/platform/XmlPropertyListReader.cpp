@@ -8,6 +8,7 @@
 
 #include <charconv>
 #include <cstdlib>
+#include <limits>
 
 namespace brivane::PropertyList {
 

@@ -30,8 +30,8 @@ bool mayHoldDate(const QByteArray& bytes)
 extern "C" int LLVMFuzzerTestOneInput(const quint8* data, size_t size)
 {
     // Not copied: a copy would have room behind its end.
-    const QByteArray bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(data),
-                                                     static_cast<qsizetype>(size));
+    const QByteArray bytes =
+        QByteArray::fromRawData(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     const std::optional<QVariant> value = PropertyList::read(bytes);
     if (!value)
         return 0;

@@ -1,5 +1,6 @@
 #include "platform/UserDefaults.h"
 
+#include "platform/FileReading.h"
 #include "platform/PathText.h"
 #include "platform/PropertyList.h"
 #include "platform/SystemLog.h"
@@ -9,6 +10,7 @@
 #include <QSemaphore>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 using namespace brivane;
 using brivane::testing::RecordingFileSystem;
@@ -140,6 +142,24 @@ TEST_F(UserDefaultsTest, ADamagedFileIsKeptUnderAnotherNameAndWhatIsInMemoryWrit
     const UserDefaults again(m_file, m_disk);
     EXPECT_EQ(again.integer(u"days"_s), 9);
     EXPECT_EQ(again.boolean(u"shown"_s), true);
+}
+
+TEST_F(UserDefaultsTest, AFileLargerThanMemoryIsPutAsideUnread)
+{
+    const QByteArray file = m_folder / "defaults.plist";
+    writeFile(file, "");
+    ASSERT_EQ(::truncate(file, 15'000'000'000'000), 0);
+    EXPECT_EQ(readWholeFile(m_file).error().code, EFBIG);
+    {
+        UserDefaults defaults(m_file, m_disk);
+        EXPECT_FALSE(defaults.object(u"days"_s).isValid());
+        defaults.setInteger(u"days"_s, 9);
+    }
+    EXPECT_TRUE(stands(m_folder / "defaults.plist.damaged-1"));
+    EXPECT_EQ(UserDefaults(m_file, m_disk).integer(u"days"_s), 9);
+    // These say that they are empty.
+    EXPECT_EQ(readWholeFile(u"/proc/self/maps"_s, 100).error().code, EFBIG);
+    EXPECT_GT(readWholeFile(u"/proc/self/maps"_s)->size(), 100);
 }
 
 TEST_F(UserDefaultsTest, AFailedWriteHoldsIsLoggedOnceAndTriedAgainAtTheEnd)

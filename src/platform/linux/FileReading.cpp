@@ -6,7 +6,7 @@ namespace brivane {
 
 using namespace posix;
 
-Result<QByteArray> readWholeFile(const QString& path)
+Result<QByteArray> readWholeFile(const QString& path, qsizetype limit)
 {
     const auto place = PathPlace::find(path, FileOperation::Read);
     if (!place)
@@ -23,6 +23,8 @@ Result<QByteArray> readWholeFile(const QString& path)
         return place->error(code, FileOperation::Inspect);
     if (!S_ISREG(status.mode))
         return place->error(EINVAL, FileOperation::Read);
+    if (status.size > static_cast<quint64>(limit))
+        return place->error(EFBIG, FileOperation::Read);
     QByteArray bytes;
     bytes.reserve(static_cast<qsizetype>(status.size));
     char buffer[16384];
@@ -33,6 +35,8 @@ Result<QByteArray> readWholeFile(const QString& path)
             return place->error(errno, FileOperation::Read);
         if (got == 0)
             return bytes;
+        if (got > limit - bytes.size()) // it has grown, or has no size to tell
+            return place->error(EFBIG, FileOperation::Read);
         bytes.append(buffer, got);
     }
 }

@@ -9,7 +9,6 @@
 #include <QCoroFuture>
 #include <QPointer>
 #include <QSet>
-#include <QtConcurrentRun>
 
 #include <algorithm>
 #include <unordered_set>
@@ -40,7 +39,6 @@ DeleteService::DeleteService(Host& host, QObject* parent)
     , m_host(host)
     , m_checker(host.locations)
 {
-    m_worker.setMaxThreadCount(1);
 }
 
 DeleteService::~DeleteService()
@@ -60,8 +58,7 @@ SafetyChecker::SafetyLevel DeleteService::stageForDeletion(const FileNodePtr& no
     }
     if (std::ranges::find(m_pending, node, &Pending::node) != m_pending.end())
         return level;
-    m_pending.push_back(
-        {node, QtConcurrent::run(&m_worker, [path] { return FileIdentity::of(path); })});
+    m_pending.push_back({node, m_worker.run([path] { return FileIdentity::of(path); })});
     node->setMarkedForDeletion(true);
     Log::delete_.info(
         u"Staged for deletion: %1 (%2)"_s.arg(node->name(), ByteFormatter::format(node->size())));
@@ -97,7 +94,7 @@ QCoro::Task<DeleteService::Outcome> DeleteService::executeDeletion()
     const auto stop = std::make_shared<AtomicFlag>();
     m_stop = stop;
     const QFuture<Report> future =
-        QtConcurrent::run(&m_worker, [orders = orders(), &fileSystem = m_host.fileSystem, stop] {
+        m_worker.run([orders = orders(), &fileSystem = m_host.fileSystem, stop] {
             return carryOut(orders, fileSystem, *stop);
         });
     const Report report = co_await future;

@@ -2,6 +2,7 @@
 
 #include "platform/FileIdentity.h"
 #include "platform/Host.h"
+#include "platform/Worker.h"
 #include "removal/SafetyChecker.h"
 #include "scanner/FileNode.h"
 
@@ -10,7 +11,6 @@
 #include <QList>
 #include <QObject>
 #include <QStringList>
-#include <QThreadPool>
 
 namespace brivane {
 
@@ -76,7 +76,7 @@ private:
     SafetyChecker m_checker;
     std::vector<Pending> m_pending;
     std::shared_ptr<AtomicFlag> m_stop; ///< of the removal that is under way, null when none is
-    QThreadPool m_worker;               ///< one thread
+    Worker m_worker{QStringLiteral("staged removal")};
 };
 
 } // namespace brivane

@@ -1,0 +1,176 @@
+#include "scanner/WalkRunner.h"
+
+#include "platform/PathText.h"
+#include "scanner/FileTree.h"
+
+#include <cstdlib>
+#include <mutex>
+
+#include <sys/stat.h>
+
+namespace brivane {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+/// A walk that can end does so within a few milliseconds.
+constexpr auto leavingPatience = 500ms;
+
+struct Place {
+    QString folder;
+    QByteArray file; ///< a name in it; empty for none
+};
+
+/// Where a walk for `path` starts: a walk follows no link, and a file holds nothing. A path that
+/// leads nowhere is given back, for the walk to say so.
+Place placeOf(const QString& path)
+{
+    const QByteArray bytes = PathText::toBytes(path);
+    char* const found = bytes.contains('\0') ? nullptr : ::realpath(bytes.constData(), nullptr);
+    if (!found)
+        return {path, {}};
+    const QByteArray real(found);
+    std::free(found);
+    struct stat status;
+    if (::stat(real.constData(), &status) != 0 || S_ISDIR(status.st_mode))
+        return {PathText::fromBytes(real), {}};
+    const qsizetype slash = real.lastIndexOf('/');
+    return {PathText::fromBytes(real.first(std::max<qsizetype>(slash, 1))), real.mid(slash + 1)};
+}
+
+FileNodePtr childOf(const FileNode& folder, const QByteArray& name)
+{
+    const std::vector<FileNode*> children = folder.children();
+    const auto found = std::ranges::find(children, std::string_view(name), &FileNode::nameBytes);
+    return found == children.end() ? nullptr : (*found)->shared();
+}
+
+} // namespace
+
+/// One started walk. Outlives the runner where it hangs.
+struct WalkRunner::Walk {
+    Walk(Clock& clock, Order what)
+        : order(std::move(what))
+        , scanner(clock)
+    {
+    }
+
+    const Order order;
+    DiskScanner scanner;
+    std::stop_source stop; ///< reaches the walk also before it has begun
+};
+
+/// Where walks leave what they have to tell: it knows when there is nobody any more to read it.
+class WalkRunner::Mailbox {
+public:
+    explicit Mailbox(WalkRunner& runner)
+        : m_runner(&runner)
+    {
+    }
+
+    /// Calls `letter` on the GUI thread, unless another walk has been started by then. Any thread.
+    void post(std::shared_ptr<Walk> walk, std::function<void(WalkRunner&)> letter)
+    {
+        const std::lock_guard lock(m_mutex);
+        if (!m_runner)
+            return;
+        const auto read = [runner = m_runner, walk = std::move(walk), letter = std::move(letter)] {
+            if (runner->m_walk == walk)
+                letter(*runner);
+        };
+        QMetaObject::invokeMethod(m_runner, read, Qt::QueuedConnection);
+    }
+    void close()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_runner = nullptr;
+    }
+
+private:
+    std::mutex m_mutex;
+    WalkRunner* m_runner; ///< guarded by m_mutex
+};
+
+WalkRunner::WalkRunner(Host& host, QObject* parent)
+    : QObject(parent)
+    , m_clock(host.clock)
+    , m_enumerator(host.volumes)
+    , m_mailbox(std::make_shared<Mailbox>(*this))
+{
+}
+
+WalkRunner::~WalkRunner()
+{
+    abandon();
+    m_mailbox->close();
+    m_worker.leave(leavingPatience);
+}
+
+void WalkRunner::start(const Order& order)
+{
+    abandon();
+    m_walk = std::make_shared<Walk>(m_clock, order);
+    m_worker.run([walk = m_walk, mailbox = m_mailbox, enumerator = m_enumerator] {
+        // One that waited in line need not begin any more.
+        if (walk->stop.stop_requested())
+            return;
+        perform(*walk, enumerator, [&](std::function<void(WalkRunner&)> letter) {
+            mailbox->post(walk, std::move(letter));
+        });
+    });
+}
+
+void WalkRunner::perform(Walk& walk, const VolumeEnumerator& enumerator,
+                         const std::function<void(std::function<void(WalkRunner&)>)>& tell)
+{
+    Place place{walk.order.path, {}};
+    if (walk.order.isDropped) {
+        place = placeOf(walk.order.path);
+        tell([folder = place.folder](WalkRunner& runner) { Q_EMIT runner.resolved(folder); });
+    }
+    Outcome outcome;
+    const auto report = [&](const ScanProgress& progress) {
+        outcome.filesScanned = progress.filesScanned; // the last report is made at the end
+        tell([progress](WalkRunner& runner) { Q_EMIT runner.reported(progress); });
+    };
+    try {
+        outcome.root = walk.scanner.scan(place.folder, report, walk.stop.get_token());
+        if (!place.file.isEmpty())
+            outcome.file = childOf(*outcome.root, place.file);
+        if (walk.order.needsVolume)
+            outcome.volume = enumerator.getVolumeInfo(place.folder);
+    } catch (const DiskScanner::ScanError& error) {
+        outcome.error = error;
+    }
+    tell([outcome](WalkRunner& runner) {
+        if (!runner.m_walk->stop.stop_requested())
+            Q_EMIT runner.ended(outcome);
+    });
+}
+
+void WalkRunner::stop()
+{
+    if (m_walk)
+        m_walk->stop.request_stop();
+}
+
+void WalkRunner::abandon()
+{
+    stop();
+    m_walk.reset();
+}
+
+void WalkRunner::pause()
+{
+    if (m_walk)
+        m_walk->scanner.pause();
+}
+
+void WalkRunner::resume()
+{
+    if (m_walk)
+        m_walk->scanner.resume();
+}
+
+} // namespace brivane

@@ -229,6 +229,7 @@ void ScanViewModel::finish(const WalkRunner::Outcome& outcome)
     if (outcome.file && !m_selectedNode.isValid())
         setSelectedNode(FileNodeRef(outcome.file));
     m_folderModel.refresh();
+    m_deleteService.carryOver(outcome.root);
     m_scanResult = result;
     Q_EMIT scanResultChanged();
     setScanState(Completed);

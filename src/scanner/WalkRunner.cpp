@@ -1,7 +1,7 @@
 #include "scanner/WalkRunner.h"
 
 #include "platform/PathText.h"
-#include "scanner/FileTree.h"
+#include "scanner/NodeFinder.h"
 
 #include <cstdlib>
 #include <mutex>
@@ -19,7 +19,7 @@ constexpr auto leavingPatience = 500ms;
 
 struct Place {
     QString folder;
-    QByteArray file; ///< a name in it; empty for none
+    QByteArray file; ///< its path; empty for none
 };
 
 /// Where a walk for `path` starts: a walk follows no link, and a file holds nothing. A path that
@@ -36,14 +36,7 @@ Place placeOf(const QString& path)
     if (::stat(real.constData(), &status) != 0 || S_ISDIR(status.st_mode))
         return {PathText::fromBytes(real), {}};
     const qsizetype slash = real.lastIndexOf('/');
-    return {PathText::fromBytes(real.first(std::max<qsizetype>(slash, 1))), real.mid(slash + 1)};
-}
-
-FileNodePtr childOf(const FileNode& folder, const QByteArray& name)
-{
-    const std::vector<FileNode*> children = folder.children();
-    const auto found = std::ranges::find(children, std::string_view(name), &FileNode::nameBytes);
-    return found == children.end() ? nullptr : (*found)->shared();
+    return {PathText::fromBytes(real.first(std::max<qsizetype>(slash, 1))), real};
 }
 
 } // namespace
@@ -137,7 +130,7 @@ void WalkRunner::perform(Walk& walk, const VolumeEnumerator& enumerator,
     try {
         outcome.root = walk.scanner.scan(place.folder, report, walk.stop.get_token());
         if (!place.file.isEmpty())
-            outcome.file = childOf(*outcome.root, place.file);
+            outcome.file = NodeFinder(outcome.root).find(place.file);
         if (walk.order.needsVolume)
             outcome.volume = enumerator.getVolumeInfo(place.folder);
     } catch (const DiskScanner::ScanError& error) {

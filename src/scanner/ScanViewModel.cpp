@@ -104,9 +104,9 @@ void ScanViewModel::startWalk(const WalkRunner::Order& order)
 {
     ++m_scanRequest;
     m_privilegedScanner.cancel();
-    m_walks.start(order);
     m_scanStart = m_host.clock.monotonicNow();
     m_scannedVolume = m_selectedVolume;
+    m_walks.start(order);
     setPaused(false);
     // Before the state, or the screen of the scan would be made for the old tree.
     setSelectedNode({});

@@ -45,6 +45,7 @@ ScanViewModel::ScanViewModel(Host& host, QObject* parent)
 ScanViewModel::~ScanViewModel()
 {
     stopScan();
+    m_volumeWorker.cancel();
     m_volumeWorker.leave(leavingPatience);
 }
 
@@ -57,8 +58,11 @@ QCoro::Task<> ScanViewModel::listVolumes()
 {
     const QPointer<ScanViewModel> self(this);
     const unsigned request = ++m_volumeRequest;
+    m_volumeWorker.cancel(); // the answer to an earlier question is not wanted
     const QFuture<QList<DiskInfo>> future =
-        m_volumeWorker.run([enumerator = m_enumerator] { return enumerator.enumerateVolumes(); });
+        m_volumeWorker.run([enumerator = m_enumerator](const std::stop_token& stop) {
+            return stop.stop_requested() ? QList<DiskInfo>() : enumerator.enumerateVolumes();
+        });
     const QList<DiskInfo> found = co_await future;
     if (!self || request != m_volumeRequest)
         co_return;

@@ -4,6 +4,7 @@
 #include "scanner/NodeFinder.h"
 
 #include <cstdlib>
+#include <deque>
 #include <mutex>
 
 #include <sys/stat.h>
@@ -54,49 +55,59 @@ struct WalkRunner::Walk {
     std::stop_source stop; ///< reaches the walk also before it has begun
 };
 
-/// Where walks leave what they have to tell: it knows when there is nobody any more to read it.
-class WalkRunner::Mailbox {
+/// Where walks leave what they have to tell. Any thread; the signal is weak to the runner, and may
+/// come from a walk that it has left behind.
+class WalkRunner::Mailbox : public QObject {
+    Q_OBJECT
+
 public:
-    explicit Mailbox(WalkRunner& runner)
-        : m_runner(&runner)
+    struct Letter {
+        std::shared_ptr<Walk> from;
+        std::function<void(WalkRunner&)> tell;
+    };
+
+    void post(Letter letter)
     {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_letters.push_back(std::move(letter));
+        }
+        Q_EMIT arrived();
+    }
+    Letter take()
+    {
+        const std::lock_guard lock(m_mutex);
+        Letter first = std::move(m_letters.front());
+        m_letters.pop_front();
+        return first;
     }
 
-    /// Calls `letter` on the GUI thread, unless another walk has been started by then. Any thread.
-    void post(std::shared_ptr<Walk> walk, std::function<void(WalkRunner&)> letter)
-    {
-        const std::lock_guard lock(m_mutex);
-        if (!m_runner)
-            return;
-        const auto read = [runner = m_runner, walk = std::move(walk), letter = std::move(letter)] {
-            if (runner->m_walk == walk)
-                letter(*runner);
-        };
-        QMetaObject::invokeMethod(m_runner, read, Qt::QueuedConnection);
-    }
-    void close()
-    {
-        const std::lock_guard lock(m_mutex);
-        m_runner = nullptr;
-    }
+Q_SIGNALS:
+    /// Once for each letter.
+    void arrived();
 
 private:
     std::mutex m_mutex;
-    WalkRunner* m_runner; ///< guarded by m_mutex
+    std::deque<Letter> m_letters; ///< guarded by m_mutex
 };
 
 WalkRunner::WalkRunner(Host& host, QObject* parent)
     : QObject(parent)
     , m_clock(host.clock)
     , m_enumerator(host.volumes)
-    , m_mailbox(std::make_shared<Mailbox>(*this))
+    , m_mailbox(std::make_shared<Mailbox>())
 {
+    const auto read = [this] {
+        const Mailbox::Letter letter = m_mailbox->take();
+        if (letter.from == m_walk)
+            letter.tell(*this);
+    };
+    connect(m_mailbox.get(), &Mailbox::arrived, this, read, Qt::QueuedConnection);
 }
 
 WalkRunner::~WalkRunner()
 {
     abandon();
-    m_mailbox->close();
     m_worker.leave(leavingPatience);
 }
 
@@ -109,7 +120,7 @@ void WalkRunner::start(const Order& order)
         if (walk->stop.stop_requested())
             return;
         perform(*walk, enumerator, [&](std::function<void(WalkRunner&)> letter) {
-            mailbox->post(walk, std::move(letter));
+            mailbox->post({walk, std::move(letter)});
         });
     });
 }
@@ -167,3 +178,5 @@ void WalkRunner::resume()
 }
 
 } // namespace brivane
+
+#include "WalkRunner.moc"

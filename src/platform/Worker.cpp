@@ -151,6 +151,8 @@ Worker::Worker(QString name)
 
 Worker::~Worker()
 {
+    if (m_isLeft)
+        return;
     cancel();
     waitForDone();
     m_queue->end();
@@ -169,6 +171,7 @@ void Worker::waitForDone()
 bool Worker::leave(std::chrono::milliseconds patience)
 {
     const bool isDone = m_queue->waitForDone(patience);
+    m_isLeft = true;
     m_queue->end();
     return isDone;
 }

@@ -26,7 +26,7 @@ public:
     explicit Worker(QString name);
     Worker(const Worker&) = delete;
     Worker& operator=(const Worker&) = delete;
-    /// Cancels, and waits for all jobs. Not from one of them.
+    /// Cancels, and waits for all jobs, unless it was left. Not from one of them.
     ~Worker();
 
     /// Runs `job`, which takes nothing or a std::stop_token, and gives what it gives or throws.
@@ -48,6 +48,7 @@ private:
     void give(std::function<void(std::stop_token)> job);
 
     const std::shared_ptr<Queue> m_queue;
+    bool m_isLeft = false;
 };
 
 template<typename Job>

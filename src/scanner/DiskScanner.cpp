@@ -47,10 +47,12 @@ DiskScanner::DiskScanner(Clock& clock)
 {
 }
 
-FileNodePtr DiskScanner::scan(const QString& path, const Progress& report)
+FileNodePtr DiskScanner::scan(const QString& path, const Progress& report,
+                              const std::stop_token& stop)
 {
     m_isCancelled.setValue(false);
     m_pauseFlag.setValue(false);
+    const std::stop_callback cancelOnStop(stop, [this] { cancel(); });
     const auto start = m_clock.monotonicNow();
     Log::scanner.info(u"Scan started: "_s + path);
     ScanProgress progress;

@@ -10,6 +10,7 @@
 #include <functional>
 #include <mutex>
 #include <stdexcept>
+#include <stop_token>
 
 namespace brivane {
 
@@ -54,9 +55,10 @@ public:
     explicit DiskScanner(Clock& clock);
 
     /// Walks `path` and gives the root of its tree, children sorted by size. Clears an earlier
-    /// pause or cancel. Throws ScanError, also for a path that does not exist; the tree of earlier
-    /// reports stays valid then.
-    FileNodePtr scan(const QString& path, const Progress& progress = {});
+    /// pause or cancel; `stop` cancels this walk alone, also before it has begun. Throws ScanError,
+    /// also for a path that does not exist; the tree of earlier reports stays valid then.
+    FileNodePtr scan(const QString& path, const Progress& progress = {},
+                     const std::stop_token& stop = {});
 
     void cancel();
     void pause();

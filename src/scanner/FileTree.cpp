@@ -1,9 +1,8 @@
 #include "scanner/FileTree.h"
 
+#include "platform/Parallel.h"
 #include "platform/PathText.h"
-
-#include <QThreadPool>
-#include <QtConcurrentMap>
+#include "platform/Worker.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -30,6 +29,13 @@ constexpr std::size_t alignedUp(std::size_t bytes)
     return (bytes + alignof(FileNode) - 1) & ~(alignof(FileNode) - 1);
 }
 
+/// Gives back large trees. Lives to the end of the process, as the last screen's tree does.
+Worker& disposer()
+{
+    static Worker* const worker = new Worker(QStringLiteral("tree disposal"));
+    return *worker;
+}
+
 } // namespace
 
 std::shared_ptr<FileTree> FileTree::create(const QByteArray& rootPath)
@@ -39,7 +45,7 @@ std::shared_ptr<FileTree> FileTree::create(const QByteArray& rootPath)
         if (tree->nodeCount() < nodesWorthAThread)
             delete tree;
         else
-            QThreadPool::globalInstance()->start([tree] { delete tree; });
+            disposer().run([tree] { delete tree; });
     };
     return std::shared_ptr<FileTree>(new FileTree(rootPath), dispose);
 }
@@ -214,13 +220,11 @@ std::size_t FileTree::issueCount() const
 
 void FileTree::sortAll()
 {
-    constexpr std::ptrdiff_t share = 2048; // directories that one thread takes at a time
-    std::vector<std::span<FileNode*>> shares;
+    constexpr std::size_t share = 2048; // directories that one thread takes at a time
     const std::span<FileNode*> all = m_directories;
-    for (std::size_t from = 0; from < all.size(); from += share)
-        shares.push_back(all.subspan(from, std::min<std::size_t>(share, all.size() - from)));
-    QtConcurrent::blockingMap(shares, [](std::span<FileNode*>& part) {
-        for (FileNode* directory : part)
+    forEachInParallel((all.size() + share - 1) / share, [&](std::size_t part) {
+        const std::size_t from = part * share;
+        for (FileNode* directory : all.subspan(from, std::min(share, all.size() - from)))
             directory->sortOwnChildren();
     });
     m_root->setFlag(FileNode::Sorted, true);

@@ -5,7 +5,6 @@
 #include "scanner/FileNodeRef.h"
 
 #include <QFutureWatcher>
-#include <QtConcurrentRun>
 
 namespace brivane {
 
@@ -63,8 +62,7 @@ void FolderModel::startPicture()
         if (m_needsAnother || directory != m_directory)
             refresh();
     });
-    watcher->setFuture(
-        QtConcurrent::run(&m_sorter, [directory] { return childrenBySize(*directory); }));
+    watcher->setFuture(m_sorter.run([directory] { return childrenBySize(*directory); }));
 }
 
 void FolderModel::show(Rows rows)

@@ -1,10 +1,10 @@
 #pragma once
 
+#include "platform/Worker.h"
 #include "scanner/FileNodeRef.h"
 #include "scanner/SizedNode.h"
 
 #include <QAbstractListModel>
-#include <QThreadPool>
 #include <QtQml/qqmlregistration.h>
 
 namespace brivane {
@@ -13,10 +13,10 @@ namespace brivane {
 /// could not be read: nobody knows how large those are.
 ///
 /// The directory may be growing: refresh() takes a new picture of it. Large ones are copied and
-/// sorted on the pool, one picture at a time, so the GUI thread only swaps two lists. Rows are
-/// never reset while the directory stays the same, and only the one that is followed is moved: at
-/// the end rows come or go, and the others change what they show, which costs a view only what is
-/// in sight. GUI thread.
+/// sorted on a thread of the model's own, one picture at a time, so the GUI thread only swaps two
+/// lists. Rows are never reset while the directory stays the same, and only the one that is
+/// followed is moved: at the end rows come or go, and the others change what they show, which costs
+/// a view only what is in sight. GUI thread.
 class FolderModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -79,7 +79,7 @@ private:
     const FileNode* m_followed = nullptr; ///< compared only
     bool m_isTakingPicture = false;
     bool m_needsAnother = false;
-    QThreadPool m_sorter; ///< not the global pool, for whose threads painting waits
+    Worker m_sorter{QStringLiteral("folder sort")};
 };
 
 } // namespace brivane

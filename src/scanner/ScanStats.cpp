@@ -43,7 +43,9 @@ ScanStats::ScanStats(const ScanViewModel& viewModel, const Clock& clock, QObject
     connect(&viewModel, &ScanViewModel::scanTickChanged, this, &ScanStats::focusChanged);
     connect(&viewModel, &ScanViewModel::scanResultChanged, this, &ScanStats::focusChanged);
     connect(&viewModel, &ScanViewModel::scanResultChanged, this, &ScanStats::resultChanged);
-    // What could not be read is told with the progress; a scan as administrator ends without one.
+    // What could not be read is told with the progress; a scan as administrator ends without one,
+    // and the first tree comes after one.
+    connect(&viewModel, &ScanViewModel::rootNodeChanged, this, &ScanStats::progressChanged);
     connect(&viewModel, &ScanViewModel::scanResultChanged, this, &ScanStats::progressChanged);
 }
 

@@ -5,49 +5,48 @@
 
 #include <QCoroFuture>
 #include <QPointer>
-#include <QtConcurrentRun>
-
-#include <cstdlib>
 
 namespace brivane {
 
+using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
-/// Stands for one started scan; it outlives the interest in it.
-struct ScanViewModel::ScanTask {
-    std::atomic<bool> isCancelled{false};
-};
+namespace {
 
-/// What the walking thread brings back.
-struct ScanViewModel::Outcome {
-    FileNodePtr root;
-    std::optional<DiskInfo> volume; ///< when no volume was selected
-    std::optional<DiskScanner::ScanError> error;
-};
+/// For a question to a volume that may never answer.
+constexpr auto leavingPatience = 500ms;
+
+} // namespace
 
 ScanViewModel::ScanViewModel(Host& host, QObject* parent)
     : QObject(parent)
     , m_host(host)
     , m_enumerator(host.volumes)
-    , m_scanner(host.clock)
+    , m_walks(host)
     , m_privilegedScanner(host)
     , m_deleteService(host)
     , m_actions(host, m_deleteService, this)
     , m_volumeModel(host.locations.path(u"/"))
     , m_stats(*this, host.clock, this)
 {
-    m_walkThread.setMaxThreadCount(1);
     refreshVolumes();
     host.notifications.subscribe(NotificationNames::diskSpaceChanged, this,
                                  [this] { refreshVolumes(); });
     connect(&m_deleteService, &DeleteService::pendingItemsChanged, &m_folderModel,
             &FolderModel::noteMarks);
+    connect(&m_walks, &WalkRunner::reported, this, &ScanViewModel::receive);
+    connect(&m_walks, &WalkRunner::ended, this, &ScanViewModel::endWalk);
+    connect(&m_walks, &WalkRunner::resolved, this, [this](const QString& folder) {
+        m_scannedVolume = madeUpVolume(folder);
+        setSelectedVolume(m_scannedVolume);
+    });
 }
 
 ScanViewModel::~ScanViewModel()
 {
     stopScan();
-    m_walkThread.waitForDone();
+    m_volumeWorker.cancel();
+    m_volumeWorker.leave(leavingPatience);
 }
 
 void ScanViewModel::refreshVolumes()
@@ -59,8 +58,11 @@ QCoro::Task<> ScanViewModel::listVolumes()
 {
     const QPointer<ScanViewModel> self(this);
     const unsigned request = ++m_volumeRequest;
+    m_volumeWorker.cancel(); // the answer to an earlier question is not wanted
     const QFuture<QList<DiskInfo>> future =
-        QtConcurrent::run([enumerator = m_enumerator] { return enumerator.enumerateVolumes(); });
+        m_volumeWorker.run([enumerator = m_enumerator](const std::stop_token& stop) {
+            return stop.stop_requested() ? QList<DiskInfo>() : enumerator.enumerateVolumes();
+        });
     const QList<DiskInfo> found = co_await future;
     if (!self || request != m_volumeRequest)
         co_return;
@@ -80,13 +82,7 @@ void ScanViewModel::selectVolume(const QString& mountPoint)
 
 void ScanViewModel::scanFolder(const QString& path)
 {
-    QString folder = path;
-    if (char* resolved = ::realpath(PathText::toBytes(path).constData(), nullptr)) {
-        folder = PathText::fromBytes(resolved);
-        std::free(resolved);
-    }
-    setSelectedVolume(madeUpVolume(folder));
-    startScan(folder);
+    startWalk({.path = path, .isDropped = true});
 }
 
 void ScanViewModel::scanFolderUrl(const QUrl& url)
@@ -105,14 +101,24 @@ void ScanViewModel::showVolumes()
 
 void ScanViewModel::startScan(const QString& path)
 {
-    setScanState(Scanning);
-    startProgress();
-    setErrorMessage({});
-    setRootNode({});
-    setFocusedNode({});
+    startWalk({.path = path, .needsVolume = !m_selectedVolume});
+}
+
+void ScanViewModel::startWalk(const WalkRunner::Order& order)
+{
+    ++m_scanRequest;
+    m_privilegedScanner.cancel();
+    m_scanStart = m_host.clock.monotonicNow();
+    m_scannedVolume = m_selectedVolume;
+    m_walks.start(order);
+    setPaused(false);
+    // Before the state, or the screen of the scan would be made for the old tree.
     setSelectedNode({});
-    m_scanTask = std::make_shared<ScanTask>();
-    runScan(path, m_scanTask);
+    setFocusedNode({});
+    setRootNode({});
+    setErrorMessage({});
+    startProgress();
+    setScanState(Scanning);
 }
 
 void ScanViewModel::startProgress()
@@ -130,22 +136,28 @@ void ScanViewModel::rescan()
 
 void ScanViewModel::scanAsAdmin(const QString& path)
 {
-    setScanState(ScanningAdmin);
+    if (m_scanState == ScanningAdmin)
+        return;
+    ++m_scanRequest;
+    m_walks.abandon();
+    m_scanStart = m_host.clock.monotonicNow();
+    m_scannedVolume = m_selectedVolume;
+    setPaused(false);
     if (!m_isAdminScan) {
         m_isAdminScan = true;
         Q_EMIT isAdminScanChanged();
     }
-    startProgress();
     setErrorMessage({});
-    m_scanTask = std::make_shared<ScanTask>();
-    runAdminScan(path, m_scanTask);
+    startProgress();
+    setScanState(ScanningAdmin);
+    runAdminScan(path);
 }
 
-QCoro::Task<> ScanViewModel::runAdminScan(QString path, std::shared_ptr<ScanTask> task)
+QCoro::Task<> ScanViewModel::runAdminScan(QString path)
 {
     const QPointer<ScanViewModel> self(this);
-    const auto start = m_host.clock.monotonicNow();
-    Outcome outcome;
+    const unsigned request = m_scanRequest;
+    WalkRunner::Outcome outcome;
     std::optional<QString> failure;
     bool isRefused = false;
     try {
@@ -156,21 +168,21 @@ QCoro::Task<> ScanViewModel::runAdminScan(QString path, std::shared_ptr<ScanTask
     } catch (const std::exception& error) {
         failure = QString::fromUtf8(error.what());
     }
-    if (!self || task->isCancelled)
+    if (!self || request != m_scanRequest)
         co_return;
     if (isRefused)
         co_return setScanState(hasTree() ? Completed : Idle);
     if (failure)
         co_return fail(*failure);
-    if (!m_selectedVolume) {
-        const QFuture<std::optional<DiskInfo>> future = QtConcurrent::run(
+    outcome.filesScanned = m_privilegedScanner.filesFound();
+    if (!m_scannedVolume) {
+        const QFuture<std::optional<DiskInfo>> future = m_volumeWorker.run(
             [path, enumerator = m_enumerator] { return enumerator.getVolumeInfo(path); });
         outcome.volume = co_await future;
-        if (!self || task->isCancelled)
+        if (!self || request != m_scanRequest)
             co_return;
     }
-    const std::chrono::duration<double> elapsed = m_host.clock.monotonicNow() - start;
-    finish(outcome, m_privilegedScanner.filesFound(), elapsed.count());
+    finish(outcome);
 }
 
 void ScanViewModel::rescanAsAdmin()
@@ -179,50 +191,11 @@ void ScanViewModel::rescanAsAdmin()
         scanAsAdmin(m_selectedVolume->mountPoint);
 }
 
-QCoro::Task<> ScanViewModel::runScan(QString path, std::shared_ptr<ScanTask> task)
-{
-    const QPointer<ScanViewModel> self(this);
-    const auto start = m_host.clock.monotonicNow();
-    const bool needsVolume = !m_selectedVolume;
-    const QFuture<Outcome> future = QtConcurrent::run(
-        &m_walkThread, [this, path, task, needsVolume] { return walk(path, task, needsVolume); });
-    const Outcome outcome = co_await future;
-    if (!self || task->isCancelled)
-        co_return;
-    const std::chrono::duration<double> elapsed = m_host.clock.monotonicNow() - start;
-    if (outcome.error && outcome.error->which() == DiskScanner::ScanError::Case::cancelled)
-        setScanState(Idle);
-    else if (outcome.error)
-        fail(outcome.error->errorDescription());
-    else
-        finish(outcome, m_progress.filesScanned, elapsed.count());
-}
-
-ScanViewModel::Outcome ScanViewModel::walk(const QString& path,
-                                           const std::shared_ptr<ScanTask>& task, bool needsVolume)
-{
-    // Runs on the walking thread; the destructor waits for it, so `this` stays.
-    const auto report = [this, task](const ScanProgress& progress) {
-        // A stop may come before the walk has begun, and then the scanner does not know of it.
-        if (task->isCancelled)
-            m_scanner.cancel();
-        QMetaObject::invokeMethod(this, [this, progress] { receive(progress); });
-    };
-    Outcome outcome;
-    try {
-        if (task->isCancelled)
-            throw DiskScanner::ScanError::cancelled();
-        outcome.root = m_scanner.scan(path, report);
-        if (needsVolume)
-            outcome.volume = m_enumerator.getVolumeInfo(path);
-    } catch (const DiskScanner::ScanError& error) {
-        outcome.error = error;
-    }
-    return outcome;
-}
-
 void ScanViewModel::receive(const ScanProgress& progress)
 {
+    // A walk that waited in line when it was paused began without knowing.
+    if (m_isPaused)
+        m_walks.pause();
     setProgress(progress);
     if (!progress.partialTree)
         return;
@@ -234,21 +207,33 @@ void ScanViewModel::receive(const ScanProgress& progress)
     Q_EMIT scanTickChanged();
 }
 
-void ScanViewModel::finish(const Outcome& outcome, qint64 filesScanned, double seconds)
+void ScanViewModel::endWalk(const WalkRunner::Outcome& outcome)
 {
+    if (outcome.error)
+        fail(outcome.error->errorDescription());
+    else
+        finish(outcome);
+}
+
+void ScanViewModel::finish(const WalkRunner::Outcome& outcome)
+{
+    const std::chrono::duration<double> elapsed = m_host.clock.monotonicNow() - m_scanStart;
     ScanResult result;
     result.rootNode = outcome.root;
-    if (m_selectedVolume)
-        result.diskInfo = *m_selectedVolume;
+    if (m_scannedVolume)
+        result.diskInfo = *m_scannedVolume;
     else
         result.diskInfo = outcome.volume.value_or(madeUpVolume(outcome.root->path()));
-    result.totalFilesScanned = filesScanned;
-    result.scanDuration = seconds;
+    result.totalFilesScanned = outcome.filesScanned;
+    result.scanDuration = elapsed.count();
     result.hiddenSpaceBytes = hiddenSpace(result.diskInfo, outcome.root->size());
     result.scanDate = m_host.clock.now();
     setRootNode(outcome.root);
     setFocusedNode(outcome.root);
+    if (outcome.file && !m_selectedNode.isValid())
+        setSelectedNode(FileNodeRef(outcome.file));
     m_folderModel.refresh();
+    m_deleteService.carryOver(outcome.root);
     m_scanResult = result;
     Q_EMIT scanResultChanged();
     setScanState(Completed);
@@ -279,10 +264,8 @@ std::uint64_t ScanViewModel::hiddenSpace(const DiskInfo& disk, std::uint64_t tre
 
 void ScanViewModel::stopScan()
 {
-    if (m_scanTask)
-        m_scanTask->isCancelled = true;
-    m_scanTask.reset();
-    m_scanner.cancel();
+    ++m_scanRequest;
+    m_walks.stop();
     m_privilegedScanner.cancel();
     if (m_scanState == Scanning || m_scanState == ScanningAdmin)
         setScanState(Idle);
@@ -293,10 +276,10 @@ void ScanViewModel::togglePause()
 {
     if (m_isPaused) {
         setPaused(false);
-        m_scanner.resume();
+        m_walks.resume();
     } else {
         setPaused(true);
-        m_scanner.pause();
+        m_walks.pause();
     }
 }
 

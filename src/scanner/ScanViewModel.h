@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/Host.h"
+#include "platform/Worker.h"
 #include "scanner/DeleteService.h"
-#include "scanner/DiskScanner.h"
 #include "scanner/FileNodeRef.h"
 #include "scanner/FolderModel.h"
 #include "scanner/NodeActions.h"
@@ -10,11 +10,11 @@
 #include "scanner/ScanStats.h"
 #include "scanner/VolumeEnumerator.h"
 #include "scanner/VolumeListModel.h"
+#include "scanner/WalkRunner.h"
 #include "scanner/privileged/PrivilegedScanner.h"
 
 #include <QCoroTask>
 #include <QObject>
-#include <QThreadPool>
 #include <QUrl>
 
 namespace brivane {
@@ -22,9 +22,10 @@ namespace brivane {
 /// Stands between the scanner's screens and the scanner: lists volumes, runs scans, hands out the
 /// growing tree, and knows where in the tree the user is looking.
 ///
-/// GUI thread. A walk runs on a thread of the view model's own, one after the other; what it
-/// reports arrives through the event loop. The tree changes in place while it grows, and scanTick
-/// goes up with each report. stopScan() never waits for the walk.
+/// GUI thread. Walks run on a thread of their own, and what they report arrives through the event
+/// loop. The tree changes in place while it grows, and scanTick goes up with each report. A start
+/// of either kind ends the scan before it, of which nothing is shown any more. Neither a stop nor
+/// the end of the view model waits for a walk.
 class ScanViewModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -51,7 +52,7 @@ public:
     Q_ENUM(ScanState)
 
     explicit ScanViewModel(Host& host, QObject* parent = nullptr);
-    /// Ends a walk that runs.
+    /// Ends a scan that runs.
     ~ScanViewModel() override;
 
     /// Lists the volumes again, in the background: a volume that does not answer holds up nobody.
@@ -59,21 +60,23 @@ public:
     Q_INVOKABLE void refreshVolumes();
     /// Makes the volume at `mountPoint` the target of scans; nothing if it is not listed.
     Q_INVOKABLE void selectVolume(const QString& mountPoint);
-    /// Makes a folder the target of scans, as a volume of its own, and scans it. A link is
-    /// resolved, since the walk itself does not follow any.
+    /// Scans a folder, and makes it the target of scans, as a volume of its own, once it is known:
+    /// a link is resolved, since the walk itself does not follow any. A file stands for its folder,
+    /// and is selected in it at the end, unless something else is by then.
     Q_INVOKABLE void scanFolder(const QString& path);
     /// The same for what a folder dialog or a drop gives; nothing unless it is a local file's URL.
     Q_INVOKABLE void scanFolderUrl(const QUrl& url);
     /// From a finished or failed scan back to the choice of a volume; the tree stays.
     Q_INVOKABLE void showVolumes();
 
-    /// Returns at once. A walk that runs is not ended by it: the new one waits in line.
+    /// Returns at once. The walk begins as soon as the one before has ended.
     Q_INVOKABLE void startScan(const QString& path);
     /// startScan() of the selected volume; nothing while none is selected.
     Q_INVOKABLE void rescan();
     /// Adds to the tree, as administrator, what it does not hold yet; it stays on screen meanwhile.
-    /// Without a tree it makes one. Returns at once. Where the user or the machine refuses, the
-    /// state is what it was with that tree, and the reason is in the log.
+    /// Without a tree it makes one. Returns at once; does nothing while such a scan runs. Where the
+    /// user or the machine refuses, the state is what it was with that tree, and the reason is in
+    /// the log.
     Q_INVOKABLE void scanAsAdmin(const QString& path);
     /// scanAsAdmin() of the selected volume; nothing while none is selected.
     Q_INVOKABLE void rescanAsAdmin();
@@ -92,7 +95,7 @@ public:
     Q_INVOKABLE void drillToRoot();
 
     /// Blocks until no walk runs. For tests and benchmarks.
-    void waitForWalk() { m_walkThread.waitForDone(); }
+    void waitForWalk() { m_walks.waitForDone(); }
 
     [[nodiscard]] const QList<DiskInfo>& volumes() const { return m_volumeModel.volumes(); }
     [[nodiscard]] VolumeListModel* volumeModel() { return &m_volumeModel; }
@@ -138,19 +141,16 @@ Q_SIGNALS:
     void isPausedChanged();
 
 private:
-    struct ScanTask;
-    struct Outcome;
-
     QCoro::Task<> listVolumes();
-    QCoro::Task<> runAdminScan(QString path, std::shared_ptr<ScanTask> task);
-    QCoro::Task<> runScan(QString path, std::shared_ptr<ScanTask> task);
-    Outcome walk(const QString& path, const std::shared_ptr<ScanTask>& task, bool needsVolume);
+    QCoro::Task<> runAdminScan(QString path);
+    void startWalk(const WalkRunner::Order& order);
+    void startProgress();
     void receive(const ScanProgress& progress);
-    void finish(const Outcome& outcome, qint64 filesScanned, double seconds);
+    void endWalk(const WalkRunner::Outcome& outcome);
+    void finish(const WalkRunner::Outcome& outcome);
     void fail(const QString& message);
 
     void setSelectedVolume(const std::optional<DiskInfo>& volume);
-    void startProgress();
     void setScanState(ScanState state);
     void setRootNode(const FileNodePtr& node);
     void setFocusedNode(const FileNodePtr& node);
@@ -161,16 +161,18 @@ private:
 
     Host& m_host;
     VolumeEnumerator m_enumerator;
-    DiskScanner m_scanner;
+    WalkRunner m_walks;
     PrivilegedScanner m_privilegedScanner;
     DeleteService m_deleteService;
     NodeActions m_actions;
     VolumeListModel m_volumeModel;
     FolderModel m_folderModel;
     ScanStats m_stats;
-    QThreadPool m_walkThread; ///< one thread, so walks stand in line
-    std::shared_ptr<ScanTask> m_scanTask;
+    Worker m_volumeWorker{QStringLiteral("volumes")};
     unsigned m_volumeRequest = 0;
+    unsigned m_scanRequest = 0; ///< counts starts and stops: whom a late end belongs to
+    std::chrono::nanoseconds m_scanStart{};
+    std::optional<DiskInfo> m_scannedVolume; ///< the one selected at the start
 
     std::optional<DiskInfo> m_selectedVolume;
     ScanState m_scanState = Idle;

@@ -13,7 +13,7 @@ struct SizedNode {
 
 /// The children of `directory`, largest first, equal sizes in the order of the tree. Those of size
 /// 0 are left out, but for folders that could not be read, which come last. The tree stays as it
-/// is. Any thread; for a directory of many thousands, one of the pool.
+/// is. Any thread; for a directory of many thousands, not the GUI's.
 std::vector<SizedNode> childrenBySize(const FileNode& directory);
 
 /// Those of childrenBySize() that a chart shows: the ones with a size.

@@ -50,7 +50,8 @@ protected:
         std::optional<QString> drive = disk().machine.secondDevice();
         if (!drive)
             drive = disk().machine.directory(u"/Volumes/Memory");
-        fill(*drive + u"/many"_s);
+        m_many = *drive + u"/many"_s;
+        fill(m_many);
         Journey::SetUp();
         app().volumes().mount(*drive, SandboxVolumes::externalDrive(u"Memory"_s));
         scan().refreshVolumes();
@@ -116,7 +117,23 @@ private:
     }
 
     quint64 m_wheelTime = 1'000'000;
+
+protected:
+    QString m_many; ///< the folder's path
 };
+
+TEST_F(LargeFolderJourney, DroppedFileIsBroughtIntoSightInItsFolder)
+{
+    const QString dropped = u"file 77"_s;
+    scan().scanFolder(m_many + u'/' + dropped);
+    app().clock().release();
+    ASSERT_TRUE(app().showsText(u"Completed"_s));
+    ASSERT_TRUE(waitUntil([&] { return rows().contains(dropped); }));
+    EXPECT_TRUE(row(dropped).property("isSelected").toBool());
+    EXPECT_TRUE(QRectF(list().boundingRect())
+                    .contains(row(dropped).mapRectToItem(&list(), row(dropped).boundingRect())));
+    EXPECT_GT(place(), 100'000);
+}
 
 TEST_F(LargeFolderJourney, PlaceAndCurrentRowSurviveReports)
 {

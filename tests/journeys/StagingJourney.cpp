@@ -70,6 +70,11 @@ TEST_F(StagingJourney, MarksWhatMayGoAndRefusesWhatMayNot)
     app().click(row(u"Library"_s));
     ASSERT_TRUE(app().click(u"goUp"_s));
     EXPECT_EQ(marked(), QStringList(u"Library"_s));
+
+    ASSERT_TRUE(app().click(u"rescanButton"_s));
+    ASSERT_TRUE(app().showsText(u"Completed"_s));
+    EXPECT_TRUE(waitUntil([&] { return marked() == QStringList(u"Library"_s); }));
+    EXPECT_EQ(scan().actions()->stagedCount(), 1);
 }
 
 TEST_F(StagingJourney, MenuOfTheMouseCopiesStagesAndUnstages)

@@ -53,8 +53,8 @@ TEST(Worker, WhoLeavesAJobThatHangsDoesNotWaitForIt)
             passed->release();
         });
         EXPECT_FALSE(worker.leave(std::chrono::milliseconds(1)));
-        gate->release();
     }
+    gate->release();
     EXPECT_TRUE(passed->tryAcquire(1, 10'000));
 }
 

@@ -213,3 +213,57 @@ TEST_F(DeleteServiceTest, WhatIsNoLongerPendingIsNoLongerRemoved)
         EXPECT_EQ(m_posts, destroys ? 2 : 1);
     }
 }
+
+TEST_F(DeleteServiceTest, ARescanFindsEachStagedObjectAgainAndCountsItOnce)
+{
+    const auto nodes = staged({"same", "replaced", "gone", "unseen", "again"});
+    const auto other = FileTree::create(PathText::toBytes(m_machine.directory(u"/data2"_s)));
+    const FileNodePtr elsewhere = addFile(other->root(), "file", 1)->shared();
+    m_service->stageForDeletion(elsewhere);
+    const auto scanned = [&](std::uint64_t size) { // anew, with a node for "same"
+        m_tree = FileTree::create(PathText::toBytes(m_machine.path(u"/data")) + '/');
+        return addFile(m_tree->root(), "same", size)->shared();
+    };
+    const FileNodePtr before = scanned(3);
+    m_service->carryOver(m_tree->root()->shared());
+    ASSERT_TRUE(waitUntil([&] { return before->markedForDeletion(); }));
+    ASSERT_EQ(::rename(nodes[1]->pathBytes(), nodes[1]->pathBytes() + ".old"), 0);
+    ASSERT_EQ(::unlink(nodes[2]->pathBytes()), 0);
+
+    const FileNodePtr passing = scanned(4);
+    const FileNodePtr same = scanned(6);
+    file("replaced");
+    const FileNodePtr again = addFile(m_tree->root(), "again", 7)->shared();
+    m_service->stageForDeletion(again);
+    EXPECT_THAT(m_service->pendingItems(),
+                ElementsAre(before, nodes[1], nodes[2], nodes[3], again, elsewhere));
+    m_service->carryOver(passing->tree().root()->shared());
+    m_service->carryOver(m_tree->root()->shared());
+    ASSERT_TRUE(waitUntil([&] { return same->markedForDeletion(); }));
+    EXPECT_THAT(m_service->pendingItems(), ElementsAre(same, nodes[3], again, elsewhere));
+    EXPECT_EQ(m_service->pendingSize(), 6U + 5 + 7 + 1);
+    EXPECT_EQ(execute().removedCount, 3);
+    EXPECT_FALSE(stands(same));
+    EXPECT_TRUE(stands(nodes[1])) << "it was never staged";
+}
+
+TEST_F(DeleteServiceTest, ARescanDuringARemovalTakesWhatIsLeftOfIt)
+{
+    const auto nodes = staged({"going", "stubborn"});
+    m_fileSystem.hasNoTrash = true;
+    m_fileSystem.cannotRemove = nodes[1]->path();
+    QSemaphore disk;
+    m_fileSystem.before = [&](FileOperation, const QString&) {
+        EXPECT_TRUE(disk.tryAcquire(1, 10'000));
+    };
+    m_tree = FileTree::create(m_tree->rootPath());
+    const FileNodePtr going = addFile(m_tree->root(), "going", 5)->shared();
+    const FileNodePtr stubborn = addFile(m_tree->root(), "stubborn", 5)->shared();
+    m_service->carryOver(m_tree->root()->shared());
+    auto task = m_service->executeDeletion(); // before that has been told
+    m_service->stageForDeletion(going);
+    disk.release(4);
+    EXPECT_EQ(awaitTask(std::move(task)).removedCount, 1);
+    ASSERT_TRUE(waitUntil([&] { return stubborn->markedForDeletion(); }));
+    EXPECT_THAT(m_service->pendingItems(), ElementsAre(stubborn));
+}

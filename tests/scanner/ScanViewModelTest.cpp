@@ -2,11 +2,14 @@
 
 #include "platform/DefaultFileSystem.h"
 #include "platform/PathText.h"
+#include "sandbox/HoldableClock.h"
 #include "sandbox/SandboxMachine.h"
 #include "sandbox/SandboxVolumes.h"
 #include "scanner/FileNodes.h"
 #include "support/AwaitTask.h"
+#include "support/PrintText.h"
 
+#include <QSignalSpy>
 #include <QUrl>
 
 #include <gtest/gtest.h>
@@ -26,8 +29,11 @@ protected:
         m_machine.file(u"/data/deep/er/small"_s, SandboxMachine::Size{200});
         auto volumes = std::make_unique<SandboxVolumes>(m_machine);
         m_volumes = volumes.get();
+        // Every entry is reported.
+        auto clock = std::make_unique<HoldableClock>(std::chrono::milliseconds(500));
+        m_clock = clock.get();
         m_owned = std::make_unique<OwnedHost>(m_machine.locations(), DefaultFileSystem::shared(),
-                                              std::move(volumes));
+                                              std::move(volumes), std::move(clock));
         m_scan = std::make_unique<ScanViewModel>(m_owned->host());
         EXPECT_TRUE(waitUntil([&] { return m_scan->volumes().size() == 1; }));
     }
@@ -43,6 +49,13 @@ protected:
         folder.isEmpty() ? m_scan->rescan() : m_scan->scanFolder(folder);
         return waitUntil([&] { return isCompleted(); });
     }
+    /// Starts a scan that is held within its walk.
+    void startHeldScan()
+    {
+        m_clock->holdAfter(4);
+        m_scan->rescan();
+        ASSERT_TRUE(waitUntil([&] { return m_clock->isHolding(); }));
+    }
     static FileNodeRef child(const FileNodeRef& node, std::string_view name)
     {
         return FileNodeRef(childOf(*node.node(), name)->shared());
@@ -50,6 +63,7 @@ protected:
 
     SandboxMachine m_machine = SandboxMachine::temporary();
     SandboxVolumes* m_volumes = nullptr;
+    HoldableClock* m_clock = nullptr;
     std::unique_ptr<OwnedHost> m_owned;
     std::unique_ptr<ScanViewModel> m_scan;
 };
@@ -140,6 +154,82 @@ TEST_F(ScanViewModelTest, AStopKeepsTheTreeAndALateEndChangesNothing)
     // The next scan waits for the stopped walk, which ends without a word.
     ASSERT_TRUE(scans());
     EXPECT_EQ(m_scan->rootNode().node()->size(), 3200U);
+}
+
+TEST_F(ScanViewModelTest, OfAScanThatAnotherFollowsNothingIsShownUnderTheOthersName)
+{
+    const QString other = m_machine.directory(u"/other"_s);
+    QStringList shown;
+    QObject::connect(m_scan.get(), &ScanViewModel::rootNodeChanged, [&] {
+        if (m_scan->hasTree())
+            shown += m_scan->rootNode().node()->path();
+    });
+    const QSignalSpy results(m_scan.get(), &ScanViewModel::scanResultChanged);
+    for (const bool isStopped : {false, true}) {
+        m_scan->startScan(m_machine.path(u"/data"));
+        m_scan->waitForWalk(); // what it has told waits in the event loop
+        m_scan->togglePause();
+        if (isStopped)
+            m_scan->stopScan();
+        m_scan->startScan(other);
+        EXPECT_FALSE(m_scan->isPaused());
+        ASSERT_TRUE(waitUntil([&] { return isCompleted(); }));
+        EXPECT_EQ(m_scan->scanResult()->rootNode->path(), other);
+        EXPECT_EQ(m_scan->scanResult()->totalFilesScanned, 2);
+    }
+    EXPECT_EQ(shown, QStringList({other, other}));
+    EXPECT_EQ(results.count(), 2);
+}
+
+TEST_F(ScanViewModelTest, AStopEndsScansThatWaitInLineToo)
+{
+    const LogCapture log;
+    startHeldScan();
+    for (int waiting = 0; waiting < 2; ++waiting)
+        m_scan->startScan(m_machine.path(u"/data"));
+    m_scan->stopScan();
+    m_clock->release();
+    m_scan->waitForWalk();
+    EXPECT_EQ(linesOf(log).filter(u"Scan started"_s).size(), 1);
+    EXPECT_EQ(linesOf(log).filter(u"Admin"_s), QStringList());
+}
+
+TEST_F(ScanViewModelTest, LeavingDoesNotWaitForAWalkThatHangs)
+{
+    const LogCapture log;
+    startHeldScan();
+    m_scan.reset();
+    m_clock->release();
+    EXPECT_TRUE(waitUntil([&] { return !linesOf(log).filter(u"Scan cancelled"_s).isEmpty(); }));
+}
+
+TEST_F(ScanViewModelTest, NothingOfTheOldTreeIsShownOnceARescanHasBegun)
+{
+    ASSERT_TRUE(scans());
+    FileTree& old = m_scan->rootNode().node()->tree();
+    old.addIssue(old.root(), false, {"/secret", EACCES});
+    int issues = 1; // as a screen shows them
+    QObject::connect(m_scan->stats(), &ScanStats::progressChanged,
+                     [&] { issues = m_scan->stats()->issueCount(); });
+    QObject::connect(m_scan.get(), &ScanViewModel::scanStateChanged, [&] {
+        EXPECT_FALSE(m_scan->hasTree()) << "the screen of the scan is made for the old tree";
+        EXPECT_EQ(m_scan->folderModel()->rowCount(), 0);
+    });
+    m_scan->rescan();
+    EXPECT_EQ(issues, 0);
+    m_scan->disconnect();
+}
+
+TEST_F(ScanViewModelTest, ADroppedFileIsSelectedInItsFolder)
+{
+    m_machine.link(u"/link"_s, "data/big");
+    for (const QString& dropped : {m_machine.path(u"/data/big"), m_machine.path(u"/link")}) {
+        ASSERT_TRUE(scans(dropped));
+        EXPECT_EQ(m_scan->selectedMountPoint(), m_machine.path(u"/data"));
+        EXPECT_EQ(m_scan->rootNode().node()->size(), 3200U);
+        EXPECT_EQ(m_scan->focusedNode(), m_scan->rootNode());
+        EXPECT_EQ(m_scan->selectedNode(), child(m_scan->rootNode(), "big"));
+    }
 }
 
 TEST_F(ScanViewModelTest, WhatThePointerLeftLateIsNotTakenForWhatItIsOn)

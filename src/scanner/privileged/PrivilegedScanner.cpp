@@ -11,7 +11,6 @@
 #include <QCoroFuture>
 #include <QPointer>
 #include <QPromise>
-#include <QtConcurrentRun>
 
 namespace brivane {
 
@@ -157,7 +156,6 @@ PrivilegedScanner::PrivilegedScanner(Host& host, QObject* parent)
     : QObject(parent)
     , m_host(host)
 {
-    m_worker.setMaxThreadCount(1);
 }
 
 PrivilegedScanner::~PrivilegedScanner()
@@ -200,7 +198,7 @@ QCoro::Task<FileNodePtr> PrivilegedScanner::scanAsAdmin(QString path, FileNodePt
         failure = std::current_exception();
     }
     if (self) {
-        const QFuture<void> cleared = QtConcurrent::run(&m_worker, [run] { run->clear(); });
+        const QFuture<void> cleared = m_worker.run([run] { run->clear(); });
         co_await cleared;
     }
     if (self) {
@@ -232,7 +230,7 @@ QCoro::Task<FileNodePtr> PrivilegedScanner::perform(std::shared_ptr<Run> run)
     const QStringList arguments = {u"-e"_s, ShellRunner::adminScript(line)};
     QCoro::Task<CommandEnd> running = runCommand(run, executable, arguments);
     // Stands in line behind the start of the command.
-    const QFuture<void> reading = QtConcurrent::run(&m_worker, [run] { run->readOutput(); });
+    const QFuture<void> reading = m_worker.run([run] { run->readOutput(); });
     const CommandEnd end = co_await running;
     if (end.isSuccess && !run->isCancelled)
         run->lines.close();
@@ -255,7 +253,7 @@ QCoro::Task<FileNodePtr> PrivilegedScanner::perform(std::shared_ptr<Run> run)
         throw AdminScanError::cancelled();
 
     setProgress(u"Building file tree..."_s);
-    const QFuture<qint64> merging = QtConcurrent::run(&m_worker, [run] { return run->merge(); });
+    const QFuture<qint64> merging = m_worker.run([run] { return run->merge(); });
     const qint64 count = co_await merging;
     if (count < 0)
         throw AdminScanError::cancelled();
@@ -271,8 +269,7 @@ QCoro::Task<> PrivilegedScanner::prepare(std::shared_ptr<Run> run)
         if (!self || run->isCancelled)
             throw AdminScanError::cancelled();
     };
-    const QFuture<Result<>> writing =
-        QtConcurrent::run(&m_worker, [run] { return run->files.write(); });
+    const QFuture<Result<>> writing = m_worker.run([run] { return run->files.write(); });
     const Result<> written = co_await writing;
     throwIfCancelled();
     if (!written)
@@ -284,8 +281,7 @@ QCoro::Task<> PrivilegedScanner::prepare(std::shared_ptr<Run> run)
     const CommandEnd end = co_await runCommand(run, executable, arguments);
     throwIfCancelled();
     end.throwIfNotStarted(executable);
-    const QFuture<bool> judging =
-        QtConcurrent::run(&m_worker, [run] { return run->files.isBinaryTrustworthy(); });
+    const QFuture<bool> judging = m_worker.run([run] { return run->files.isBinaryTrustworthy(); });
     const bool isTrustworthy = co_await judging;
     throwIfCancelled();
     if (!end.isSuccess || !isTrustworthy)
@@ -304,7 +300,7 @@ PrivilegedScanner::runCommand(std::shared_ptr<Run> run, QString executable, QStr
     });
     run->command = command;
     run->process = process;
-    m_worker.start([run, command, process = std::move(process)] {
+    m_worker.run([run, command, process = std::move(process)] {
         if (run->isDropped)
             return command->finish({.isSkipped = true});
         try {
@@ -324,12 +320,12 @@ PrivilegedScanner::runCommand(std::shared_ptr<Run> run, QString executable, QStr
 
 void PrivilegedScanner::cancel()
 {
-    if (m_run) {
-        m_run->isCancelled = true;
-        m_run->drop();
-        if (m_run->process)
-            m_run->process->terminate();
-    }
+    if (!m_run || m_run->isCancelled)
+        return;
+    m_run->isCancelled = true;
+    m_run->drop();
+    if (m_run->process)
+        m_run->process->terminate();
     Log::scanner.notice(u"Admin scan cancelled"_s);
 }
 

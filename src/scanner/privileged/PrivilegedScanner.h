@@ -2,11 +2,11 @@
 
 #include "platform/Host.h"
 #include "platform/Process.h"
+#include "platform/Worker.h"
 #include "scanner/FileNode.h"
 
 #include <QCoroTask>
 #include <QObject>
-#include <QThreadPool>
 
 #include <chrono>
 #include <stdexcept>
@@ -64,7 +64,7 @@ public:
     /// then. A cancelled scan does not go on to its next step; while the helper runs, it ends by
     /// the failure of the command.
     QCoro::Task<FileNodePtr> scanAsAdmin(QString path, FileNodePtr existingRoot);
-    /// Ends the scan that runs, unless it is as good as done; returns at once.
+    /// Ends the scan that runs, if one does, unless it is as good as done; returns at once.
     void cancel();
 
     [[nodiscard]] bool isRunning() const { return m_isRunning; }
@@ -95,8 +95,8 @@ private:
     bool m_isRunning = false;
     QString m_progress;
     qint64 m_filesFound = 0;
-    std::shared_ptr<Run> m_run; ///< null unless a scan runs
-    QThreadPool m_worker;       ///< one thread: steps stand in line
+    std::shared_ptr<Run> m_run;                    ///< null unless a scan runs
+    Worker m_worker{QStringLiteral("admin scan")}; ///< steps stand in line
 };
 
 } // namespace brivane

@@ -22,7 +22,15 @@ FocusScope {
             list.currentIndex = 0;
     }
 
+    // A file that was dropped is selected by the end of its scan, and may lie far down.
+    function showSelected(): void {
+        const row = viewModel.folder.rowOf(viewModel.selectedNode);
+        if (row >= 0)
+            moveTo(row);
+    }
+
     objectName: "liveFolderTree"
+    Component.onCompleted: Qt.callLater(showSelected) // the list has no height yet
 
     Item {
         id: header
@@ -184,6 +192,15 @@ FocusScope {
 
         Spring { target: slide; property: "y"; from: 14; to: 0; response: 0.4; damping: 0.8 }
         Spring { target: list; property: "opacity"; from: 0; to: 1; response: 0.4; damping: 1 }
+    }
+
+    Connections {
+        target: root.viewModel.folder
+
+        function onPictureChanged(): void {
+            if (root.viewModel.scanState === ScanViewModel.Completed)
+                Qt.callLater(root.showSelected);
+        }
     }
 
     Connections {

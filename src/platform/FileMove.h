@@ -3,6 +3,7 @@
 #include "platform/FileIdentity.h"
 #include "platform/Result.h"
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -33,6 +34,9 @@ struct MoveOptions {
     /// knows what a crash leaves: see makeTemporaryName(). Empty for one that nobody knows. EINVAL
     /// when isTemporaryName() denies it; what stands there already stays, and is EEXIST.
     QString temporaryName = {};
+    /// Called when such a copy is whole, synced and about to get its place, with what it is by then
+    /// (its time of change will differ); so that the caller knows, after a crash, that it is whole.
+    std::function<void(const FileIdentity& copy)> onceWhole = {};
 };
 
 /// A move that took place.

@@ -165,6 +165,8 @@ Result<Moved> Move::copyOver()
     code = copied->holds(m_found) ? 0 : ESTALE;
     if (code == 0)
         code = readStatus(m_to.folder(), temporary.constData(), made);
+    if (code == 0 && m_options.onceWhole)
+        m_options.onceWhole(made.identity);
     if (code == 0) {
         code = renameOrLink(m_to.folder(), temporary.constData(), m_to.folder(), m_to.name(), made);
     }

@@ -20,12 +20,16 @@ public:
     QString trash; ///< a folder
     bool hasNoTrash = false;
     bool cannotWrite = false;
+    bool isFull = false; ///< nothing can be written but in the place of a reserve
     QString cannotRemove;
     std::atomic<int> writes = 0;
     /// Called before each operation but writing, on its thread.
     std::function<void(FileOperation, const QString& path)> before = [](FileOperation,
                                                                         const QString&) {};
     std::function<void()> beforeWriting = [] {}; ///< on the writing thread
+
+    /// Called when a copy between devices is whole, on its thread.
+    std::function<void()> onceWhole = [] {};
 
     /// In order: "trash name", "remove name", "move name".
     [[nodiscard]] QStringList calls() const
@@ -69,7 +73,13 @@ public:
                            const MoveOptions& options) override
     {
         record("move ", FileOperation::Move, from);
-        return m_real.moveItem(from, to, options);
+        MoveOptions watched = options;
+        watched.onceWhole = [&](const FileIdentity& copy) {
+            if (options.onceWhole)
+                options.onceWhole(copy);
+            onceWhole();
+        };
+        return m_real.moveItem(from, to, watched);
     }
     Result<> makeDirectory(const QString& path, mode_t mode, ParentLinks links) override
     {
@@ -79,15 +89,22 @@ public:
     {
         ++writes;
         beforeWriting();
-        if (cannotWrite)
+        if (cannotWrite || (isFull && bytes.size() > m_room.exchange(0)))
             return FileError{ENOSPC, path, FileOperation::Write};
         return m_real.writeAtomically(path, bytes, mode);
     }
     Result<> reserveSpace(const QString& path, std::uint64_t bytes) override
     {
+        if (isFull)
+            return FileError{ENOSPC, path, FileOperation::Write};
         return m_real.reserveSpace(path, bytes);
     }
-    Result<> releaseSpace(const QString& path) override { return m_real.releaseSpace(path); }
+    Result<> releaseSpace(const QString& path) override
+    {
+        const auto reserve = FileIdentity::of(path);
+        m_room = reserve ? static_cast<qint64>(*reserve->size) : 0;
+        return m_real.releaseSpace(path);
+    }
 
 private:
     void record(const char* call, FileOperation operation, const QString& path)
@@ -101,6 +118,7 @@ private:
     }
 
     FileSystemProviding& m_real = DefaultFileSystem::shared();
+    std::atomic<qint64> m_room = 0; ///< on a full disk: bytes that a reserve has given back
     mutable QMutex m_mutex;
     QStringList m_calls;         ///< guarded by m_mutex
     QThread* m_thread = nullptr; ///< guarded by m_mutex

@@ -9,7 +9,7 @@
 // it first; otherwise they go straight on.
 namespace brivane {
 
-/// One call on its way.
+/// One call on its way. A call that syncs does nothing in such a program but to be asked about.
 struct SystemCall {
     const char* name;  ///< the C library's
     bool changesFiles; ///< what is on the disk, or syncs it; false for a mere look

@@ -1,30 +1,43 @@
 #include "removal/ManifestSaver.h"
 
-#include <QtConcurrentRun>
-
+#include <cerrno>
 #include <utility>
 
 namespace brivane {
+
+namespace {
+
+void finish(QPromise<Result<>>& promise, const Result<>& result)
+{
+    promise.addResult(result);
+    promise.finish();
+}
+
+} // namespace
 
 ManifestSaver::ManifestSaver(QuarantineManifest manifest, List list)
     : m_manifest(std::make_shared<QuarantineManifest>(std::move(manifest)))
     , m_list(std::move(list))
 {
-    m_writer.setMaxThreadCount(1);
+    m_writer.run([shared = m_manifest] { shared->makeReserve(); });
 }
 
 ManifestSaver::~ManifestSaver()
 {
     m_writer.waitForDone();
+    for (const auto& unheard : {m_current, m_next}) {
+        if (unheard)
+            finish(*unheard, FileError{ECANCELED, {}, FileOperation::Write});
+    }
 }
 
-QFuture<void> ManifestSaver::save()
+QFuture<Result<>> ManifestSaver::save()
 {
     if (!m_next) {
-        m_next = std::make_shared<QPromise<void>>();
+        m_next = std::make_shared<QPromise<Result<>>>();
         m_next->start();
         m_last = m_next->future();
-        if (!m_isSaving)
+        if (!m_current)
             start();
     }
     return m_last;
@@ -32,16 +45,15 @@ QFuture<void> ManifestSaver::save()
 
 void ManifestSaver::start()
 {
-    m_isSaving = true;
-    QtConcurrent::run(&m_writer, [items = m_list(), manifest = m_manifest] {
-        // What could not be written is in memory still, and is tried again with the next save.
-        (void)manifest->save(items);
-    }).then(this, [this, written = std::exchange(m_next, nullptr)] {
-        m_isSaving = false;
-        written->finish();
-        if (m_next)
-            start();
-    });
+    m_current = std::exchange(m_next, nullptr);
+    // What cannot be written is in memory still, and is tried again with the next save.
+    m_writer.run([items = m_list(), manifest = m_manifest] { return manifest->save(items); })
+        .then(this, [this](const Result<>& result) {
+            const auto written = std::exchange(m_current, nullptr);
+            if (m_next)
+                start();
+            finish(*written, result);
+        });
 }
 
 } // namespace brivane

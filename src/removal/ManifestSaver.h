@@ -1,11 +1,11 @@
 #pragma once
 
+#include "platform/Worker.h"
 #include "removal/QuarantineManifest.h"
 
 #include <QFuture>
 #include <QObject>
 #include <QPromise>
-#include <QThreadPool>
 
 #include <functional>
 #include <memory>
@@ -27,20 +27,21 @@ public:
     /// Waits for the write that is under way; one that waits behind it is not made.
     ~ManifestSaver() override;
 
-    /// Ends when the list of this moment, or a later one, has been written, or could not be.
-    QFuture<void> save();
+    /// Ends when the list of this moment, or a later one, has been written, or could not be, and
+    /// then says why.
+    QFuture<Result<>> save();
     /// The same for the save that was asked for last.
-    [[nodiscard]] QFuture<void> lastSave() const { return m_last; }
+    [[nodiscard]] QFuture<Result<>> lastSave() const { return m_last; }
 
 private:
     void start();
 
     const std::shared_ptr<QuarantineManifest> m_manifest; ///< m_writer's
     const List m_list;
-    bool m_isSaving = false;
-    std::shared_ptr<QPromise<void>> m_next; ///< null when none waits
-    QFuture<void> m_last;
-    QThreadPool m_writer; ///< one thread
+    std::shared_ptr<QPromise<Result<>>> m_current; ///< of the write under way; null for none
+    std::shared_ptr<QPromise<Result<>>> m_next;    ///< null when none waits
+    QFuture<Result<>> m_last = QtFuture::makeReadyFuture(Result<>());
+    Worker m_writer{QStringLiteral("quarantine list")};
 };
 
 } // namespace brivane

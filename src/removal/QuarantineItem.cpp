@@ -2,6 +2,7 @@
 
 #include "core/JsonNumbers.h"
 #include "core/ReferenceDate.h"
+#include "platform/PathText.h"
 
 #include <limits>
 
@@ -76,8 +77,15 @@ std::optional<QuarantineItem> QuarantineItem::fromJson(const QJsonValue& value)
     if (!id || !originalPath || !quarantinePath || !bytes || !quarantineDate || !categoryName ||
         !fileName || !purgeDays)
         return {};
-    return QuarantineItem{*id,           *originalPath, *quarantinePath, *bytes, *quarantineDate,
-                          *categoryName, *fileName,     *purgeDays};
+    // Qt's reader drops a byte order mark in front of a text; in front of a path is a slash.
+    return QuarantineItem{.id = *id,
+                          .originalPath = *originalPath,
+                          .quarantinePath = *quarantinePath,
+                          .size = *bytes,
+                          .quarantineDate = *quarantineDate,
+                          .categoryName = *categoryName,
+                          .fileName = PathText::lastComponent(*originalPath),
+                          .purgeDays = *purgeDays};
 }
 
 } // namespace brivane

@@ -23,6 +23,9 @@ struct QuarantineItem {
     Q_PROPERTY(QString fileName MEMBER fileName CONSTANT)
 
 public:
+    /// The category of what lay in the store and was in no list.
+    inline static const QString recovered = QStringLiteral("Recovered");
+
     QUuid id;
     QString originalPath;     ///< where it came from and goes back to
     QString quarantinePath;   ///< where it lies now, directly in the quarantine

@@ -18,6 +18,22 @@ void QuarantineItemModel::append(const QList<QuarantineItem>& items)
         Q_EMIT totalSizeChanged();
 }
 
+void QuarantineItemModel::replaceAll(const QList<QuarantineItem>& items)
+{
+    const auto idsOf = [](const QList<QuarantineItem>& list) {
+        QSet<QUuid> ids;
+        for (const QuarantineItem& item : list)
+            ids.insert(item.id);
+        return ids;
+    };
+    const QSet<QUuid> wanted = idsOf(items);
+    removeIf([&](const QuarantineItem& item) { return !wanted.contains(item.id); });
+    const QSet<QUuid> there = idsOf(m_items);
+    QList<QuarantineItem> added = items;
+    added.removeIf([&](const QuarantineItem& item) { return there.contains(item.id); });
+    append(added);
+}
+
 void QuarantineItemModel::remove(const QUuid& id)
 {
     removeIf([&](const QuarantineItem& item) { return item.id == id; });

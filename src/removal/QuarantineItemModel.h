@@ -26,6 +26,8 @@ public:
 
     /// Appends all of them as one batch of rows.
     void append(const QList<QuarantineItem>& items);
+    /// Puts these in place of all others; rows of what is in both stay.
+    void replaceAll(const QList<QuarantineItem>& items);
     /// Removes every item of that id.
     void remove(const QUuid& id);
     /// Removes every item that lies at one of these paths.

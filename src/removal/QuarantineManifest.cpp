@@ -2,15 +2,24 @@
 
 #include "platform/FileReading.h"
 #include "platform/PutAside.h"
+#include "removal/StoreNames.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <bit>
 #include <cerrno>
 
 namespace brivane {
 
 namespace {
+
+constexpr qsizetype longestList = qsizetype{1} << 30; // bytes; some million items
+
+bool isShortOfRoom(const FileError& error)
+{
+    return error.code == ENOSPC || error.code == EDQUOT;
+}
 
 std::optional<QList<QuarantineItem>> decode(const QByteArray& bytes)
 {
@@ -39,9 +48,18 @@ QByteArray encode(const QList<QuarantineItem>& items)
 
 } // namespace
 
+QuarantineManifest::QuarantineManifest(const QString& quarantineDir,
+                                       FileSystemProviding& fileSystem)
+    : m_path(quarantineDir + u'/' + StoreNames::manifest)
+    , m_reserve(quarantineDir + u'/' + StoreNames::reserve)
+    , m_fileSystem(fileSystem)
+{
+}
+
 QList<QuarantineItem> QuarantineManifest::load()
 {
-    const Result<QByteArray> bytes = readWholeFile(m_path);
+    const Result<QByteArray> bytes = readWholeFile(m_path, longestList);
+    m_length = bytes ? bytes->size() : 0;
     const auto items = bytes ? decode(*bytes) : std::nullopt;
     m_isDamaged = !items && (bytes || bytes.error().code != ENOENT);
     return items.value_or(QList<QuarantineItem>());
@@ -54,7 +72,30 @@ Result<> QuarantineManifest::save(const QList<QuarantineItem>& items)
             return aside.error();
         m_isDamaged = false;
     }
-    return m_fileSystem.writeAtomically(m_path, encode(items), 0600);
+    const QByteArray bytes = encode(items);
+    Result<> written = write(bytes);
+    if (written)
+        m_length = bytes.size();
+    makeReserve();
+    return written;
+}
+
+Result<> QuarantineManifest::write(const QByteArray& bytes)
+{
+    Result<> written = m_fileSystem.writeAtomically(m_path, bytes, 0600);
+    if (written || !isShortOfRoom(written.error()))
+        return written;
+    if (!m_fileSystem.releaseSpace(m_reserve))
+        return written;
+    return m_fileSystem.writeAtomically(m_path, bytes, 0600);
+}
+
+void QuarantineManifest::makeReserve()
+{
+    constexpr std::uint64_t least = 256 << 10;
+    const auto twice = 2 * static_cast<std::uint64_t>(m_length);
+    // In steps, so that a list which grows does not have it made anew each time.
+    (void)m_fileSystem.reserveSpace(m_reserve, std::bit_ceil(twice + least + 1));
 }
 
 } // namespace brivane

@@ -14,22 +14,29 @@ namespace brivane {
 /// writes as an escape ("\udcff") and Qt's reader gives back. A list that cannot be read or
 /// understood is never written over: the first save puts it aside under another name.
 ///
+/// A full disk is the normal case of a program like this. So a reserve lies beside the list, a file
+/// of at least twice the list and 256 KB that holds nothing: where the room is short the list takes
+/// its place, and it is made again as soon as there is room.
+///
 /// One thread at a time; calls block.
 class QuarantineManifest {
 public:
-    QuarantineManifest(QString path, FileSystemProviding& fileSystem)
-        : m_path(std::move(path))
-        , m_fileSystem(fileSystem)
-    {
-    }
+    /// `quarantineDir` is the folder of the store.
+    QuarantineManifest(const QString& quarantineDir, FileSystemProviding& fileSystem);
 
     /// The items as they were saved; empty when there is no list, or none that can be understood.
     QList<QuarantineItem> load();
     /// After a failure the list on disk is the one before; see also writeFileAtomically().
     Result<> save(const QList<QuarantineItem>& items);
+    /// Makes the reserve, as far as there is room, for a list of what load() gave.
+    void makeReserve();
 
 private:
+    Result<> write(const QByteArray& bytes);
+
     QString m_path;
+    QString m_reserve;
+    qsizetype m_length = 0; ///< of the list, in bytes
     FileSystemProviding& m_fileSystem;
     bool m_isDamaged = false; ///< what stands on disk has to be put aside first
 };

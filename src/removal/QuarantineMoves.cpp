@@ -1,14 +1,17 @@
 #include "removal/QuarantineMoves.h"
 
+#include "platform/FileWriting.h"
+#include "platform/Parallel.h"
 #include "platform/PathText.h"
 #include "platform/Walk.h"
+#include "removal/RestoreJournal.h"
 #include "removal/StoreBoundary.h"
 
-#include <QThreadPool>
 #include <QUuid>
-#include <QtConcurrentMap>
 
 #include <cerrno>
+
+using namespace Qt::StringLiterals;
 
 namespace brivane::QuarantineMoves {
 
@@ -41,58 +44,121 @@ QString freePlace(const QString& path, const QString& quarantineDir)
     }
 }
 
-struct Slot {
-    QuarantineCandidate candidate;
-    bool holdsAnother = false;
-    std::optional<PlannedMove> move = {};
-};
-
-std::vector<Slot> slotsFor(std::vector<QuarantineCandidate> candidates)
+QString withoutEndSlashes(QString path)
 {
-    QSet<QString> parents;
-    for (const QuarantineCandidate& candidate : candidates) {
-        const QString& path = candidate.path;
-        for (qsizetype slash = path.lastIndexOf(u'/'); slash > 0;
-             slash = path.lastIndexOf(u'/', slash - 1)) {
-            const QString parent = path.first(slash);
-            if (parents.contains(parent))
-                break;
-            parents.insert(parent);
-        }
-    }
-    std::vector<Slot> slots;
-    slots.reserve(candidates.size());
-    for (QuarantineCandidate& candidate : candidates) {
-        const bool holdsAnother = parents.contains(candidate.path);
-        slots.push_back({std::move(candidate), holdsAnother});
-    }
-    return slots;
+    while (path.size() > 1 && path.endsWith(u'/'))
+        path.chop(1);
+    return path;
 }
 
-/// Moves one item; whether it left its place. The outcome then says where to.
-bool carryOut(const PlannedMove& move, MoveOutcome& outcome, FileSystemProviding& fileSystem)
+/// Which of these paths other ones of them lie in.
+QSet<QString> foldersOf(const std::vector<QuarantineCandidate>& candidates)
 {
-    std::optional<FileIdentity> expected = move.expected;
-    if (expected && move.holdsAnother)
-        expected = {.device = expected->device, .inode = expected->inode};
-    outcome = {move.originalPath, move.quarantinePath, move.size};
+    QSet<QString> folders;
+    for (const QuarantineCandidate& candidate : candidates) {
+        const QString path = withoutEndSlashes(candidate.path);
+        for (qsizetype slash = path.lastIndexOf(u'/'); slash > 0;
+             slash = path.lastIndexOf(u'/', slash - 1)) {
+            const QString folder = path.first(slash);
+            if (folders.contains(folder))
+                break;
+            folders.insert(folder);
+        }
+    }
+    return folders;
+}
+
+/// What is demanded of the object at the moment of the move, when `found` stands there now.
+FileIdentity demanded(const QuarantineCandidate& candidate, const FileIdentity& found,
+                      bool holdsAnother)
+{
+    FileIdentity expected = candidate.expected.value_or(FileIdentity{});
+    // Nobody was shown more of it than its path, or it will change by our own doing.
+    if (!candidate.expected || holdsAnother)
+        expected = {.device = found.device, .inode = found.inode};
+    expected.folder = found.folder;
+    return expected;
+}
+
+/// Moves one item; none when it is still at its place.
+std::optional<MoveOutcome> carryOut(const PlannedMove& move, FileSystemProviding& fileSystem,
+                                    StoreUse store)
+{
+    const QString& from = move.originalPath;
+    MoveOutcome outcome{move.handedOverAs, from, move.quarantinePath, move.size};
     if (move.holdsAnother)
-        outcome.size = fileOrDirSize(move.originalPath);
+        outcome.size = fileOrDirSize(from);
 
     if (move.isOnVolumeOfStore) {
+        if (store == StoreUse::Refused)
+            return {};
         const auto renamed =
-            fileSystem.moveItem(move.originalPath, move.quarantinePath,
-                                {.expected = expected, .otherDevice = OtherDevice::Refuse});
+            fileSystem.moveItem(from, move.quarantinePath,
+                                {.expected = move.expected, .otherDevice = OtherDevice::Refuse});
+        if (renamed)
+            return outcome;
         // Also with the same device number there may be another mount in between.
-        if (renamed || renamed.error().code != EXDEV)
-            return bool(renamed);
+        if (renamed.error().code != EXDEV)
+            return {};
     }
-    if (fileSystem.trashItem(move.originalPath, expected)) {
+    if (fileSystem.trashItem(from, move.expected)) {
         outcome.quarantinePath.reset();
-        return true;
+        return outcome;
     }
-    return bool(
-        fileSystem.moveItem(move.originalPath, move.quarantinePath, {.expected = expected}));
+    if (store == StoreUse::Refused)
+        return {};
+    const auto copied = fileSystem.moveItem(from, move.quarantinePath, {.expected = move.expected});
+    if (!copied)
+        return {};
+    outcome.leftSomething = !copied->leftBehind.empty();
+    return outcome;
+}
+
+/// Goes on with an item whose whole copy stands at its place. What was changed since it was copied
+/// is newer than that, and then all of it stays.
+Result<Moved> removeRest(const QString& stored, std::int64_t unchangedSince,
+                         FileSystemProviding& fileSystem)
+{
+    Walk walk(PathText::toBytes(stored));
+    while (const WalkEntry* entry = walk.next()) {
+        const bool isFolder =
+            entry->kind == WalkKind::Directory || entry->kind == WalkKind::DirectoryEnd;
+        if (!isFolder && entry->attributes.changedAt >= unchangedSince)
+            return FileError{ESTALE, PathText::fromBytes(walk.path()), FileOperation::Remove};
+    }
+    RemovalReport removal = fileSystem.removeItem(stored);
+    return Moved{.leftBehind = std::move(removal.failures)};
+}
+
+Result<Moved> copyBack(const QString& stored, const QString& place, RestoreJournal& journal,
+                       FileSystemProviding& fileSystem)
+{
+    const QString temporary = makeTemporaryName();
+    journal.begin(stored, place, temporary);
+    Result<Moved> moved = fileSystem.moveItem(
+        stored, place,
+        {.toParents = ParentLinks::Trusted,
+         .temporaryName = temporary,
+         .onceWhole = [&](const FileIdentity& copy) { journal.becameWhole(stored, copy); }});
+    if (!moved || moved->leftBehind.empty())
+        journal.end(stored);
+    return moved;
+}
+
+Result<Moved> moveBackTo(const QString& place, const QString& stored, RestoreJournal& journal,
+                         FileSystemProviding& fileSystem)
+{
+    if (const auto since = journal.wholeSince(stored, place)) {
+        Result<Moved> moved = removeRest(stored, *since, fileSystem);
+        if (moved && moved->leftBehind.empty())
+            journal.end(stored);
+        return moved;
+    }
+    Result<Moved> moved = fileSystem.moveItem(
+        stored, place, {.otherDevice = OtherDevice::Refuse, .toParents = ParentLinks::Trusted});
+    if (!moved && moved.error().code == EXDEV)
+        return copyBack(stored, place, journal, fileSystem);
+    return moved;
 }
 
 } // namespace
@@ -102,57 +168,69 @@ std::vector<PlannedMove> planMoves(std::vector<QuarantineCandidate> candidates,
 {
     const StoreBoundary boundary(quarantineDir, home);
     const auto store = FileIdentity::of(boundary.realDir());
-    std::vector<Slot> slots = slotsFor(std::move(candidates));
-    // Many items keep all cores busy as it is; a single one is read by all of them.
-    const unsigned readers = slots.size() == 1 ? 0 : 1;
-    QThreadPool workers; // painting waits for the threads of the global pool
-    QtConcurrent::blockingMap(&workers, slots, [&](Slot& slot) {
-        const QString& path = slot.candidate.path;
-        if (!boundary.accepts(path))
-            return;
+    const QSet<QString> folders = foldersOf(candidates);
+    std::vector<std::optional<PlannedMove>> planned(candidates.size());
+    // What is to be taken is settled before anything is measured, which may take long.
+    forEachInParallel(candidates.size(), [&](std::size_t i) {
+        const QuarantineCandidate& candidate = candidates[i];
+        const QString path = withoutEndSlashes(candidate.path);
         const auto found = FileIdentity::of(path);
-        if (!found)
+        if (!found || (candidate.expected && !candidate.expected->matches(*found)) ||
+            !boundary.accepts(path))
             return;
-        slot.move = PlannedMove{
+        const bool holdsAnother = folders.contains(path);
+        planned[i] = PlannedMove{
+            .handedOverAs = candidate.path,
             .originalPath = path,
             .quarantinePath = freePlace(path, quarantineDir),
-            .size = fileOrDirSize(path, readers),
-            .expected = slot.candidate.expected,
+            .expected = demanded(candidate, *found, holdsAnother),
             .isOnVolumeOfStore = store && store->device == found->device,
-            .holdsAnother = slot.holdsAnother,
+            .holdsAnother = holdsAnother,
         };
     });
     std::vector<PlannedMove> moves;
-    moves.reserve(slots.size());
-    for (Slot& slot : slots) {
-        if (slot.move)
-            moves.push_back(*std::move(slot.move));
+    moves.reserve(planned.size());
+    for (std::optional<PlannedMove>& move : planned) {
+        if (move)
+            moves.push_back(*std::move(move));
     }
+    // Many items keep all cores busy as it is; a single one is read by all of them.
+    const unsigned readers = moves.size() == 1 ? 0 : 1;
+    forEachInParallel(moves.size(), [&](std::size_t i) {
+        moves[i].size = fileOrDirSize(moves[i].originalPath, readers);
+    });
     return moves;
 }
 
 QList<MoveOutcome> moveToQuarantine(const std::vector<PlannedMove>& moves,
-                                    FileSystemProviding& fileSystem)
+                                    FileSystemProviding& fileSystem, StoreUse store)
 {
     QList<MoveOutcome> outcomes;
     for (const PlannedMove& move : moves) {
-        MoveOutcome outcome;
-        if (carryOut(move, outcome, fileSystem))
-            outcomes += std::move(outcome);
+        if (std::optional<MoveOutcome> outcome = carryOut(move, fileSystem, store))
+            outcomes += *std::move(outcome);
     }
     return outcomes;
 }
 
-Result<Moved> moveBack(const QString& from, const QString& to, const QString& quarantineDir,
-                       const QString& home, FileSystemProviding& fileSystem)
+Result<Moved> moveBack(const QuarantineItem& item, const QString& quarantineDir,
+                       RestoreJournal& journal, FileSystemProviding& fileSystem)
 {
-    if (!StoreBoundary::isStored(from, quarantineDir))
-        return FileError{EINVAL, from, FileOperation::Move};
-    const QString place = StoreBoundary(quarantineDir, home).throughHome(to);
+    const QString& stored = item.quarantinePath;
+    if (!StoreBoundary::isStored(stored, quarantineDir))
+        return FileError{EINVAL, stored, FileOperation::Move};
     constexpr mode_t mode = 0777; // less the umask, as folders are made by hand
     // Without its parent the move fails, and says why.
-    (void)fileSystem.makeDirectory(place.left(place.lastIndexOf(u'/')), mode, ParentLinks::Refuse);
-    return fileSystem.moveItem(from, place, {.toParents = ParentLinks::Refuse});
+    const QString folder = item.originalPath.left(item.originalPath.lastIndexOf(u'/'));
+    (void)fileSystem.makeDirectory(folder, mode, ParentLinks::Trusted);
+    Result<Moved> moved = moveBackTo(item.originalPath, stored, journal, fileSystem);
+    // The place of something recovered is our own idea, and as good as any other.
+    constexpr int lastNumber = 999;
+    for (int number = 2; !moved && moved.error().code == EEXIST &&
+                         item.categoryName == QuarantineItem::recovered && number <= lastNumber;
+         ++number)
+        moved = moveBackTo(item.originalPath + u" %1"_s.arg(number), stored, journal, fileSystem);
+    return moved;
 }
 
 QSet<QString> removeFiles(const QStringList& paths, const QString& quarantineDir,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/FileSystemProviding.h"
+#include "removal/QuarantineItem.h"
 
 #include <QList>
 #include <QSet>
@@ -14,6 +15,8 @@
 // function blocks and belongs on a worker; none may be called on the GUI thread.
 namespace brivane {
 
+class RestoreJournal;
+
 /// A path that is handed over to the quarantine.
 struct QuarantineCandidate {
     QString path; ///< absolute
@@ -21,43 +24,54 @@ struct QuarantineCandidate {
     std::optional<FileIdentity> expected = {};
 };
 
-/// A path that left its place.
+/// A path that left its place, or nearly.
 struct MoveOutcome {
+    QString handedOverAs; ///< the path as its candidate spelled it
     QString originalPath;
     std::optional<QString> quarantinePath; ///< none when it went to the system Trash instead
     quint64 size = 0;                      ///< bytes
+    /// A whole copy is in the store, but something that could not be removed is still at its place.
+    bool leftSomething = false;
 };
 
 namespace QuarantineMoves {
 
 /// One path on its way into the quarantine: looked at and measured, but still at its place.
 struct PlannedMove {
-    QString originalPath;
+    QString handedOverAs;   ///< the path as its candidate spelled it
+    QString originalPath;   ///< the same without a slash at its end
     QString quarantinePath; ///< a free place in the store
     quint64 size = 0;       ///< bytes
-    std::optional<FileIdentity> expected = {};
+    FileIdentity expected;  ///< what was found there, or shown: nothing else is moved
     bool isOnVolumeOfStore = false;
-    /// Something else of the same hand-over lies in it: it shrinks and changes before it is its
-    /// turn.
+    /// Something else of the same hand-over lies in it: it shrinks before it is its turn.
     bool holdsAnother = false;
 };
 
-/// Looks at the candidates and measures them, on all cores. What does not exist, or may not go (see
-/// StoreBoundary), is left out; the others stay in order. Changes nothing.
+/// Looks at the candidates, all of them first, and then measures them, on all cores. What does not
+/// exist, is not what was shown, or may not go (see StoreBoundary), is left out; the others stay in
+/// order. A slash at the end of a path means nothing. Changes nothing.
 [[nodiscard]] std::vector<PlannedMove> planMoves(std::vector<QuarantineCandidate> candidates,
                                                  const QString& quarantineDir, const QString& home);
 
+/// Whether the store may take something in.
+enum class StoreUse { Allowed, Refused };
+
 /// Moves one after the other, each by one rename where that is possible. What lies on another
 /// volume goes to the Trash and, where that fails, is copied into the store and removed. What
-/// cannot be moved stays whole where it is and has no outcome. A link is moved itself, and what it
-/// leads to is left alone.
+/// cannot be moved stays whole where it is and has no outcome; with Refused, that is all that would
+/// need the store. A link is moved itself, and what it leads to is left alone.
 [[nodiscard]] QList<MoveOutcome> moveToQuarantine(const std::vector<PlannedMove>& moves,
-                                                  FileSystemProviding& fileSystem);
+                                                  FileSystemProviding& fileSystem,
+                                                  StoreUse store = StoreUse::Allowed);
 
-/// Puts a stored item back. Missing folders on the way are made; no link is followed there but
-/// those that lead to `home`; nothing is replaced. On failure the item is in the store, whole.
-Result<Moved> moveBack(const QString& from, const QString& to, const QString& quarantineDir,
-                       const QString& home, FileSystemProviding& fileSystem);
+/// Puts a stored item back. Missing folders on the way are made; of the links there those are
+/// followed that root or the user made where only they can (ParentLinks::Trusted); nothing is
+/// replaced. Something "Recovered" gets a number when its name is taken. On failure the item is in
+/// the store, whole; where the copy on another volume is whole and the item could not be removed
+/// altogether, the next call goes on with that.
+Result<Moved> moveBack(const QuarantineItem& item, const QString& quarantineDir,
+                       RestoreJournal& journal, FileSystemProviding& fileSystem);
 
 /// Removes stored items for good, one after the other, and gives those that are gone altogether. A
 /// path that is not directly in `quarantineDir` is never touched.

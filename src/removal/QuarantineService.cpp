@@ -1,18 +1,14 @@
 #include "removal/QuarantineService.h"
 
-#include "core/AppSettings.h"
 #include "core/ByteCountFormatter.h"
 #include "core/NotificationNames.h"
-#include "platform/FileWriting.h"
 #include "platform/PathText.h"
-#include "removal/StoreBoundary.h"
+#include "removal/RestoreJournal.h"
 
 #include <QCoroFuture>
 #include <QPointer>
-#include <QtConcurrentRun>
 
 #include <cerrno>
-#include <filesystem>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -20,24 +16,6 @@ using namespace Qt::StringLiterals;
 namespace brivane {
 
 namespace {
-
-/// The names of what lies in the store; none when that cannot be found out.
-std::optional<QSet<QString>> namesIn(const QString& folder)
-{
-    QSet<QString> names;
-    std::error_code failure;
-    std::filesystem::directory_iterator entry(PathText::toBytes(folder).toStdString(), failure);
-    for (; !failure && entry != end(entry); entry.increment(failure))
-        names.insert(PathText::fromBytes(entry->path().filename().native()));
-    return failure ? std::nullopt : std::optional(names);
-}
-
-QuarantineService* sharedService = nullptr; ///< never destroyed
-
-QString sharedDir(const Host& host)
-{
-    return host.locations.path(u"~/.Brivane_Quarantine");
-}
 
 QString resultText(const QString& verb, qsizetype count, quint64 bytes)
 {
@@ -66,123 +44,12 @@ private:
     QPointer<QuarantineService> m_service;
 };
 
-QuarantineService::Contents QuarantineService::read(const QString& quarantineDir,
-                                                    FileSystemProviding& fileSystem)
+QFuture<Result<>> QuarantineService::save()
 {
-    (void)fileSystem.makeDirectory(quarantineDir, 0700);
-    QThreadPool worker; // painting waits for the threads of the global pool
-    const QFuture<std::optional<QSet<QString>>> listing =
-        QtConcurrent::run(&worker, namesIn, quarantineDir);
-    QuarantineManifest manifest(quarantineDir + u"/.manifest.json"_s, fileSystem);
-    QList<QuarantineItem> items = manifest.load();
-    const std::optional<QSet<QString>> names = listing.result();
-    // What was recorded and never came, or is gone since. What cannot be looked for is kept.
-    items.removeIf([&](const QuarantineItem& item) {
-        if (!StoreBoundary::isStored(item.quarantinePath, quarantineDir))
-            return true;
-        if (!names || names->contains(item.quarantinePath.sliced(quarantineDir.size() + 1)))
-            return false;
-        const auto found = FileIdentity::of(item.quarantinePath);
-        return !found && found.error().code == ENOENT;
-    });
-    QStringList leftovers;
-    for (const QString& name : names.value_or(QSet<QString>())) {
-        if (isTemporaryName(name))
-            leftovers += quarantineDir + u'/' + name;
-    }
-    return {std::move(manifest), std::move(items), std::move(leftovers)};
-}
-
-QuarantineService::QuarantineService(Host& host, const AppSettings& settings,
-                                     const QString& quarantineDir, QObject* parent)
-    : QuarantineService(host, settings, quarantineDir, read(quarantineDir, host.fileSystem), parent)
-{
-}
-
-QuarantineService::QuarantineService(Host& host, const AppSettings& settings, QString quarantineDir,
-                                     Contents contents, QObject* parent)
-    : QObject(parent)
-    , m_host(host)
-    , m_settings(settings)
-    , m_quarantineDir(std::move(quarantineDir))
-{
-    m_intake.setMaxThreadCount(1);
-    m_stored.setMaxThreadCount(1);
-    connect(&m_items, &QuarantineItemModel::totalSizeChanged, this,
-            &QuarantineService::totalSizeChanged);
-    const auto purgeDays = m_settings.quarantinePurgeDays();
-    for (QuarantineItem& item : contents.items)
-        item.purgeDays = purgeDays;
-    m_items.append(contents.items);
-    m_saver = std::make_unique<ManifestSaver>(std::move(contents.manifest),
-                                              [this] { return itemsToRecord(); });
-    if (!contents.leftovers.isEmpty()) {
-        m_stored.start([leftovers = contents.leftovers, &fileSystem = m_host.fileSystem] {
-            for (const QString& path : leftovers)
-                (void)fileSystem.removeItem(path);
-        });
-    }
-    purgeExpired();
-}
-
-QuarantineService::~QuarantineService()
-{
-    m_intake.waitForDone();
-    m_stored.waitForDone();
-}
-
-QuarantineService& QuarantineService::shared()
-{
-    if (!sharedService) {
-        Host& host = Host::shared();
-        sharedService = new QuarantineService(host, AppSettings::shared(), sharedDir(host));
-    }
-    return *sharedService;
-}
-
-QCoro::Task<QuarantineService*> QuarantineService::openShared()
-{
-    if (sharedService)
-        co_return sharedService;
-    Host& host = Host::shared();
-    QThreadPool worker;
-    const QFuture<Contents> reading =
-        QtConcurrent::run(&worker, [dir = sharedDir(host), &fileSystem = host.fileSystem] {
-            return read(dir, fileSystem);
-        });
-    Contents contents = co_await reading;
-    // Somebody may have needed it at once meanwhile.
-    if (!sharedService) {
-        sharedService = new QuarantineService(host, AppSettings::shared(), sharedDir(host),
-                                              std::move(contents));
-    }
-    co_return sharedService;
-}
-
-void QuarantineService::purgeExpired()
-{
-    constexpr double millisecondsOfDay = 86'400'000;
-    const QDateTime now = m_host.clock.now();
-    const double limit = static_cast<double>(m_settings.quarantinePurgeDays()) * millisecondsOfDay;
-    QStringList expired;
-    for (const QuarantineItem& item : items()) {
-        if (static_cast<double>(item.quarantineDate.msecsTo(now)) > limit)
-            expired += item.quarantinePath;
-    }
-    if (!expired.isEmpty())
-        removeExpired(std::move(expired));
-}
-
-QCoro::Task<> QuarantineService::removeExpired(QStringList quarantinePaths)
-{
-    const QPointer<QuarantineService> self(this);
-    const QFuture<QSet<QString>> removing = startRemoval(std::move(quarantinePaths));
-    const QSet<QString> removed = co_await removing;
-    if (!self)
-        co_return;
-    m_items.removeStored(removed);
-    m_saver->save();
-    m_host.notifications.post(NotificationNames::diskSpaceChanged);
+    if (m_saver)
+        return m_saver->save();
+    const FileError missing{ENOENT, m_quarantineDir, FileOperation::Write};
+    return QtFuture::makeReadyFuture(Result<>(missing));
 }
 
 QuarantineItem QuarantineService::makeItem(const QString& originalPath,
@@ -216,36 +83,49 @@ QuarantineService::quarantine(std::vector<QuarantineCandidate> candidates, QStri
     using Moves = std::vector<QuarantineMoves::PlannedMove>;
     const QPointer<QuarantineService> self(this);
     const Processing processing(this);
+    HandOver result;
+    QCoro::Task<bool> trying = makeWritable();
+    const bool isWritable = co_await trying;
+    if (!self)
+        co_return result;
     const QFuture<Moves> planning =
-        QtConcurrent::run([candidates = std::move(candidates), folder = m_quarantineDir,
-                           home = m_host.locations.home()] {
+        m_planner.run([candidates = std::move(candidates), folder = m_quarantineDir,
+                       home = m_host.locations.home()] {
             return QuarantineMoves::planMoves(candidates, folder, home);
         });
     const Moves moves = co_await planning;
-    HandOver result;
     if (!self)
         co_return result;
 
     const int handOver = m_handOvers++;
-    if (!moves.empty()) {
+    QString refusal = isWritable ? QString() : m_readOnlyReason;
+    if (!moves.empty() && isWritable) {
         QList<QuarantineItem>& announced = m_announced[handOver];
         for (const auto& move : moves)
             announced += makeItem(move.originalPath, move.quarantinePath, move.size, categoryName);
-        const QFuture<void> recorded = m_saver->save();
-        co_await recorded;
+        const QFuture<Result<>> recording = save();
+        const Result<> recorded = co_await recording;
         if (!self)
             co_return result;
+        if (!recorded)
+            refusal = u"the quarantine's list cannot be written: "_s + recorded.error().reason();
     }
+    const auto use = isWritable && refusal.isNull() ? QuarantineMoves::StoreUse::Allowed
+                                                    : QuarantineMoves::StoreUse::Refused;
     const QFuture<QList<MoveOutcome>> moving =
-        QtConcurrent::run(&m_intake, [moves, &fileSystem = m_host.fileSystem] {
-            return QuarantineMoves::moveToQuarantine(moves, fileSystem);
+        m_intake.run([moves, &fileSystem = m_host.fileSystem, use] {
+            return QuarantineMoves::moveToQuarantine(moves, fileSystem, use);
         });
     const QList<MoveOutcome> outcomes = co_await moving;
     for (const MoveOutcome& outcome : outcomes) {
+        if (outcome.leftSomething)
+            continue;
         ++result.moved;
         result.size += outcome.size;
-        result.movedPaths.insert(outcome.originalPath);
+        result.movedPaths.insert(outcome.handedOverAs);
     }
+    if (outcomes.size() < std::ssize(moves))
+        result.refusal = refusal;
     if (!self)
         co_return result;
 
@@ -257,9 +137,12 @@ QuarantineService::quarantine(std::vector<QuarantineCandidate> candidates, QStri
     }
     m_announced.erase(handOver);
     m_items.append(stored);
-    const QFuture<void> saved = m_saver->save();
-    setLastResult(resultText(u"Quarantined"_s, outcomes.size(), result.size));
-    co_await saved;
+    const QFuture<Result<>> saving = save();
+    QString text = resultText(u"Quarantined"_s, result.moved, result.size);
+    if (!result.refusal.isNull())
+        text += u". The rest stays where it is: "_s + result.refusal;
+    setLastResult(text);
+    co_await saving;
     co_return result;
 }
 
@@ -269,7 +152,7 @@ QCoro::Task<bool> QuarantineService::restore(QuarantineItem item)
     const Processing processing(this);
     const bool isRestored = co_await putBack(std::move(item));
     if (self && isRestored) {
-        const QFuture<void> saved = m_saver->lastSave();
+        const QFuture<Result<>> saved = m_saver->lastSave();
         co_await saved;
     }
     co_return isRestored;
@@ -280,30 +163,49 @@ QCoro::Task<bool> QuarantineService::putBack(QuarantineItem item)
 {
     const QPointer<QuarantineService> self(this);
     const Processing processing(this);
-    const QFuture<Result<Moved>> moving = QtConcurrent::run(
-        &m_stored, [from = item.quarantinePath, to = item.originalPath, folder = m_quarantineDir,
-                    home = m_host.locations.home(), &fileSystem = m_host.fileSystem] {
-            return QuarantineMoves::moveBack(from, to, folder, home, fileSystem);
+    QCoro::Task<bool> trying = makeWritable();
+    const bool isWritable = co_await trying;
+    if (!self)
+        co_return false;
+    if (!isWritable) {
+        setLastResult(u"Failed to restore: "_s + m_readOnlyReason);
+        co_return false;
+    }
+    const QFuture<Result<Moved>> moving = m_stored.run(
+        [item, folder = m_quarantineDir, journal = m_journal, &fileSystem = m_host.fileSystem] {
+            return QuarantineMoves::moveBack(item, folder, *journal, fileSystem);
         });
     const Result<Moved> moved = co_await moving;
+    const bool isRestored = moved && moved->leftBehind.empty();
     if (!self)
-        co_return bool(moved);
-    if (moved) {
+        co_return isRestored;
+    const QString name = PathText::forDisplay(item.fileName);
+    if (isRestored) {
         m_items.remove(item.id);
-        m_saver->save();
-        setLastResult(u"Restored: "_s + PathText::forDisplay(item.fileName));
+        (void)save();
+        setLastResult(u"Restored: "_s + name);
+    } else if (moved) {
+        setLastResult(u"Restored: %1. Something of it stays in the quarantine: %2"_s.arg(
+            name, moved->leftBehind.front().text()));
     } else {
         setLastResult(u"Failed to restore: "_s + moved.error().text());
     }
-    co_return bool(moved);
+    co_return isRestored;
 }
 
 QCoro::Task<bool> QuarantineService::permanentlyDelete(QuarantineItem item)
 {
     const QPointer<QuarantineService> self(this);
     const Processing processing(this);
-    const QFuture<QSet<QString>> removing = startRemoval({item.quarantinePath});
-    const QSet<QString> removed = co_await removing;
+    QCoro::Task<bool> trying = makeWritable();
+    const bool isWritable = co_await trying;
+    if (!self)
+        co_return false;
+    QSet<QString> removed;
+    if (isWritable) {
+        const QFuture<QSet<QString>> removing = startRemoval({item.quarantinePath});
+        removed = co_await removing;
+    }
     const bool isGone = removed.contains(item.quarantinePath);
     if (!self)
         co_return isGone;
@@ -313,7 +215,7 @@ QCoro::Task<bool> QuarantineService::permanentlyDelete(QuarantineItem item)
         co_return false;
     }
     m_items.remove(item.id);
-    const QFuture<void> saved = m_saver->save();
+    const QFuture<Result<>> saved = save();
     setLastResult(u"Permanently deleted: "_s + name);
     m_host.notifications.post(NotificationNames::diskSpaceChanged);
     co_await saved;
@@ -324,8 +226,12 @@ QCoro::Task<QuarantineService::Purge> QuarantineService::purgeAll()
 {
     const QPointer<QuarantineService> self(this);
     const Processing processing(this);
-    const QList<QuarantineItem> all = items();
     Purge result;
+    QCoro::Task<bool> trying = makeWritable();
+    const bool isWritable = co_await trying;
+    if (!self)
+        co_return result;
+    const QList<QuarantineItem> all = isWritable ? items() : QList<QuarantineItem>();
     OperationProgress progress{.label = u"Deleting"_s, .total = all.size()};
     setProgress(progress);
     for (const QuarantineItem& item : all) {
@@ -342,7 +248,7 @@ QCoro::Task<QuarantineService::Purge> QuarantineService::purgeAll()
         progress.bytesProcessed = result.size;
         setProgress(progress);
     }
-    const QFuture<void> saved = m_saver->save();
+    const QFuture<Result<>> saved = save();
     setLastResult(resultText(u"Purged"_s, result.purged, result.size));
     m_host.notifications.post(NotificationNames::diskSpaceChanged);
     setProgress({});
@@ -368,19 +274,20 @@ QCoro::Task<> QuarantineService::restoreAll()
         ++progress.completed;
         setProgress(progress);
     }
-    const QFuture<void> saved = m_saver->lastSave();
     setLastResult(u"Restored %1 items"_s.arg(restored));
     setProgress({});
+    if (!m_saver)
+        co_return;
+    const QFuture<Result<>> saved = m_saver->lastSave();
     co_await saved;
 }
 
 QFuture<QSet<QString>> QuarantineService::startRemoval(QStringList quarantinePaths)
 {
-    return QtConcurrent::run(&m_stored,
-                             [paths = std::move(quarantinePaths), folder = m_quarantineDir,
-                              &fileSystem = m_host.fileSystem] {
-                                 return QuarantineMoves::removeFiles(paths, folder, fileSystem);
-                             });
+    return m_stored.run([paths = std::move(quarantinePaths), folder = m_quarantineDir,
+                         &fileSystem = m_host.fileSystem] {
+        return QuarantineMoves::removeFiles(paths, folder, fileSystem);
+    });
 }
 
 QList<QuarantineItem> QuarantineService::itemsToRecord() const

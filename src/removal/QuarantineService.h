@@ -1,7 +1,9 @@
 #pragma once
 
 #include "platform/Host.h"
+#include "platform/Worker.h"
 #include "removal/ManifestSaver.h"
+#include "removal/QuarantineContents.h"
 #include "removal/QuarantineItemModel.h"
 #include "removal/QuarantineMoves.h"
 #include "removal/QuarantineProgress.h"
@@ -9,7 +11,6 @@
 #include <QCoroTask>
 #include <QFuture>
 #include <QObject>
-#include <QThreadPool>
 #include <QVariant>
 
 #include <map>
@@ -17,6 +18,7 @@
 namespace brivane {
 
 class AppSettings;
+class RestoreJournal;
 
 /// Holds what the user has removed until it is put back or gone for good.
 ///
@@ -33,8 +35,12 @@ class AppSettings;
 ///   from, so that the list cannot reach the disk before it.
 /// - Removing removes first and saves afterwards: what is cut off half-way is still listed.
 /// Because of this, saves may lag behind what is published; every operation ends only after its own
-/// state has been written. A list that cannot be written holds nothing up: memory goes on, and the
-/// next save tries again.
+/// state has been written. A list that cannot be written lets nothing more in: what is in the way
+/// of a hand-over stays at its place, and the result says why. What goes out goes on: memory is
+/// right, and the next save tries again.
+///
+/// One program at a time changes a store. The first to come has its lock; for any other it is
+/// read-only, and says why. Each operation, and refresh(), tries again whether it is free by now.
 ///
 /// Operations may be started at any time and interleave. What is in the store is worked on one item
 /// after the other, on one thread, so two operations on one item never cut through each other: the
@@ -45,6 +51,7 @@ class QuarantineService : public QObject {
     Q_PROPERTY(quint64 totalSize READ totalSize NOTIFY totalSizeChanged)
     Q_PROPERTY(bool isProcessing READ isProcessing NOTIFY isProcessingChanged)
     Q_PROPERTY(QString lastResult READ lastResult NOTIFY lastResultChanged)
+    Q_PROPERTY(QString readOnlyReason READ readOnlyReason NOTIFY readOnlyReasonChanged)
     /// Undefined when there is none.
     Q_PROPERTY(QVariant progress READ progressVariant NOTIFY progressChanged)
 
@@ -54,28 +61,18 @@ public:
     struct HandOver {
         qint64 moved = 0;         ///< how many left their place, those that went to the Trash too
         quint64 size = 0;         ///< bytes
-        QSet<QString> movedPaths; ///< their original paths
+        QSet<QString> movedPaths; ///< their paths, as they were handed over
+        QString refusal;          ///< why others had to stay; null when nothing kept them
     };
     struct Purge {
         qint64 purged = 0;
         quint64 size = 0; ///< bytes
     };
 
-    /// What a store holds, and how to go on listing it.
-    struct Contents {
-        QuarantineManifest manifest;
-        QList<QuarantineItem> items;
-        QStringList leftovers; ///< paths of what a crash left of copies and of the manifest
-    };
-
-    /// Makes `quarantineDir` (absolute) where it is missing and reads what it lists. Any thread,
-    /// while no service works there.
-    static Contents read(const QString& quarantineDir, FileSystemProviding& fileSystem);
-
     /// Takes over what was read of `quarantineDir`, and starts the removal of what has been there
     /// for longer than the settings say.
     QuarantineService(Host& host, const AppSettings& settings, QString quarantineDir,
-                      Contents contents, QObject* parent = nullptr);
+                      QuarantineContents contents, QObject* parent = nullptr);
     /// Reads first, and blocks meanwhile.
     QuarantineService(Host& host, const AppSettings& settings, const QString& quarantineDir,
                       QObject* parent = nullptr);
@@ -97,8 +94,13 @@ public:
     [[nodiscard]] bool isProcessing() const { return m_running > 0; }
     /// What became of the last operation, in words; null when there was none.
     [[nodiscard]] const QString& lastResult() const { return m_lastResult; }
+    /// Why the store can only be looked at, in words; null when it can be changed.
+    [[nodiscard]] const QString& readOnlyReason() const { return m_readOnlyReason; }
     /// Of a bulk operation, none when none is running.
     [[nodiscard]] const std::optional<OperationProgress>& progress() const { return m_progress; }
+
+    /// Reads a store anew that is read-only, and takes it over if it is free by now.
+    QCoro::Task<> refresh();
 
     /// Takes things in. `categoryName` tells where they came from. What cannot be moved stays where
     /// it is and is not in the result; the whole cannot fail. See QuarantineMoves for the rest.
@@ -106,7 +108,8 @@ public:
     QCoro::Task<HandOver> quarantine(std::vector<QuarantineCandidate> candidates,
                                      QString categoryName);
     /// Puts an item back where it came from, replacing nothing. Whether that worked; if not, the
-    /// item stays, and the last result says why.
+    /// item stays, and the last result says why. That is so, too, where it is back but something of
+    /// it could not be removed from the store: then the next call goes on with that.
     QCoro::Task<bool> restore(QuarantineItem item);
     /// Removes an item for good. Whether it is gone; if not, what is left of it stays listed.
     QCoro::Task<bool> permanentlyDelete(QuarantineItem item);
@@ -119,11 +122,16 @@ Q_SIGNALS:
     void totalSizeChanged();
     void isProcessingChanged();
     void lastResultChanged();
+    void readOnlyReasonChanged();
     void progressChanged();
 
 private:
     class Processing;
+    using Opening = QFuture<std::shared_ptr<QuarantineContents>>;
 
+    void adopt(QuarantineContents contents);
+    [[nodiscard]] QCoro::Task<bool> makeWritable();
+    [[nodiscard]] QFuture<Result<>> save();
     void purgeExpired();
     QCoro::Task<> removeExpired(QStringList quarantinePaths);
     [[nodiscard]] QuarantineItem makeItem(const QString& originalPath,
@@ -134,6 +142,7 @@ private:
 
     [[nodiscard]] QList<QuarantineItem> itemsToRecord() const;
     void setLastResult(const QString& text);
+    void setReadOnlyReason(const QString& reason);
     void setProgress(const std::optional<OperationProgress>& progress);
     [[nodiscard]] QVariant progressVariant() const;
 
@@ -146,11 +155,16 @@ private:
     int m_handOvers = 0;
     int m_running = 0;
     QString m_lastResult;
+    QString m_readOnlyReason;
     std::optional<OperationProgress> m_progress;
 
-    std::unique_ptr<ManifestSaver> m_saver;
-    QThreadPool m_intake; ///< one thread, for hand-overs
-    QThreadPool m_stored; ///< one thread, for what is in the store
+    std::optional<FileLock> m_lock;
+    std::unique_ptr<ManifestSaver> m_saver;    ///< null without the lock
+    std::shared_ptr<RestoreJournal> m_journal; ///< m_stored's
+    std::optional<Opening> m_opening;          ///< of a store that is tried again just now
+    Worker m_planner{QStringLiteral("quarantine plan")};
+    Worker m_intake{QStringLiteral("quarantine intake")}; ///< for hand-overs
+    Worker m_stored{QStringLiteral("quarantine store")};  ///< for what is in the store
 };
 
 } // namespace brivane

@@ -25,6 +25,8 @@ QuarantineViewModel::QuarantineViewModel(Host& host, QuarantineService& service,
             &QuarantineViewModel::itemsChanged);
     connect(&service, &QuarantineService::progressChanged, this,
             &QuarantineViewModel::progressChanged);
+    connect(&service, &QuarantineService::readOnlyReasonChanged, this,
+            &QuarantineViewModel::readOnlyReasonChanged);
     connect(&service, &QuarantineService::lastResultChanged, this,
             [this] { m_toast.setMessage(m_service.lastResult()); });
 }
@@ -38,6 +40,7 @@ void QuarantineViewModel::enter()
     setShowPurgeConfirm(false);
     setShowRestoreAllConfirm(false);
     m_toast.dismiss();
+    tryAgain();
 }
 
 void QuarantineViewModel::itemsCameOrWent()

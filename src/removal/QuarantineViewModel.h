@@ -43,6 +43,9 @@ class QuarantineViewModel : public QObject {
     Q_PROPERTY(int progressTotal READ progressTotal NOTIFY progressChanged)
     Q_PROPERTY(double progressBytes READ progressBytes NOTIFY progressChanged)
     Q_PROPERTY(QColor progressTint READ progressTint NOTIFY progressChanged)
+    /// Empty when the store can be changed.
+    Q_PROPERTY(QString readOnlyReason READ readOnlyReason NOTIFY readOnlyReasonChanged)
+    Q_PROPERTY(bool isReadOnly READ isReadOnly NOTIFY readOnlyReasonChanged)
     Q_PROPERTY(brivane::ResultToast* toast READ toast CONSTANT)
 
 public:
@@ -52,6 +55,8 @@ public:
     /// The screen comes up: it starts without filter, ticks, questions and toast.
     Q_INVOKABLE void enter();
 
+    /// Looks whether a store that is read-only can be changed by now.
+    Q_INVOKABLE void tryAgain() { m_service.refresh(); }
     /// Counts the days that are left anew.
     Q_INVOKABLE void refreshDays() { m_rows.refreshDays(); }
 
@@ -110,6 +115,8 @@ public:
         return static_cast<double>(progress().bytesProcessed);
     }
     [[nodiscard]] QColor progressTint() const;
+    [[nodiscard]] const QString& readOnlyReason() const { return m_service.readOnlyReason(); }
+    [[nodiscard]] bool isReadOnly() const { return !readOnlyReason().isEmpty(); }
     [[nodiscard]] ResultToast* toast() { return &m_toast; }
 
 Q_SIGNALS:
@@ -121,6 +128,7 @@ Q_SIGNALS:
     void showPurgeConfirmChanged();
     void showRestoreAllConfirmChanged();
     void progressChanged();
+    void readOnlyReasonChanged();
 
 private:
     using Operation = QCoro::Task<bool> (QuarantineService::*)(QuarantineItem item);

@@ -1,9 +1,12 @@
 #include "removal/StoreBoundary.h"
 
 #include "platform/PathText.h"
+#include "removal/StoreNames.h"
 
 #include <algorithm>
 #include <filesystem>
+
+using namespace Qt::StringLiterals;
 
 namespace brivane {
 
@@ -57,18 +60,13 @@ bool StoreBoundary::accepts(const QString& path) const
     return !isForbidden(resolved(path.first(slash)) + path.sliced(slash));
 }
 
-QString StoreBoundary::throughHome(const QString& path) const
-{
-    return path.startsWith(m_home + u'/') ? m_realHome + path.sliced(m_home.size()) : path;
-}
-
 bool StoreBoundary::isStored(const QString& path, const QString& quarantineDir)
 {
     if (!path.startsWith(quarantineDir + u'/'))
         return false;
-    const QStringView name = QStringView(path).sliced(quarantineDir.size() + 1);
-    // Stored names begin with digits; what begins with a dot is the store's own.
-    return !name.isEmpty() && !name.startsWith(u'.') && !name.contains(u'/');
+    const QString name = path.sliced(quarantineDir.size() + 1);
+    return !name.isEmpty() && name != u"."_s && name != u".."_s && !name.contains(u'/') &&
+           !StoreNames::isOwn(name);
 }
 
 bool StoreBoundary::isForbidden(const QString& path) const

@@ -18,13 +18,11 @@ public:
     StoreBoundary(const QString& quarantineDir, const QString& home);
 
     [[nodiscard]] bool accepts(const QString& path) const;
-    /// `path` with its beginning replaced where that is the home folder: by where the links on the
-    /// way to that lead. Those are the machine's arrangement; any other link is not to be followed.
-    [[nodiscard]] QString throughHome(const QString& path) const;
     /// The real path of the store's folder.
     [[nodiscard]] const QString& realDir() const { return m_realDir; }
 
-    /// Whether `path` can be that of an item stored in `quarantineDir`. By its text.
+    /// Whether `path` can be that of an item stored in `quarantineDir`, and not of one of the
+    /// store's own files. By its text.
     [[nodiscard]] static bool isStored(const QString& path, const QString& quarantineDir);
 
 private:

@@ -2,9 +2,19 @@
 
 #include "DiskState.h"
 #include "core/Log.h"
+#include "platform/FileLock.h"
+#include "platform/FileWriting.h"
 #include "tests/support/AppWindow.h"
 
 namespace brivane::testing {
+
+/// A quarantine that has been opened before: opening it changes nothing any more.
+inline void prepareQuarantine(const SandboxMachine& machine)
+{
+    const QString store = machine.directory(u"~/.Brivane_Quarantine");
+    EXPECT_TRUE(reserveSpace(store + QStringLiteral("/.reserve"), 512 << 10));
+    EXPECT_TRUE(FileLock::take(store + QStringLiteral("/.lock")));
+}
 
 /// A person before the program's window, with a mouse, a keyboard and eyes. In the end, nothing may
 /// have happened to the disk.

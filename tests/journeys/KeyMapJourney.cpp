@@ -53,7 +53,6 @@ class KeyMapJourney : public Journey {
 protected:
     void SetUp() override
     {
-        // Entering the quarantine makes it where it is missing.
         disk().machine.directory(u"~/.Brivane_Quarantine");
         Journey::SetUp();
     }
@@ -82,6 +81,7 @@ protected:
 
 TEST_F(KeyMapJourney, EachKeyShowsItsModuleAndNoOtherKeyIsLost)
 {
+    changeDisk([&] { prepareQuarantine(disk().machine); });
     for (const Key& key : moduleKeys) {
         const QImage before = screen();
         press(key);

@@ -19,7 +19,7 @@ protected:
     void SetUp() override
     {
         const SandboxMachine& machine = disk().machine;
-        machine.directory(u"~/.Brivane_Quarantine");
+        prepareQuarantine(machine);
         machine.file(u"~/Documents/Notes.txt", QByteArray("Buy milk\n"));
         const QByteArray notes = PathText::toBytes(path(u"Notes.txt"_s));
         ASSERT_EQ(::setxattr(notes.constData(), "user.colour", "red", 3, 0), 0);

@@ -2,6 +2,8 @@
 
 #include <QRegularExpression>
 
+#include <fstream>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -63,9 +65,9 @@ TEST_F(QuarantineServiceTest, WhatWouldBreakTheStoreItselfStaysWhereItIs)
         machine.link(u"/alias", PathText::toBytes(store())); // leads into the store
     const QString homeAlias = machine.link(u"/homes", PathText::toBytes(home).chopped(6));
     ASSERT_TRUE(home.endsWith(u"/robin"_s));
-    QStringList refused = {u"/"_s,           u""_s,           u"precious"_s,   home,
-                           store(),          home.chopped(6), precious + u'/', manifest(),
-                           machine.folder(), stored};
+    QStringList refused = {
+        u"/"_s,     u""_s,         u"precious"_s,    home,  store(), home.chopped(6), home + u'/',
+        manifest(), stored + u'/', machine.folder(), stored};
     refused += {homeAlias + u"/robin"_s, alias + stored.mid(store().size())};
     for (const QString& spelling : {u"//precious"_s, u"/../robin/precious"_s, u"/./precious"_s})
         refused += home + spelling;
@@ -167,6 +169,7 @@ TEST_F(QuarantineServiceTest, RestoringMakesTheFoldersAgainAndKeepsWhatTheItemWa
     EXPECT_EQ(status.st_mode & 07777, 0640U);
     FileIdentity expected = before;
     expected.changedAt.reset(); // the rename's
+    expected.folder.reset();
     EXPECT_TRUE(expected.matches(*FileIdentity::of(path)));
 }
 
@@ -190,20 +193,69 @@ TEST_F(QuarantineServiceTest, RestoringNeverReplacesNorGoesThroughALinkThatCameL
     ASSERT_EQ(::rmdir(PathText::toBytes(folder)), 0);
     const QString elsewhere = machine.directory(u"/elsewhere");
     machine.link(u"~/folder", PathText::toBytes(elsewhere));
+    machine.setMode(machine.path(u"~"), 0777); // anyone may have made the link
     failsAt(folder, u"Not a directory"_s);
     EXPECT_FALSE(stands(elsewhere + u"/file"_s));
+    machine.setMode(machine.path(u"~"), 0755);
     EXPECT_TRUE(awaitTask(service->restore(only())));
     EXPECT_EQ(content(path), "old");
 }
 
-TEST_F(QuarantineServiceTest, AHomeThatIsItselfBehindALinkCanBeGoneBackTo)
+TEST_F(QuarantineServiceTest, WhatWentInThroughTheUsersOwnLinkComesBackThroughIt)
 {
-    const QString real = machine.directory(u"/var/home/robin");
-    const QString home = machine.link(u"/robin", PathText::toBytes(real));
-    const QString dir = home + u"/store"_s;
-    const QString stored = file(dir + u"/12345678_file"_s);
-    EXPECT_TRUE(QuarantineMoves::moveBack(stored, home + u"/folder/file"_s, dir, home, fileSystem));
-    EXPECT_TRUE(stands(real + u"/folder/file"_s));
+    const QString elsewhere = machine.directory(u"/Volumes/Data/Downloads");
+    const QString path =
+        machine.link(u"~/Downloads", "../../Volumes/Data/Downloads") + u"/deeper/file"_s;
+    file(elsewhere + u"/deeper/file"_s);
+    quarantine({path});
+    ASSERT_EQ(::rmdir(PathText::toBytes(elsewhere + u"/deeper"_s)), 0);
+    EXPECT_TRUE(awaitTask(service->restore(only()))) << service->lastResult().toStdString();
+    EXPECT_TRUE(stands(elsewhere + u"/deeper/file"_s));
+}
+
+TEST_F(QuarantineServiceTest, AParentSwappedForALinkBetweenTheLookAndTheMoveLosesNothing)
+{
+    const QString path = file(u"~/folder/file"_s, "shown");
+    const QString outside = file(u"/outside/file"_s, "never shown");
+    fileSystem.before = [&](FileOperation, const QString&) {
+        const QByteArray folder = PathText::toBytes(machine.path(u"~/folder"));
+        EXPECT_EQ(::rename(folder, folder + ".old"), 0);
+        machine.link(u"~/folder", PathText::toBytes(machine.path(u"/outside")));
+    };
+    EXPECT_EQ(quarantine({path}).moved, 0);
+    EXPECT_EQ(content(outside), "never shown");
+}
+
+TEST_F(QuarantineServiceTest, ASlashAtTheEndOfAPathMeansNothing)
+{
+    file(u"~/folder/file"_s);
+    const QString path = machine.path(u"~/folder") + u"//"_s;
+    EXPECT_EQ(quarantine({path}).movedPaths, QSet<QString>({path}));
+    EXPECT_EQ(only().originalPath, path.chopped(2));
+}
+
+TEST_F(QuarantineServiceTest, WhatStaysInTheStoreAfterACopyIsListedAndNeverLostIfItIsNewer)
+{
+    const std::optional<QString> other = machine.secondDevice();
+    if (!other)
+        GTEST_SKIP() << "there is no second device";
+    fileSystem.hasNoTrash = true;
+    const QString path = *other + u"/folder"_s;
+    ASSERT_TRUE(makeDirectoryWithParents(path, 0755));
+    for (const QString& name : {u"/a"_s, u"/b"_s})
+        put(path + name, "copied");
+    quarantine({path});
+    const QString newer = only().quarantinePath + u"/b"_s;
+    fileSystem.onceWhole = [&] { // by a program that has had it open all the time
+        std::ofstream(PathText::toBytes(newer).toStdString(), std::ios::app) << " and newer";
+    };
+    EXPECT_FALSE(awaitTask(service->restore(only())));
+    EXPECT_TRUE(service->lastResult().startsWith(u"Restored: folder. Something of it stays"_s))
+        << service->lastResult().toStdString();
+    EXPECT_EQ(content(path + u"/b"_s), "copied");
+    start();
+    EXPECT_FALSE(awaitTask(service->restore(only())));
+    EXPECT_EQ(content(newer), "copied and newer");
 }
 
 TEST_F(QuarantineServiceTest, DeletingForGoodTakesOneItemAndSaysSo)

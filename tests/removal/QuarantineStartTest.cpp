@@ -14,7 +14,6 @@ TEST_F(QuarantineStartTest, AStartListsWhatIsThereWithTheDaysOfTheSettings)
     quarantine({file(u"~/gone"_s), file(u"~/kept"_s, "123")});
     ASSERT_EQ(::unlink(PathText::toBytes(service->items()[0].quarantinePath)), 0);
     const QString leftover = file(store() + u"/.brivane-temporary-1"_s);
-    const QString stranger = file(store() + u"/stranger"_s);
     settings.setQuarantinePurgeDays(30);
     const QByteArray before = content(manifest());
     start();
@@ -26,7 +25,6 @@ TEST_F(QuarantineStartTest, AStartListsWhatIsThereWithTheDaysOfTheSettings)
     ASSERT_EQ(recorded().size(), 1);
     EXPECT_EQ(recorded()[0][u"purgeDays"].toInteger(), 30);
     EXPECT_TRUE(waitUntil([&] { return !stands(leftover); }));
-    EXPECT_TRUE(stands(stranger));
 
     for (const auto& [days, expected] : {std::pair(0, 30), {29, 1}, {30, 0}, {1000, 0}, {-2, 32}})
         EXPECT_EQ(only().daysRemaining(clock->now().addDays(days).addSecs(1)),
@@ -86,17 +84,16 @@ TEST_F(QuarantineStartTest, AListThatCannotBeUnderstoodIsPutAsideBeforeTheNextIs
     for (const QByteArray& row : rows) {
         file(manifest(), row);
         start();
-        EXPECT_TRUE(service->items().isEmpty()) << row.toStdString();
-        EXPECT_EQ(content(manifest()), row);
+        EXPECT_EQ(only().categoryName, u"Recovered"_s) << row.toStdString();
         quarantine({});
-        EXPECT_EQ(recorded(), QJsonArray());
+        EXPECT_EQ(recorded().size(), 1);
         EXPECT_EQ(content(manifest() + u".damaged-%1"_s.arg(++aside)), row);
     }
     ASSERT_EQ(::unlink(PathText::toBytes(manifest())), 0);
     machine.directory(manifest());
     start();
     quarantine({});
-    EXPECT_EQ(recorded(), QJsonArray());
+    EXPECT_EQ(recorded().size(), 1);
     EXPECT_TRUE(stands(manifest() + u".damaged-%1"_s.arg(++aside)));
 
     // What can be understood but leads out of the store is dropped, and touched by nobody.
@@ -109,13 +106,94 @@ TEST_F(QuarantineStartTest, AListThatCannotBeUnderstoodIsPutAsideBeforeTheNextIs
     EXPECT_TRUE(stands(precious));
 }
 
-TEST_F(QuarantineStartTest, AListThatCannotBeWrittenHoldsNothingUpAndIsWrittenLater)
+TEST_F(QuarantineStartTest, WhatNoListNamesIsListedAndGoesToAFolderForIt)
 {
-    fileSystem.cannotWrite = true;
-    EXPECT_EQ(quarantine({file(u"~/one"_s)}).moved, 1);
-    EXPECT_EQ(names(), QStringList(u"one"_s));
-    EXPECT_FALSE(stands(manifest()));
-    fileSystem.cannotWrite = false;
-    quarantine({});
+    const QString home = machine.locations().home();
+    for (const char16_t* name : {u"/12345678_note.txt", u"/.hidden", u"/note.txt"})
+        file(store() + QStringView(name).toString(), "by another hand");
+    file(home + u"/Recovered/note.txt"_s, "stands there already");
+    start();
+    ASSERT_EQ(service->items().size(), 3);
+    EXPECT_EQ(service->totalSize(), 45U);
+    for (const QuarantineItem& item : service->items()) {
+        EXPECT_EQ(item.categoryName, u"Recovered"_s);
+        EXPECT_EQ(item.quarantineDate, clock->now()) << "its days begin now";
+    }
+    EXPECT_TRUE(waitUntil([&] { return recorded().size() == 3; }));
+    await(service->restoreAll());
+    EXPECT_EQ(service->lastResult(), u"Restored 3 items"_s);
+    for (const QString& name : {u"/note.txt 2"_s, u"/note.txt 3"_s, u"/.hidden"_s})
+        EXPECT_EQ(content(home + u"/Recovered"_s + name), "by another hand");
+}
+
+TEST_F(QuarantineStartTest, AnotherSpellingOfTheHomeListsTheSameThings)
+{
+    quarantine({file(u"~/a"_s), file(u"~/b"_s)});
+    const QString home = machine.locations().home();
+    const QString alias =
+        machine.link(u"/alias", PathText::toBytes(home)) + store().mid(home.size());
+    for (const QString& spelling : {alias, store(), alias}) {
+        service.reset();
+        service = std::make_unique<QuarantineService>(host(), settings, spelling);
+        EXPECT_EQ(names(), QStringList({u"a"_s, u"b"_s})) << spelling.toStdString();
+        quarantine({}); // and the list is written by it
+    }
+    await(service->restoreAll());
+    EXPECT_TRUE(stands(machine.path(u"~/a")) && stands(machine.path(u"~/b")));
+}
+
+TEST_F(QuarantineStartTest, ASecondProgramOnTheSameStoreChangesNothingUntilTheFirstIsGone)
+{
+    const QString kept = file(u"~/kept"_s);
+    quarantine({kept});
+    const QString copyUnderWay = file(store() + u"/.brivane-temporary-1"_s);
+    settings.setQuarantinePurgeDays(-1); // all is due
+    QuarantineService second(host(), settings, store());
+    EXPECT_EQ(second.readOnlyReason(), u"Another Brivane is using the quarantine"_s);
+    ASSERT_EQ(second.items().size(), 1);
+    const QuarantineItem item = second.items()[0];
+    const QString other = file(u"~/other"_s);
+    const auto result = awaitTask(second.quarantine({other}, u"Test"_s));
+    EXPECT_EQ(result.moved, 0);
+    EXPECT_EQ(result.refusal, second.readOnlyReason());
+    EXPECT_TRUE(second.lastResult().endsWith(second.readOnlyReason()));
+    EXPECT_FALSE(awaitTask(second.restore(item)));
+    EXPECT_TRUE(second.lastResult().endsWith(second.readOnlyReason()));
+    EXPECT_FALSE(awaitTask(second.permanentlyDelete(item)));
+    EXPECT_EQ(awaitTask(second.purgeAll()).purged, 0);
+    EXPECT_TRUE(stands(item.quarantinePath) && stands(other) && stands(copyUnderWay));
+
+    quarantine({other});
+    settings.setQuarantinePurgeDays(7);
+    await(second.refresh());
+    EXPECT_EQ(second.items().size(), 2) << "what the first has taken in meanwhile";
+    service.reset();
+    EXPECT_TRUE(awaitTask(second.restore(item)));
+    EXPECT_TRUE(second.readOnlyReason().isNull() && stands(kept));
+    EXPECT_TRUE(waitUntil([&] { return !stands(copyUnderWay); }));
+}
+
+TEST_F(QuarantineStartTest, OnAFullDiskTheListTakesTheReservesPlaceOrNothingIsMoved)
+{
+    const QString reserve = store() + u"/.reserve"_s;
+    ASSERT_TRUE(waitUntil([&] { return stands(reserve); }));
+    EXPECT_GE(FileIdentity::of(reserve)->size, 256U << 10);
+    fileSystem.isFull = true;
+    const QStringList paths = {file(u"~/one"_s), file(u"~/two"_s)};
+    EXPECT_EQ(quarantine({paths[0]}).moved, 1);
+    EXPECT_FALSE(stands(reserve));
     EXPECT_EQ(recorded().size(), 1);
+    const auto refused = quarantine({paths[1]});
+    EXPECT_EQ(refused.moved, 0);
+    EXPECT_EQ(service->lastResult(),
+              u"Quarantined 0 items (Zero KB). The rest stays where it is: the quarantine's list "
+              u"cannot be written: No space left on device"_s);
+    EXPECT_TRUE(stands(paths[1]));
+    EXPECT_EQ(names(), QStringList(u"one"_s));
+
+    fileSystem.isFull = false;
+    EXPECT_EQ(quarantine({paths[1]}).moved, 1);
+    EXPECT_TRUE(stands(reserve)) << "made again";
+    start();
+    EXPECT_EQ(names(), QStringList({u"one"_s, u"two"_s}));
 }

@@ -24,6 +24,7 @@ Row {
         id: restoreButton
 
         objectName: "restoreRow"
+        enabled: !root.viewModel.isReadOnly
         visible: root.isShown
         focusPolicy: Qt.NoFocus
         icon.name: "arrow.uturn.backward"
@@ -34,6 +35,7 @@ Row {
         id: deleteButton
 
         objectName: "deleteRow"
+        enabled: !root.viewModel.isReadOnly
         visible: root.isShown
         focusPolicy: Qt.NoFocus
         icon.name: "trash"

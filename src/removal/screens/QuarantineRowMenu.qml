@@ -20,12 +20,14 @@ AppMenu {
 
     AppMenuItem {
         objectName: "menuRestore"
+        enabled: !root.viewModel.isReadOnly
         text: qsTr("Restore")
         icon.name: "arrow.uturn.backward"
         onTriggered: root.viewModel.restore(root.item)
     }
     AppMenuItem {
         objectName: "menuDelete"
+        enabled: !root.viewModel.isReadOnly
         text: qsTr("Delete Permanently")
         icon.name: "trash"
         onTriggered: root.viewModel.permanentlyDelete(root.item)

@@ -31,6 +31,7 @@ Rectangle {
         }
         CapsuleActionButton {
             objectName: "restoreSelected"
+            enabled: !root.viewModel.isReadOnly
             large: true
             icon.name: "arrow.uturn.backward"
             label: qsTr("Restore")
@@ -39,6 +40,7 @@ Rectangle {
         }
         CapsuleActionButton {
             objectName: "deleteSelected"
+            enabled: !root.viewModel.isReadOnly
             large: true
             icon.name: "trash"
             label: qsTr("Delete")

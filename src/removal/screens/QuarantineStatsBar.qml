@@ -31,6 +31,7 @@ RowLayout {
     }
     CapsuleActionButton {
         objectName: "restoreAll"
+        enabled: !root.viewModel.isReadOnly
         large: true
         icon.name: "arrow.uturn.backward"
         label: qsTr("Restore All")
@@ -39,6 +40,7 @@ RowLayout {
     }
     CapsuleActionButton {
         objectName: "purgeAll"
+        enabled: !root.viewModel.isReadOnly
         large: true
         icon.name: "trash"
         label: qsTr("Purge All")

@@ -24,8 +24,20 @@ FocusScope {
         visible: root.isEmpty
     }
 
+    QuarantineReadOnlyBanner {
+        id: banner
+
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
+        anchors.margins: Metrics.spacingHuge
+        visible: root.viewModel.isReadOnly
+        viewModel: root.viewModel
+    }
+
     ColumnLayout {
         anchors.fill: parent
+        anchors.topMargin: banner.visible ? banner.height + Metrics.spacingHuge : 0
         visible: !root.isEmpty
         spacing: 0
 

@@ -6,6 +6,8 @@ namespace brivane::testing {
 
 namespace {
 
+void nothing(WatchedGround& /*ground*/) {}
+
 void fill(WatchedGround& ground)
 {
     ground.start();
@@ -18,56 +20,86 @@ qsizetype goneFrom(const WatchedGround& ground)
     return ground.paths().size() - ground.service->items().size();
 }
 
+void handOver(WatchedGround& ground)
+{
+    ground.start();
+    ground.quarantine(ground.paths());
+}
+
+QString quarantined(const WatchedGround& ground)
+{
+    qsizetype moved = 0;
+    for (const QString& path : ground.paths())
+        moved += ground.isAtItsPlace(path) ? 0 : 1;
+    return u"Quarantined %1 items ("_s.arg(moved);
+}
+
+void restoreAll(WatchedGround& ground)
+{
+    ground.start();
+    WatchedGround::await(ground.service->restoreAll());
+}
+
+QString restored(const WatchedGround& ground)
+{
+    return u"Restored %1 items"_s.arg(goneFrom(ground));
+}
+
 } // namespace
 
 const std::vector<Deed> deeds = {
-    {"quarantine", [](WatchedGround&) {},
+    {"quarantine", Things::AtHome, &nothing, &handOver, &quarantined, false},
+    {"quarantine through a link", Things::BehindALink, &nothing, &handOver, &quarantined, false},
+    {"quarantine of another volume", Things::OnAnotherVolume, &nothing, &handOver, &quarantined,
+     false},
+    {"quarantine on a full disk", Things::AtHome,
      [](WatchedGround& ground) {
          ground.start();
-         ground.quarantine(ground.paths());
+         EXPECT_TRUE(waitUntil([&] { return stands(ground.store() + u"/.reserve"_s); }));
      },
-     [](const WatchedGround& ground) {
-         qsizetype moved = 0;
-         for (const QString& path : ground.paths())
-             moved += ground.isAtItsPlace(path) ? 0 : 1;
-         return u"Quarantined %1 items ("_s.arg(moved);
-     },
-     false},
-    {"restore", &fill,
      [](WatchedGround& ground) {
-         ground.start();
-         WatchedGround::await(ground.service->restoreAll());
+         ground.fileSystem.isFull = true;
+         handOver(ground);
+         ground.fileSystem.isFull = false;
      },
-     [](const WatchedGround& ground) { return u"Restored %1 items"_s.arg(goneFrom(ground)); },
-     false},
-    {"purge", &fill,
+     &quarantined, false},
+    {"restore", Things::AtHome, &fill, &restoreAll, &restored, false},
+    {"restore through a link", Things::BehindALink, &fill, &restoreAll, &restored, false},
+    {"restore to another volume", Things::OnAnotherVolume, &fill, &restoreAll, &restored, false},
+    {"purge", Things::AtHome, &fill,
      [](WatchedGround& ground) {
          ground.start();
          awaitTask(ground.service->purgeAll());
      },
      [](const WatchedGround& ground) { return u"Purged %1 items ("_s.arg(goneFrom(ground)); },
      true},
-    {"automatic purge", &fill,
+    {"automatic purge", Things::AtHome, &fill,
      [](WatchedGround& ground) {
          ground.clock->advance(std::chrono::days(8));
          ground.start();
+         WatchedGround::await(ground.service->refresh()); // where the start was refused
          EXPECT_TRUE(waitUntil([&] { return ground.posts > 0; }));
          ground.quarantine({}); // ends when the list has been written
      },
      [](const WatchedGround&) { return u"Quarantined 0 items ("_s; }, true},
 };
 
-WatchedGround::WatchedGround()
+WatchedGround::WatchedGround(Things things)
+    : m_folder(machine.path(u"~"))
 {
-    file(u"~/file"_s, "content");
-    file(u"~/folder/a"_s);
-    file(u"~/folder/b"_s);
-    file(u"~/folder/inside/c"_s);
-    machine.link(u"~/link", "folder");
-    for (const char16_t* place : {u"~/file", u"~/folder", u"~/link"}) {
-        const QString path = machine.path(QStringView(place));
-        m_before[path] = snapshot(PathText::toBytes(path));
+    if (things == Things::BehindALink)
+        m_folder =
+            machine.link(u"~/linked", PathText::toBytes(machine.directory(u"/Volumes/Data")));
+    if (things == Things::OnAnotherVolume) {
+        m_folder = machine.secondDevice().value_or(machine.directory(u"~/no other volume"));
+        fileSystem.hasNoTrash = true;
     }
+    (void)makeDirectoryWithParents(m_folder + u"/folder/inside"_s, 0755);
+    for (const QString& name : {u"/file"_s, u"/folder/a"_s, u"/folder/b"_s, u"/folder/inside/c"_s})
+        put(m_folder + name, "content");
+    EXPECT_EQ(::symlink("folder", PathText::toBytes(m_folder + u"/link"_s)), 0);
+    for (const QString& name : {u"/file"_s, u"/folder"_s, u"/link"_s})
+        m_before[m_folder + name] = snapshot(PathText::toBytes(m_folder + name));
 }
 
 QStringList WatchedGround::paths() const
@@ -94,10 +126,24 @@ bool WatchedGround::isAtItsPlace(const QString& path) const
     return stands(path);
 }
 
+bool WatchedGround::isWholeAtItsPlace(const QString& path) const
+{
+    return stands(path) && snapshot(PathText::toBytes(path)) == m_before.at(path);
+}
+
+QStringList WatchedGround::rests() const
+{
+    QStringList names = namesIn(m_folder);
+    names.removeIf([](const QString& name) { return !isTemporaryName(name); });
+    return names;
+}
+
 QStringList WatchedGround::mismatches() const
 {
     QStringList there = stands(store()) ? namesIn(store()) : QStringList();
-    there.removeOne(u".manifest.json"_s);
+    for (const QString& own :
+         {u".manifest.json"_s, u".lock"_s, u".reserve"_s, u".restoring.json"_s})
+        there.removeOne(own);
     QStringList wrong;
     for (const QuarantineItem& item : service->items()) {
         const QString name = PathText::lastComponent(item.quarantinePath);

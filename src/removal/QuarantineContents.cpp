@@ -1,0 +1,124 @@
+#include "removal/QuarantineContents.h"
+
+#include "platform/PathText.h"
+#include "platform/Worker.h"
+#include "removal/QuarantineMoves.h"
+#include "removal/StoreBoundary.h"
+#include "removal/StoreNames.h"
+
+#include <QRegularExpression>
+#include <QSet>
+
+#include <cerrno>
+#include <filesystem>
+
+using namespace Qt::StringLiterals;
+
+namespace brivane {
+
+namespace {
+
+/// The names of what lies in the store; none when that cannot be found out.
+std::optional<QSet<QString>> namesIn(const QString& folder)
+{
+    QSet<QString> names;
+    std::error_code failure;
+    std::filesystem::directory_iterator entry(PathText::toBytes(folder).toStdString(), failure);
+    for (; !failure && entry != end(entry); entry.increment(failure))
+        names.insert(PathText::fromBytes(entry->path().filename().native()));
+    return failure ? std::nullopt : std::optional(names);
+}
+
+/// What cannot be looked for is not missing.
+bool isMissing(const QString& path)
+{
+    const auto found = FileIdentity::of(path);
+    return !found && found.error().code == ENOENT;
+}
+
+/// What was recorded and is there, each thing once, by the way that leads to the store now.
+QList<QuarantineItem> itemsThatAreThere(const QList<QuarantineItem>& recorded,
+                                        const std::optional<QSet<QString>>& names,
+                                        const QString& quarantineDir)
+{
+    QList<QuarantineItem> items;
+    QSet<QString> seen;
+    for (QuarantineItem item : recorded) {
+        const QString name = PathText::lastComponent(item.quarantinePath);
+        item.quarantinePath = quarantineDir + u'/' + name;
+        if (seen.contains(name) || !StoreBoundary::isStored(item.quarantinePath, quarantineDir) ||
+            ((!names || !names->contains(name)) && isMissing(item.quarantinePath)))
+            continue;
+        seen.insert(name);
+        items += item;
+    }
+    return items;
+}
+
+QuarantineItem recovered(const QString& name, const QString& quarantineDir, const QString& home,
+                         const QDateTime& now)
+{
+    static const QRegularExpression prefix(u"^[0-9A-F]{8}_(?=.)"_s);
+    const QString path = quarantineDir + u'/' + name;
+    const QString fileName = QString(name).remove(prefix);
+    return {
+        .id = QUuid::createUuid(),
+        .originalPath = home + u"/Recovered/"_s + fileName,
+        .quarantinePath = path,
+        .size = QuarantineMoves::fileOrDirSize(path),
+        .quarantineDate = now,
+        .categoryName = QuarantineItem::recovered,
+        .fileName = fileName,
+    };
+}
+
+/// Claims the store; the reason in words where that is not to be.
+QString claim(const QString& quarantineDir, std::optional<FileLock>& lock)
+{
+    auto taken = FileLock::take(quarantineDir + u'/' + StoreNames::lock);
+    if (taken) {
+        lock = std::move(*taken);
+        return {};
+    }
+    const int code = taken.error().code;
+    if (code == ENOENT || code == ENOTDIR)
+        return {}; // there is no store, and nothing that could not be changed
+    if (code == EWOULDBLOCK)
+        return u"Another Brivane is using the quarantine"_s;
+    return u"The quarantine cannot be claimed: "_s + taken.error().reason();
+}
+
+} // namespace
+
+QuarantineContents QuarantineContents::read(const QString& quarantineDir, const QString& home,
+                                            FileSystemProviding& fileSystem, const QDateTime& now)
+{
+    (void)fileSystem.makeDirectory(quarantineDir, 0700);
+    QuarantineContents contents{.manifest = QuarantineManifest(quarantineDir, fileSystem)};
+    contents.refusal = claim(quarantineDir, contents.lock);
+
+    Worker lister(u"store listing"_s);
+    const QFuture<std::optional<QSet<QString>>> listing =
+        lister.run([quarantineDir] { return namesIn(quarantineDir); });
+    QList<QuarantineItem> recorded = contents.manifest.load();
+    const std::optional<QSet<QString>> names = listing.result();
+    contents.items = itemsThatAreThere(std::move(recorded), names, quarantineDir);
+    // What whoever has the lock is doing just now is not for us to judge.
+    if (!contents.lock || !names)
+        return contents;
+
+    QSet<QString> unlisted = *names;
+    for (const QuarantineItem& item : contents.items)
+        unlisted.remove(PathText::lastComponent(item.quarantinePath));
+    for (const QString& name : unlisted) {
+        if (isTemporaryName(name)) {
+            contents.leftovers += quarantineDir + u'/' + name;
+        } else if (!StoreNames::isOwn(name)) {
+            contents.items += recovered(name, quarantineDir, home, now);
+            contents.hasUnrecorded = true;
+        }
+    }
+    return contents;
+}
+
+} // namespace brivane

@@ -24,15 +24,12 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
 
-/// The environment of the program: a user who has been through the onboarding, on a home of its
-/// own.
-void prepareEnvironment(const SandboxMachine& machine)
+/// The home of a user who has been through the onboarding.
+void prepareHome(const SandboxMachine& machine)
 {
     for (const char* name : {"XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
         qunsetenv(name);
     qputenv("HOME", machine.directory(u"~").toUtf8());
-    // The scene graph's own account of its frames; it costs a line for each.
-    qputenv("QT_LOGGING_RULES", "qt.scenegraph.time.renderloop=true");
     UserDefaults defaults(Locations::onLinux().path(u"~/Library/Preferences/com.brivane.app.plist"),
                           DefaultFileSystem::shared());
     defaults.setBool(u"onboardingCompleted"_s, true);
@@ -44,14 +41,20 @@ Milliseconds startOnce(const SandboxMachine& machine, int round)
 {
     // One that was killed leaves its lock behind, and the next one would meet it.
     const QString runtime = u"/run/%1"_s.arg(round);
-    qputenv("XDG_RUNTIME_DIR", machine.directory(runtime).toUtf8());
+    const QString runtimeDir = machine.directory(runtime);
     machine.setMode(runtime, 0700);
 
     std::promise<Clock::time_point> firstFrame;
     std::promise<void> end;
     QByteArray said; // both belong to the thread of the handlers
     bool isShown = false;
-    Process program(QStringLiteral(BRIVANE_PROGRAM), {});
+    // The scene graph's own account of its frames costs a line for each.
+    Process program(u"/usr/bin/env"_s,
+                    {u"--unset=XDG_CACHE_HOME"_s, u"--unset=XDG_CONFIG_HOME"_s,
+                     u"--unset=XDG_DATA_HOME"_s, u"HOME="_s + machine.directory(u"~"),
+                     u"XDG_RUNTIME_DIR="_s + runtimeDir,
+                     u"QT_LOGGING_RULES=qt.scenegraph.time.renderloop=true"_s,
+                     QStringLiteral(BRIVANE_PROGRAM)});
     program.setErrorHandler([&](QByteArrayView text) {
         const Clock::time_point now = Clock::now();
         if (isShown)
@@ -86,7 +89,7 @@ int main(int argc, char** argv)
     const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : 20;
     try {
         const SandboxMachine machine = SandboxMachine::temporary();
-        prepareEnvironment(machine);
+        prepareHome(machine);
         startOnce(machine, 0); // fills the caches
         std::vector<double> all;
         for (int round = 1; round <= rounds; ++round)

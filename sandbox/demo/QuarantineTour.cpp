@@ -1,4 +1,5 @@
 #include "app/ShellViewModel.h"
+#include "core/AppSettings.h"
 #include "removal/QuarantineService.h"
 #include "sandbox/HoldableClock.h"
 #include "sandbox/demo/DemoMachine.h"
@@ -36,7 +37,7 @@ constexpr Removed removed[] = {
 
 } // namespace
 
-QCoro::Task<> Tour::fillQuarantine()
+QCoro::Task<> Tour::fillQuarantine(QuarantineService& quarantine)
 {
     const SandboxMachine& machine = m_machine.machine();
     machine.file(u"~/Library/Caches/com.lumen.editor/previews/a.tile",
@@ -47,22 +48,31 @@ QCoro::Task<> Tour::fillQuarantine()
         m_clock.setBehind(std::chrono::hours(24 * thing.daysAgo));
         const QStringList paths{machine.path(thing.path)};
         const QString category = thing.category.toString();
-        co_await QuarantineService::shared().quarantine(paths, category);
+        co_await quarantine.quarantine(paths, category);
     }
     m_clock.setBehind({});
+    // Not handed over, and not to be lost either.
+    machine.file(u"~/.Brivane_Quarantine/5D0A41C7_Budget 2023.numbers",
+                 SandboxMachine::Size{1'480'300});
 }
 
 QCoro::Task<> Tour::showQuarantine(ShellViewModel& shell)
 {
+    // Another program has it first.
+    auto other =
+        std::make_unique<QuarantineService>(m_machine.host(), AppSettings::shared(),
+                                            m_machine.machine().path(u"~/.Brivane_Quarantine"));
+    co_await fillQuarantine(*other);
     shell.setAppMode(AppMode::quarantine);
     const auto isOpen = [&] { return shell.quarantine() != nullptr; };
     co_await waitFor(u"quarantine"_s, isOpen);
-    takePicture(u"quarantine-empty"_s);
-    co_await fillQuarantine();
     point(QString(), 0, Qt::NoButton);
-    shell.setAppMode(AppMode::dashboard);
-    settle();
-    shell.setAppMode(AppMode::quarantine);
+    takePicture(u"quarantine-read-only"_s);
+    other.reset();
+    point(u"tryAgain"_s, 0, Qt::LeftButton);
+    const auto isWritable = [&] { return !shell.quarantine()->isReadOnly(); };
+    co_await waitFor(u"quarantine of one's own"_s, isWritable);
+    point(QString(), 0, Qt::NoButton);
     takePicture(u"quarantine-full"_s);
     point(u"quarantineRow"_s, 2, Qt::NoButton);
     takePicture(u"quarantine-hovered"_s);
@@ -112,6 +122,8 @@ QCoro::Task<> Tour::showQuarantine(ShellViewModel& shell)
     co_await waitFor(u"emptied quarantine"_s, isEmptied);
     QObject::disconnect(connection);
     takePicture(u"quarantine-purged"_s);
+    quarantine.toast()->dismiss();
+    takePicture(u"quarantine-empty"_s);
     shell.setAppMode(AppMode::scanner);
 }
 

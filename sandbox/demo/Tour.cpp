@@ -105,8 +105,8 @@ QCoro::Task<bool> Tour::run()
     co_await showRows(scan);
     co_await showCharts(scan);
     co_await showAdminScan(scan);
-    co_await showShell(*app.shell());
     co_await showQuarantine(*app.shell());
+    co_await showShell(*app.shell());
 
     scan.showVolumes();
     scan.startScan(m_machine.machine().path(u"/Volumes/Backup"));

@@ -13,6 +13,7 @@ namespace brivane {
 class BrivaneApp;
 class DemoMachine;
 class HoldableClock;
+class QuarantineService;
 class ScanViewModel;
 class ShellViewModel;
 
@@ -38,9 +39,9 @@ private:
     QCoro::Task<> showRows(ScanViewModel& scan);
     /// The window around the modules, while a finished scan is there.
     QCoro::Task<> showShell(ShellViewModel& shell);
-    /// The quarantine: empty, with things of every kind, asked, at work and done.
+    /// The quarantine: read-only, with things of every kind, asked, at work, done and empty.
     QCoro::Task<> showQuarantine(ShellViewModel& shell);
-    QCoro::Task<> fillQuarantine();
+    QCoro::Task<> fillQuarantine(QuarantineService& quarantine);
     QCoro::Task<> showGallery();
     /// Clicks, or only rests, in the middle of the item with this name, the `number`-th of its
     /// kind.

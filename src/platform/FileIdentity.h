@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ParentLinks.h"
 #include "platform/Result.h"
 
 #include <cstdint>
@@ -28,7 +29,12 @@ struct FileIdentity {
     std::optional<ObjectId> folder = {};
 
     /// The whole identity of the object at `path`, a link itself where it is one. Any thread.
-    [[nodiscard]] static Result<FileIdentity> of(const QString& path);
+    /// `links` as for a move.
+    [[nodiscard]] static Result<FileIdentity> of(const QString& path,
+                                                 ParentLinks links = ParentLinks::Follow);
+    /// The folder that `path` leads to the last component of, links on the way followed. Any
+    /// thread.
+    [[nodiscard]] static Result<ObjectId> folderOf(const QString& path);
     /// Whether `actual` is the object that this one describes. Of the folder that counts only where
     /// both know it; `actual` has every other part.
     [[nodiscard]] bool matches(const FileIdentity& actual) const;

@@ -28,7 +28,7 @@ public:
             const std::lock_guard lock(queue->m_mutex);
             queue->m_jobs.push_back({std::move(job), queue->m_stop->get_token()});
             ++queue->m_unfinished;
-            if (queue->m_thread || queue->startThread(queue)) {
+            if (queue->m_thread || (!queue->m_isRunningHere && queue->startThread(queue))) {
                 queue->m_changed.notify_all();
                 return;
             }

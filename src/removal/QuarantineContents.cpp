@@ -60,7 +60,9 @@ QuarantineItem recovered(const QString& name, const QString& quarantineDir, cons
 {
     static const QRegularExpression prefix(u"^[0-9A-F]{8}_(?=.)"_s);
     const QString path = quarantineDir + u'/' + name;
-    const QString fileName = QString(name).remove(prefix);
+    QString fileName = QString(name).remove(prefix);
+    if (fileName == u"."_s || fileName == u".."_s)
+        fileName = name;
     return {
         .id = QUuid::createUuid(),
         .originalPath = home + u"/Recovered/"_s + fileName,
@@ -73,17 +75,19 @@ QuarantineItem recovered(const QString& name, const QString& quarantineDir, cons
 }
 
 /// Claims the store; the reason in words where that is not to be.
-QString claim(const QString& quarantineDir, std::optional<FileLock>& lock)
+QString claim(const QString& quarantineDir, FileSystemProviding& fileSystem,
+              std::optional<FileLock>& lock)
 {
-    auto taken = FileLock::take(quarantineDir + u'/' + StoreNames::lock);
+    const QString path = quarantineDir + u'/' + StoreNames::lock;
+    auto taken = FileLock::take(path);
+    if (!taken && (taken.error().code == ENOSPC || taken.error().code == EDQUOT) &&
+        fileSystem.releaseSpace(quarantineDir + u'/' + StoreNames::reserve))
+        taken = FileLock::take(path);
     if (taken) {
         lock = std::move(*taken);
         return {};
     }
-    const int code = taken.error().code;
-    if (code == ENOENT || code == ENOTDIR)
-        return {}; // there is no store, and nothing that could not be changed
-    if (code == EWOULDBLOCK)
+    if (taken.error().code == EWOULDBLOCK)
         return u"Another Brivane is using the quarantine"_s;
     return u"The quarantine cannot be claimed: "_s + taken.error().reason();
 }
@@ -93,16 +97,26 @@ QString claim(const QString& quarantineDir, std::optional<FileLock>& lock)
 QuarantineContents QuarantineContents::read(const QString& quarantineDir, const QString& home,
                                             FileSystemProviding& fileSystem, const QDateTime& now)
 {
-    (void)fileSystem.makeDirectory(quarantineDir, 0700);
     QuarantineContents contents{.manifest = QuarantineManifest(quarantineDir, fileSystem)};
-    contents.refusal = claim(quarantineDir, contents.lock);
+    const Result<> made = fileSystem.makeDirectory(quarantineDir, 0700);
+    contents.hasFolder = bool(made);
+    contents.refusal = made ? claim(quarantineDir, fileSystem, contents.lock)
+                            : u"There is no quarantine: "_s + made.error().text();
 
     Worker lister(u"store listing"_s);
     const QFuture<std::optional<QSet<QString>>> listing =
         lister.run([quarantineDir] { return namesIn(quarantineDir); });
-    QList<QuarantineItem> recorded = contents.manifest.load();
+    const auto recorded = contents.manifest.load();
     const std::optional<QSet<QString>> names = listing.result();
-    contents.items = itemsThatAreThere(std::move(recorded), names, quarantineDir);
+    if (!recorded) {
+        // Whoever went on without it would forget where things came from.
+        if (contents.lock)
+            contents.refusal =
+                u"The list of the quarantine cannot be read: "_s + recorded.error().reason();
+        contents.lock.reset();
+        return contents;
+    }
+    contents.items = itemsThatAreThere(*recorded, names, quarantineDir);
     // What whoever has the lock is doing just now is not for us to judge.
     if (!contents.lock || !names)
         return contents;

@@ -15,11 +15,12 @@ namespace brivane {
 struct QuarantineContents {
     QuarantineManifest manifest;
     QList<QuarantineItem> items = {};
+    bool hasFolder = false;     ///< there is a store at all
     bool hasUnrecorded = false; ///< some of the items are in no list yet
     QStringList leftovers = {}; ///< paths of what a crash left of copies and of the manifest
     /// Held: nobody else changes the store, and whoever has this may.
     std::optional<FileLock> lock = {};
-    /// Why the lock could not be had, in words; null when it is held, or there is no store.
+    /// Why the store may not be changed, in words; null when the lock is held.
     QString refusal = {};
 
     /// Makes the store's folder (absolute) where it is missing, claims it and reads what it holds.

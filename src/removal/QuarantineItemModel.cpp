@@ -20,17 +20,14 @@ void QuarantineItemModel::append(const QList<QuarantineItem>& items)
 
 void QuarantineItemModel::replaceAll(const QList<QuarantineItem>& items)
 {
-    const auto idsOf = [](const QList<QuarantineItem>& list) {
-        QSet<QUuid> ids;
-        for (const QuarantineItem& item : list)
-            ids.insert(item.id);
-        return ids;
-    };
-    const QSet<QUuid> wanted = idsOf(items);
-    removeIf([&](const QuarantineItem& item) { return !wanted.contains(item.id); });
-    const QSet<QUuid> there = idsOf(m_items);
+    QHash<QUuid, QuarantineItem> wanted;
+    for (const QuarantineItem& item : items)
+        wanted.insert(item.id, item);
+    removeIf([&](const QuarantineItem& item) { return wanted.value(item.id) != item; });
+    for (const QuarantineItem& item : std::as_const(m_items))
+        wanted.remove(item.id);
     QList<QuarantineItem> added = items;
-    added.removeIf([&](const QuarantineItem& item) { return there.contains(item.id); });
+    added.removeIf([&](const QuarantineItem& item) { return !wanted.contains(item.id); });
     append(added);
 }
 

@@ -56,12 +56,16 @@ QuarantineManifest::QuarantineManifest(const QString& quarantineDir,
 {
 }
 
-QList<QuarantineItem> QuarantineManifest::load()
+Result<QList<QuarantineItem>> QuarantineManifest::load()
 {
     const Result<QByteArray> bytes = readWholeFile(m_path, longestList);
     m_length = bytes ? bytes->size() : 0;
+    // A folder, say, and what is too large for any list are no lists.
+    const bool isNone = !bytes && (bytes.error().code == EINVAL || bytes.error().code == EFBIG);
+    if (!bytes && !isNone && bytes.error().code != ENOENT)
+        return bytes.error();
     const auto items = bytes ? decode(*bytes) : std::nullopt;
-    m_isDamaged = !items && (bytes || bytes.error().code != ENOENT);
+    m_isDamaged = !items && (bytes || isNone);
     return items.value_or(QList<QuarantineItem>());
 }
 

@@ -25,7 +25,8 @@ public:
     QuarantineManifest(const QString& quarantineDir, FileSystemProviding& fileSystem);
 
     /// The items as they were saved; empty when there is no list, or none that can be understood.
-    QList<QuarantineItem> load();
+    /// An error when there is one that cannot be read now, and may be another time.
+    Result<QList<QuarantineItem>> load();
     /// After a failure the list on disk is the one before; see also writeFileAtomically().
     Result<> save(const QList<QuarantineItem>& items);
     /// Makes the reserve, as far as there is room, for a list of what load() gave.

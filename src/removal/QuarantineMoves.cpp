@@ -68,6 +68,12 @@ QSet<QString> foldersOf(const std::vector<QuarantineCandidate>& candidates)
     return folders;
 }
 
+std::optional<ObjectId> folderOf(const QString& path)
+{
+    const auto folder = FileIdentity::folderOf(path);
+    return folder ? std::optional(*folder) : std::nullopt;
+}
+
 /// What is demanded of the object at the moment of the move, when `found` stands there now.
 FileIdentity demanded(const QuarantineCandidate& candidate, const FileIdentity& found,
                       bool holdsAnother)
@@ -81,20 +87,18 @@ FileIdentity demanded(const QuarantineCandidate& candidate, const FileIdentity& 
 }
 
 /// Moves one item; none when it is still at its place.
-std::optional<MoveOutcome> carryOut(const PlannedMove& move, FileSystemProviding& fileSystem,
-                                    StoreUse store)
+std::optional<MoveOutcome> carryOut(const PlannedMove& move, RestoreJournal& journal,
+                                    FileSystemProviding& fileSystem, StoreUse store)
 {
     const QString& from = move.originalPath;
-    MoveOutcome outcome{move.handedOverAs, from, move.quarantinePath, move.size};
+    const QString& stored = move.quarantinePath;
+    MoveOutcome outcome{move.handedOverAs, from, stored, move.size};
     if (move.holdsAnother)
         outcome.size = fileOrDirSize(from);
 
     if (move.isOnVolumeOfStore) {
-        if (store == StoreUse::Refused)
-            return {};
-        const auto renamed =
-            fileSystem.moveItem(from, move.quarantinePath,
-                                {.expected = move.expected, .otherDevice = OtherDevice::Refuse});
+        const auto renamed = fileSystem.moveItem(
+            from, stored, {.expected = move.expected, .otherDevice = OtherDevice::Refuse});
         if (renamed)
             return outcome;
         // Also with the same device number there may be another mount in between.
@@ -105,34 +109,56 @@ std::optional<MoveOutcome> carryOut(const PlannedMove& move, FileSystemProviding
         outcome.quarantinePath.reset();
         return outcome;
     }
-    if (store == StoreUse::Refused)
+    if (store == StoreUse::TrashOnly)
         return {};
-    const auto copied = fileSystem.moveItem(from, move.quarantinePath, {.expected = move.expected});
+    journal.beginTaking(stored, from);
+    const auto copied = fileSystem.moveItem(from, stored, {.expected = move.expected});
+    if (!copied || copied->leftBehind.empty())
+        journal.end(stored);
     if (!copied)
         return {};
-    outcome.leftSomething = !copied->leftBehind.empty();
+    if (!copied->leftBehind.empty())
+        outcome.leftBehind = copied->leftBehind.front();
     return outcome;
 }
 
-/// Goes on with an item whose whole copy stands at its place. What was changed since it was copied
-/// is newer than that, and then all of it stays.
-Result<Moved> removeRest(const QString& stored, std::int64_t unchangedSince,
-                         FileSystemProviding& fileSystem)
+/// Whether what is left at `stored` stands in the whole copy at `place`, too, and is not newer.
+Result<> checkRest(const QString& stored, const QString& place)
 {
     Walk walk(PathText::toBytes(stored));
     while (const WalkEntry* entry = walk.next()) {
-        const bool isFolder =
-            entry->kind == WalkKind::Directory || entry->kind == WalkKind::DirectoryEnd;
-        if (!isFolder && entry->attributes.changedAt >= unchangedSince)
-            return FileError{ESTALE, PathText::fromBytes(walk.path()), FileOperation::Remove};
+        if (entry->kind == WalkKind::Directory || entry->kind == WalkKind::DirectoryEnd)
+            continue;
+        const QString path = PathText::fromBytes(walk.path());
+        const FileError changed{ESTALE, path, FileOperation::Remove};
+        const bool isKnown =
+            entry->kind != WalkKind::NoAttributes && entry->kind != WalkKind::UnreadableDirectory;
+        const auto copy = FileIdentity::of(place + path.sliced(stored.size()));
+        if (!isKnown || !copy || copy->size != entry->attributes.size ||
+            copy->modifiedAt != entry->attributes.modifiedAt)
+            return changed;
     }
+    return {};
+}
+
+/// Goes on with an item whose whole copy stands at its place.
+Result<Moved> removeRest(const QString& stored, const QString& place, RestoreJournal& journal,
+                         FileSystemProviding& fileSystem)
+{
+    if (const Result<> checked = checkRest(stored, place); !checked)
+        return checked.error();
     RemovalReport removal = fileSystem.removeItem(stored);
+    if (removal.isComplete())
+        journal.end(stored);
     return Moved{.leftBehind = std::move(removal.failures)};
 }
 
 Result<Moved> copyBack(const QString& stored, const QString& place, RestoreJournal& journal,
                        FileSystemProviding& fileSystem)
 {
+    // What stands in the way is no reason to forget what is known of another place.
+    if (FileIdentity::of(place))
+        return FileError{EEXIST, place, FileOperation::Move};
     const QString temporary = makeTemporaryName();
     journal.begin(stored, place, temporary);
     Result<Moved> moved = fileSystem.moveItem(
@@ -148,16 +174,14 @@ Result<Moved> copyBack(const QString& stored, const QString& place, RestoreJourn
 Result<Moved> moveBackTo(const QString& place, const QString& stored, RestoreJournal& journal,
                          FileSystemProviding& fileSystem)
 {
-    if (const auto since = journal.wholeSince(stored, place)) {
-        Result<Moved> moved = removeRest(stored, *since, fileSystem);
-        if (moved && moved->leftBehind.empty())
-            journal.end(stored);
-        return moved;
-    }
+    if (journal.isWholeAt(stored, place))
+        return removeRest(stored, place, journal, fileSystem);
     Result<Moved> moved = fileSystem.moveItem(
         stored, place, {.otherDevice = OtherDevice::Refuse, .toParents = ParentLinks::Trusted});
     if (!moved && moved.error().code == EXDEV)
         return copyBack(stored, place, journal, fileSystem);
+    if (moved)
+        journal.end(stored);
     return moved;
 }
 
@@ -175,13 +199,16 @@ std::vector<PlannedMove> planMoves(std::vector<QuarantineCandidate> candidates,
         const QuarantineCandidate& candidate = candidates[i];
         const QString path = withoutEndSlashes(candidate.path);
         const auto found = FileIdentity::of(path);
-        if (!found || (candidate.expected && !candidate.expected->matches(*found)) ||
-            !boundary.accepts(path))
+        if (!found || (candidate.expected && !candidate.expected->matches(*found)))
+            return;
+        // What was judged has to be what was found.
+        const std::optional<QString> real = boundary.accepted(path);
+        if (!real || folderOf(*real) != found->folder)
             return;
         const bool holdsAnother = folders.contains(path);
         planned[i] = PlannedMove{
             .handedOverAs = candidate.path,
-            .originalPath = path,
+            .originalPath = FileIdentity::of(path, ParentLinks::Trusted) ? path : *real,
             .quarantinePath = freePlace(path, quarantineDir),
             .expected = demanded(candidate, *found, holdsAnother),
             .isOnVolumeOfStore = store && store->device == found->device,
@@ -202,12 +229,12 @@ std::vector<PlannedMove> planMoves(std::vector<QuarantineCandidate> candidates,
     return moves;
 }
 
-QList<MoveOutcome> moveToQuarantine(const std::vector<PlannedMove>& moves,
+QList<MoveOutcome> moveToQuarantine(const std::vector<PlannedMove>& moves, RestoreJournal& journal,
                                     FileSystemProviding& fileSystem, StoreUse store)
 {
     QList<MoveOutcome> outcomes;
     for (const PlannedMove& move : moves) {
-        if (std::optional<MoveOutcome> outcome = carryOut(move, fileSystem, store))
+        if (std::optional<MoveOutcome> outcome = carryOut(move, journal, fileSystem, store))
             outcomes += *std::move(outcome);
     }
     return outcomes;
@@ -224,11 +251,13 @@ Result<Moved> moveBack(const QuarantineItem& item, const QString& quarantineDir,
     const QString folder = item.originalPath.left(item.originalPath.lastIndexOf(u'/'));
     (void)fileSystem.makeDirectory(folder, mode, ParentLinks::Trusted);
     Result<Moved> moved = moveBackTo(item.originalPath, stored, journal, fileSystem);
-    // The place of something recovered is our own idea, and as good as any other.
+    // The place of something recovered is our own idea, and as good as any other. What could not be
+    // taken altogether has its own rest in the way.
+    const bool mayHaveNumber =
+        item.categoryName == QuarantineItem::recovered || journal.isTakenInPart(stored);
     constexpr int lastNumber = 999;
-    for (int number = 2; !moved && moved.error().code == EEXIST &&
-                         item.categoryName == QuarantineItem::recovered && number <= lastNumber;
-         ++number)
+    for (int number = 2;
+         !moved && moved.error().code == EEXIST && mayHaveNumber && number <= lastNumber; ++number)
         moved = moveBackTo(item.originalPath + u" %1"_s.arg(number), stored, journal, fileSystem);
     return moved;
 }

@@ -30,16 +30,18 @@ struct MoveOutcome {
     QString originalPath;
     std::optional<QString> quarantinePath; ///< none when it went to the system Trash instead
     quint64 size = 0;                      ///< bytes
-    /// A whole copy is in the store, but something that could not be removed is still at its place.
-    bool leftSomething = false;
+    /// What is still at its place, though a whole copy is in the store, and why.
+    std::optional<FileError> leftBehind = {};
 };
 
 namespace QuarantineMoves {
 
 /// One path on its way into the quarantine: looked at and measured, but still at its place.
 struct PlannedMove {
-    QString handedOverAs;   ///< the path as its candidate spelled it
-    QString originalPath;   ///< the same without a slash at its end
+    QString handedOverAs; ///< the path as its candidate spelled it
+    /// The same without a slash at its end; the real path where that leads through links by which
+    /// it could not come back.
+    QString originalPath;
     QString quarantinePath; ///< a free place in the store
     quint64 size = 0;       ///< bytes
     FileIdentity expected;  ///< what was found there, or shown: nothing else is moved
@@ -54,20 +56,22 @@ struct PlannedMove {
 [[nodiscard]] std::vector<PlannedMove> planMoves(std::vector<QuarantineCandidate> candidates,
                                                  const QString& quarantineDir, const QString& home);
 
-/// Whether the store may take something in.
-enum class StoreUse { Allowed, Refused };
+/// Whether there is a store that may take something in.
+enum class StoreUse { Allowed, TrashOnly };
 
 /// Moves one after the other, each by one rename where that is possible. What lies on another
 /// volume goes to the Trash and, where that fails, is copied into the store and removed. What
-/// cannot be moved stays whole where it is and has no outcome; with Refused, that is all that would
-/// need the store. A link is moved itself, and what it leads to is left alone.
+/// cannot be moved stays whole where it is and has no outcome. A link is moved itself, and what it
+/// leads to is left alone.
 [[nodiscard]] QList<MoveOutcome> moveToQuarantine(const std::vector<PlannedMove>& moves,
+                                                  RestoreJournal& journal,
                                                   FileSystemProviding& fileSystem,
                                                   StoreUse store = StoreUse::Allowed);
 
 /// Puts a stored item back. Missing folders on the way are made; of the links there those are
 /// followed that root or the user made where only they can (ParentLinks::Trusted); nothing is
-/// replaced. Something "Recovered" gets a number when its name is taken. On failure the item is in
+/// replaced. Something "Recovered" gets a number when its name is taken, and so does what could not
+/// be taken in altogether, by what it has left there. On failure the item is in
 /// the store, whole; where the copy on another volume is whole and the item could not be removed
 /// altogether, the next call goes on with that.
 Result<Moved> moveBack(const QuarantineItem& item, const QString& quarantineDir,

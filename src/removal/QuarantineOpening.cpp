@@ -57,7 +57,11 @@ QuarantineService::QuarantineService(Host& host, const AppSettings& settings, QS
     adopt(std::move(contents));
 }
 
-QuarantineService::~QuarantineService() = default;
+QuarantineService::~QuarantineService()
+{
+    using namespace std::chrono_literals;
+    m_sweeper.leave(500ms);
+}
 
 QuarantineService& QuarantineService::shared()
 {
@@ -92,18 +96,18 @@ void QuarantineService::adopt(QuarantineContents contents)
     for (QuarantineItem& item : contents.items)
         item.purgeDays = purgeDays;
     m_items.replaceAll(contents.items);
+    m_hasFolder = contents.hasFolder;
     m_lock = std::move(contents.lock);
     setReadOnlyReason(contents.refusal);
     if (!m_lock)
         return;
     m_saver = std::make_unique<ManifestSaver>(std::move(contents.manifest),
                                               [this] { return itemsToRecord(); });
-    m_stored.run([leftovers = contents.leftovers, &fileSystem = m_host.fileSystem,
-                  journal = m_journal, dir = m_quarantineDir] {
+    m_stored.run([leftovers = contents.leftovers, &fileSystem = m_host.fileSystem] {
         for (const QString& path : leftovers)
             (void)fileSystem.removeItem(path);
-        journal->sweep(dir);
     });
+    m_sweeper.run([journal = m_journal] { journal->sweep(); });
     if (contents.hasUnrecorded)
         (void)save();
     purgeExpired();

@@ -98,7 +98,7 @@ QuarantineService::quarantine(std::vector<QuarantineCandidate> candidates, QStri
         co_return result;
 
     const int handOver = m_handOvers++;
-    QString refusal = isWritable ? QString() : m_readOnlyReason;
+    QString refusal = m_readOnlyReason;
     if (!moves.empty() && isWritable) {
         QList<QuarantineItem>& announced = m_announced[handOver];
         for (const auto& move : moves)
@@ -108,24 +108,33 @@ QuarantineService::quarantine(std::vector<QuarantineCandidate> candidates, QStri
         if (!self)
             co_return result;
         if (!recorded)
-            refusal = u"the quarantine's list cannot be written: "_s + recorded.error().reason();
+            refusal = u"The quarantine's list cannot be written: "_s + recorded.error().reason();
     }
-    const auto use = isWritable && refusal.isNull() ? QuarantineMoves::StoreUse::Allowed
-                                                    : QuarantineMoves::StoreUse::Refused;
-    const QFuture<QList<MoveOutcome>> moving =
-        m_intake.run([moves, &fileSystem = m_host.fileSystem, use] {
-            return QuarantineMoves::moveToQuarantine(moves, fileSystem, use);
-        });
+    // Where there is a store, and it may not be used, nothing is moved. Where there is none, there
+    // is the Trash.
+    const auto use =
+        m_hasFolder ? QuarantineMoves::StoreUse::Allowed : QuarantineMoves::StoreUse::TrashOnly;
+    const bool isHeldBack = m_hasFolder && !refusal.isEmpty();
+    const QFuture<QList<MoveOutcome>> moving = m_intake.run(
+        [moves = isHeldBack ? Moves() : moves, journal = m_journal, &fileSystem = m_host.fileSystem,
+         use] { return QuarantineMoves::moveToQuarantine(moves, *journal, fileSystem, use); });
     const QList<MoveOutcome> outcomes = co_await moving;
+    QStringList remarks;
     for (const MoveOutcome& outcome : outcomes) {
-        if (outcome.leftSomething)
+        if (outcome.leftBehind) {
+            remarks += u"Something of %1 stays at its place: %2"_s.arg(
+                PathText::forDisplay(PathText::lastComponent(outcome.originalPath)),
+                outcome.leftBehind->text());
             continue;
+        }
         ++result.moved;
         result.size += outcome.size;
         result.movedPaths.insert(outcome.handedOverAs);
     }
-    if (outcomes.size() < std::ssize(moves))
+    if (outcomes.size() < std::ssize(moves) && !refusal.isEmpty()) {
         result.refusal = refusal;
+        remarks += u"The rest stays where it is: "_s + refusal;
+    }
     if (!self)
         co_return result;
 
@@ -138,10 +147,8 @@ QuarantineService::quarantine(std::vector<QuarantineCandidate> candidates, QStri
     m_announced.erase(handOver);
     m_items.append(stored);
     const QFuture<Result<>> saving = save();
-    QString text = resultText(u"Quarantined"_s, result.moved, result.size);
-    if (!result.refusal.isNull())
-        text += u". The rest stays where it is: "_s + result.refusal;
-    setLastResult(text);
+    remarks.prepend(resultText(u"Quarantined"_s, result.moved, result.size));
+    setLastResult(remarks.join(u". "_s));
     co_await saving;
     co_return result;
 }
@@ -211,7 +218,7 @@ QCoro::Task<bool> QuarantineService::permanentlyDelete(QuarantineItem item)
         co_return isGone;
     const QString name = PathText::forDisplay(item.fileName);
     if (!isGone) {
-        setLastResult(u"Failed to delete: "_s + name);
+        setLastResult(u"Failed to delete: "_s + (isWritable ? name : m_readOnlyReason));
         co_return false;
     }
     m_items.remove(item.id);
@@ -231,7 +238,11 @@ QCoro::Task<QuarantineService::Purge> QuarantineService::purgeAll()
     const bool isWritable = co_await trying;
     if (!self)
         co_return result;
-    const QList<QuarantineItem> all = isWritable ? items() : QList<QuarantineItem>();
+    if (!isWritable) {
+        setLastResult(u"Failed to delete: "_s + m_readOnlyReason);
+        co_return result;
+    }
+    const QList<QuarantineItem> all = items();
     OperationProgress progress{.label = u"Deleting"_s, .total = all.size()};
     setProgress(progress);
     for (const QuarantineItem& item : all) {
@@ -259,6 +270,12 @@ QCoro::Task<QuarantineService::Purge> QuarantineService::purgeAll()
 QCoro::Task<> QuarantineService::restoreAll()
 {
     const QPointer<QuarantineService> self(this);
+    QCoro::Task<bool> trying = makeWritable();
+    const bool isWritable = co_await trying;
+    if (!self)
+        co_return;
+    if (!isWritable)
+        co_return setLastResult(u"Failed to restore: "_s + m_readOnlyReason);
     const QList<QuarantineItem> all = items();
     qsizetype restored = 0;
     OperationProgress progress{.label = u"Restoring"_s, .total = all.size()};

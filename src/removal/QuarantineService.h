@@ -158,13 +158,15 @@ private:
     QString m_readOnlyReason;
     std::optional<OperationProgress> m_progress;
 
+    bool m_hasFolder = false;
     std::optional<FileLock> m_lock;
-    std::unique_ptr<ManifestSaver> m_saver;    ///< null without the lock
-    std::shared_ptr<RestoreJournal> m_journal; ///< m_stored's
-    std::optional<Opening> m_opening;          ///< of a store that is tried again just now
+    std::unique_ptr<ManifestSaver> m_saver; ///< null without the lock
+    const std::shared_ptr<RestoreJournal> m_journal;
+    std::optional<Opening> m_opening; ///< of a store that is tried again just now
     Worker m_planner{QStringLiteral("quarantine plan")};
     Worker m_intake{QStringLiteral("quarantine intake")}; ///< for hand-overs
     Worker m_stored{QStringLiteral("quarantine store")};  ///< for what is in the store
+    Worker m_sweeper{QStringLiteral("quarantine sweep")}; ///< may wait for volumes that are away
 };
 
 } // namespace brivane

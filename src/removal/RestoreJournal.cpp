@@ -9,7 +9,7 @@
 #include <QJsonObject>
 
 #include <algorithm>
-#include <cerrno>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -17,9 +17,11 @@ namespace brivane {
 
 namespace {
 
-QString folderOf(const QString& path)
+/// Of the folder that `place` is in; 0 when it is not there.
+std::uint64_t deviceOf(const QString& place)
 {
-    return path.left(path.lastIndexOf(u'/'));
+    const auto folder = FileIdentity::folderOf(place);
+    return folder ? folder->device : 0;
 }
 
 // As text: the numbers of JSON end at 2^53.
@@ -53,105 +55,153 @@ std::optional<RestoreJournal::Entry> RestoreJournal::entryOf(const QJsonValue& v
     Entry entry{.stored = value[u"stored"].toString(),
                 .place = value[u"place"].toString(),
                 .temporary = value[u"temporary"].toString(),
-                .begunAt = value[u"begunAt"].toString().toLongLong(),
+                .device = value[u"device"].toString().toULongLong(),
                 .copy = decode(value[u"copy"].toArray())};
-    const bool isOne = !entry.stored.isEmpty() && entry.place.startsWith(u'/') &&
-                       isTemporaryName(entry.temporary) && !entry.temporary.contains(u'/');
+    const bool isCopyOut = isTemporaryName(entry.temporary) && !entry.temporary.contains(u'/');
+    const bool isCopyIn = entry.temporary.isEmpty() && !entry.stored.isEmpty();
+    const bool isOne = entry.place.startsWith(u'/') && (isCopyOut || isCopyIn);
     return isOne ? std::optional(entry) : std::nullopt;
 }
 
-void RestoreJournal::sweep(const QString& quarantineDir)
+void RestoreJournal::load()
 {
-    const Result<QByteArray> bytes = readWholeFile(m_path);
-    if (!bytes)
+    if (std::exchange(m_isLoaded, true))
         return;
-    const QJsonArray entries = QJsonDocument::fromJson(*bytes).array();
+    const Result<QByteArray> bytes = readWholeFile(m_path);
+    const QString store = m_path.left(m_path.lastIndexOf(u'/') + 1);
+    const QJsonArray entries = QJsonDocument::fromJson(bytes ? *bytes : QByteArray()).array();
     for (const QJsonValue& value : entries) {
         const std::optional<Entry> entry = entryOf(value);
-        if (entry && !isOver(*entry, quarantineDir))
+        if (!entry)
+            continue;
+        if (!entry->temporary.isEmpty())
+            m_left += {{}, entry->place, entry->temporary, entry->device};
+        // Of what is not stored any more there is nothing to know.
+        const bool isStored = !entry->stored.isEmpty() && FileIdentity::of(store + entry->stored);
+        if (isStored && (entry->copy || entry->temporary.isEmpty()))
             m_entries += *entry;
     }
-    (void)save();
+    if (!entries.isEmpty() && m_entries.isEmpty() && m_left.isEmpty())
+        save();
 }
 
-bool RestoreJournal::isOver(const Entry& entry, const QString& quarantineDir) const
+void RestoreJournal::forget(const QString& name)
 {
-    const QString folder = folderOf(entry.place);
-    const auto folderNow = FileIdentity::of(folder);
-    if (!folderNow && folder.contains(u'/'))
-        return false; // its volume may come back
-    const RemovalReport removal = m_fileSystem.removeItem(folder + u'/' + entry.temporary);
-    const bool isSwept = removal.isComplete() || removal.failures.front().code == ENOENT;
-    return isSwept && (!entry.copy || !FileIdentity::of(quarantineDir + u'/' + entry.stored));
+    load();
+    if (m_entries.removeIf([&](const Entry& entry) { return entry.stored == name; }) > 0)
+        save();
 }
 
-RestoreJournal::Entry* RestoreJournal::find(const QString& stored)
+void RestoreJournal::sweep()
 {
-    const auto entry =
-        std::ranges::find(m_entries, PathText::lastComponent(stored), &Entry::stored);
-    return entry != m_entries.end() ? &*entry : nullptr;
+    QList<Entry> left;
+    {
+        const std::lock_guard lock(m_mutex);
+        load();
+        left = m_left;
+    }
+    left.removeIf([&](const Entry& entry) { return !isSwept(entry); });
+    if (left.isEmpty())
+        return;
+    const std::lock_guard lock(m_mutex);
+    m_left.removeIf([&](const Entry& entry) { return left.contains(entry); });
+    save();
+}
+
+bool RestoreJournal::isSwept(const Entry& entry) const
+{
+    const QString folder = entry.place.left(entry.place.lastIndexOf(u'/') + 1);
+    const QString temporary = folder + entry.temporary;
+    if (const auto found = FileIdentity::of(temporary)) {
+        (void)m_fileSystem.removeItem(temporary, *found);
+        return !FileIdentity::of(temporary);
+    }
+    return deviceOf(entry.place) == entry.device; // else its volume may come back
+}
+
+void RestoreJournal::put(const Entry& entry)
+{
+    const std::lock_guard lock(m_mutex);
+    load();
+    m_entries.removeIf([&](const Entry& other) { return other.stored == entry.stored; });
+    m_entries += entry;
+    save();
+}
+
+void RestoreJournal::beginTaking(const QString& stored, const QString& place)
+{
+    put({.stored = PathText::lastComponent(stored), .place = place});
+}
+
+bool RestoreJournal::isTakenInPart(const QString& stored)
+{
+    const QString name = PathText::lastComponent(stored);
+    const std::lock_guard lock(m_mutex);
+    load();
+    return std::ranges::any_of(m_entries, [&](const Entry& entry) {
+        return entry.stored == name && entry.temporary.isEmpty();
+    });
 }
 
 void RestoreJournal::begin(const QString& stored, const QString& place, const QString& temporary)
 {
-    m_entries.removeIf(
-        [&](const Entry& entry) { return entry.stored == PathText::lastComponent(stored); });
-    m_entries += {PathText::lastComponent(stored), place, temporary};
-    if (!save())
-        return;
-    // What is changed from now on is stamped no earlier than this.
-    if (const auto journal = FileIdentity::of(m_path))
-        m_entries.back().begunAt = *journal->changedAt;
+    put({.stored = PathText::lastComponent(stored),
+         .place = place,
+         .temporary = temporary,
+         .device = deviceOf(place)});
 }
 
 void RestoreJournal::becameWhole(const QString& stored, const FileIdentity& copy)
 {
-    if (Entry* entry = find(stored)) {
-        // The rename into place changes the time of change.
-        entry->copy = copy;
-        entry->copy->changedAt.reset();
-        entry->copy->folder.reset();
-        (void)save();
-    }
+    const std::lock_guard lock(m_mutex);
+    const auto entry =
+        std::ranges::find(m_entries, PathText::lastComponent(stored), &Entry::stored);
+    if (entry == m_entries.end())
+        return;
+    // The rename into place changes the time of change.
+    entry->copy = copy;
+    entry->copy->changedAt.reset();
+    entry->copy->folder.reset();
+    save();
 }
 
 void RestoreJournal::end(const QString& stored)
 {
-    const QString name = PathText::lastComponent(stored);
-    if (m_entries.removeIf([&](const Entry& entry) { return entry.stored == name; }) > 0)
-        (void)save();
+    const std::lock_guard lock(m_mutex);
+    forget(PathText::lastComponent(stored));
 }
 
-std::optional<std::int64_t> RestoreJournal::wholeSince(const QString& stored,
-                                                       const QString& place) const
+bool RestoreJournal::isWholeAt(const QString& stored, const QString& place)
 {
     const QString name = PathText::lastComponent(stored);
-    const auto entry = std::ranges::find(m_entries, name, &Entry::stored);
-    if (entry == m_entries.end() || entry->place != place || !entry->copy)
-        return {};
     const auto standing = FileIdentity::of(place);
-    return standing && entry->copy->matches(*standing) ? std::optional(entry->begunAt)
-                                                       : std::nullopt;
+    const std::lock_guard lock(m_mutex);
+    load();
+    return standing && std::ranges::any_of(m_entries, [&](const Entry& entry) {
+               return entry.stored == name && entry.place == place && entry.copy &&
+                      entry.copy->matches(*standing);
+           });
 }
 
-Result<> RestoreJournal::save() const
+void RestoreJournal::save()
 {
-    if (m_entries.isEmpty()) {
+    if (m_entries.isEmpty() && m_left.isEmpty()) {
         (void)m_fileSystem.removeItem(m_path);
-        return {};
+        return;
     }
     QJsonArray entries;
-    for (const Entry& entry : m_entries) {
-        QJsonObject object{{u"stored"_s, entry.stored},
-                           {u"place"_s, entry.place},
-                           {u"temporary"_s, entry.temporary},
-                           {u"begunAt"_s, QString::number(entry.begunAt)}};
+    for (const Entry& entry : m_entries + m_left) {
+        QJsonObject object{{u"stored"_s, entry.stored}, {u"place"_s, entry.place}};
+        if (!entry.temporary.isEmpty()) {
+            object[u"temporary"_s] = entry.temporary;
+            object[u"device"_s] = QString::number(entry.device);
+        }
         if (entry.copy)
             object[u"copy"_s] = encode(*entry.copy);
         entries += object;
     }
-    return m_fileSystem.writeAtomically(
-        m_path, QJsonDocument(entries).toJson(QJsonDocument::Compact), 0600);
+    (void)m_fileSystem.writeAtomically(m_path,
+                                       QJsonDocument(entries).toJson(QJsonDocument::Compact), 0600);
 }
 
 } // namespace brivane

@@ -49,15 +49,14 @@ StoreBoundary::StoreBoundary(const QString& quarantineDir, const QString& home)
 {
 }
 
-bool StoreBoundary::accepts(const QString& path) const
+std::optional<QString> StoreBoundary::accepted(const QString& path) const
 {
     if (!isPlainlySpelled(path) || isForbidden(path))
-        return false;
+        return {};
     // The object itself may be a link, which is then what goes; the way to it is looked through.
     const qsizetype slash = path.lastIndexOf(u'/');
-    if (slash == 0)
-        return true;
-    return !isForbidden(resolved(path.first(slash)) + path.sliced(slash));
+    const QString real = slash > 0 ? resolved(path.first(slash)) + path.sliced(slash) : path;
+    return isForbidden(real) ? std::nullopt : std::optional(real);
 }
 
 bool StoreBoundary::isStored(const QString& path, const QString& quarantineDir)

@@ -1,7 +1,8 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
+
+#include <optional>
 
 namespace brivane {
 
@@ -11,13 +12,15 @@ namespace brivane {
 /// folders that lead to these two, also by way of a link, and every other spelling of a path than
 /// the plain one. Whether a path is dangerous otherwise is for SafetyChecker to say.
 ///
-/// A value; any thread. The constructor and accepts() look at the disk.
+/// A value; any thread. The constructor and accepted() look at the disk.
 class StoreBoundary {
 public:
     /// Both are absolute and plainly spelled. What links on the way there lead to is found out now.
     StoreBoundary(const QString& quarantineDir, const QString& home);
 
-    [[nodiscard]] bool accepts(const QString& path) const;
+    /// The real path of what may go in: without links on the way, itself not followed; none for
+    /// what may not.
+    [[nodiscard]] std::optional<QString> accepted(const QString& path) const;
     /// The real path of the store's folder.
     [[nodiscard]] const QString& realDir() const { return m_realDir; }
 

@@ -186,7 +186,7 @@ TEST_F(QuarantineStartTest, OnAFullDiskTheListTakesTheReservesPlaceOrNothingIsMo
     const auto refused = quarantine({paths[1]});
     EXPECT_EQ(refused.moved, 0);
     EXPECT_EQ(service->lastResult(),
-              u"Quarantined 0 items (Zero KB). The rest stays where it is: the quarantine's list "
+              u"Quarantined 0 items (Zero KB). The rest stays where it is: The quarantine's list "
               u"cannot be written: No space left on device"_s);
     EXPECT_TRUE(stands(paths[1]));
     EXPECT_EQ(names(), QStringList(u"one"_s));

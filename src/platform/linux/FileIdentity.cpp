@@ -4,15 +4,26 @@
 
 namespace brivane {
 
-Result<FileIdentity> FileIdentity::of(const QString& path)
+Result<FileIdentity> FileIdentity::of(const QString& path, ParentLinks links)
 {
-    const auto place = posix::PathPlace::find(path, FileOperation::Inspect);
+    const auto place = posix::PathPlace::find(path, FileOperation::Inspect, links);
     if (!place)
         return place.error();
     posix::FileStatus status;
     if (const int code = place->readStatus(status))
         return place->error(code, FileOperation::Inspect);
     return status.identity;
+}
+
+Result<ObjectId> FileIdentity::folderOf(const QString& path)
+{
+    const auto place = posix::PathPlace::find(path, FileOperation::Inspect);
+    if (!place)
+        return place.error();
+    posix::FileStatus status;
+    if (const int code = posix::readStatus(place->folder(), status))
+        return place->error(code, FileOperation::Inspect);
+    return ObjectId{status.identity.device, status.identity.inode};
 }
 
 bool FileIdentity::matches(const FileIdentity& actual) const

@@ -15,8 +15,9 @@ constexpr int mostTries = 8;
 
 int claim(const PathPlace& place, FileDescriptor& file)
 {
-    int code = openAt(place.folder(), place.name(), O_RDONLY | O_CREAT | O_NONBLOCK | O_NOCTTY,
-                      file, 0600);
+    // For writing: network file systems lock nothing else for one alone.
+    int code =
+        openAt(place.folder(), place.name(), O_RDWR | O_CREAT | O_NONBLOCK | O_NOCTTY, file, 0600);
     FileStatus status;
     if (code == 0)
         code = readStatus(file.get(), status);

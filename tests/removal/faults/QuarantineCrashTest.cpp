@@ -70,12 +70,17 @@ void checkNextStart(WatchedGround& ground, const Deed& deed)
         const int places = ground.places(path);
         EXPECT_TRUE(copies ? places >= 1 : places == 1) << path.toStdString() << places;
     }
-    if (copies && deed.prepare == deeds.front().prepare)
-        return; // what is left at the place of a copied thing is in its way
+    QStringList results; // of all of them, for a failure
+    QObject::connect(ground.service.get(), &QuarantineService::lastResultChanged,
+                     [&] { results += ground.service->lastResult(); });
     WatchedGround::await(ground.service->restoreAll());
-    for (const QString& path : ground.paths())
-        EXPECT_TRUE(ground.isWholeAtItsPlace(path)) << path.toStdString();
-    EXPECT_TRUE(ground.service->items().isEmpty()) << ground.service->lastResult().toStdString();
+    // What a copy had left at its place is in the way of the whole.
+    for (const QString& path : ground.paths()) {
+        EXPECT_TRUE(ground.isWholeAtItsPlace(path) ||
+                    (copies && ground.isWholeAtItsPlace(path, u" 2"_s)))
+            << path.toStdString();
+    }
+    EXPECT_TRUE(ground.service->items().isEmpty()) << results.join(u'\n').toStdString();
     EXPECT_EQ(ground.rests(), QStringList());
 }
 
@@ -94,6 +99,6 @@ TEST(QuarantineCrash, AfterAKillAtAnyStepEachThingIsAtItsPlaceOrListed)
         }
         std::printf("%s: killed at %d points\n", deed.name, points - 1);
         RecordProperty(std::string(deed.name) + " kill points", points - 1);
-        EXPECT_GT(points, 10) << deed.name;
+        EXPECT_GT(points, 5) << deed.name;
     }
 }

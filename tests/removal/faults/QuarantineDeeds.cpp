@@ -91,7 +91,9 @@ WatchedGround::WatchedGround(Things things)
         m_folder =
             machine.link(u"~/linked", PathText::toBytes(machine.directory(u"/Volumes/Data")));
     if (things == Things::OnAnotherVolume) {
-        m_folder = machine.secondDevice().value_or(machine.directory(u"~/no other volume"));
+        const std::optional<QString> other = machine.secondDevice();
+        EXPECT_TRUE(other) << "these tests need a second device, as /dev/shm mostly is";
+        m_folder = other.value_or(machine.directory(u"~/no other volume"));
         fileSystem.hasNoTrash = true;
     }
     (void)makeDirectoryWithParents(m_folder + u"/folder/inside"_s, 0755);
@@ -126,9 +128,10 @@ bool WatchedGround::isAtItsPlace(const QString& path) const
     return stands(path);
 }
 
-bool WatchedGround::isWholeAtItsPlace(const QString& path) const
+bool WatchedGround::isWholeAtItsPlace(const QString& path, const QString& suffix) const
 {
-    return stands(path) && snapshot(PathText::toBytes(path)) == m_before.at(path);
+    const QString place = path + suffix;
+    return stands(place) && snapshot(PathText::toBytes(place)) == m_before.at(path);
 }
 
 QStringList WatchedGround::rests() const

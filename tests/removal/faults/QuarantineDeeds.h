@@ -22,7 +22,8 @@ public:
     /// in its list, or in the Trash.
     [[nodiscard]] int places(const QString& path) const;
     [[nodiscard]] bool isAtItsPlace(const QString& path) const;
-    [[nodiscard]] bool isWholeAtItsPlace(const QString& path) const;
+    /// Or beside it, under its name with this behind it.
+    [[nodiscard]] bool isWholeAtItsPlace(const QString& path, const QString& suffix = {}) const;
     /// What copying has left beside the things.
     [[nodiscard]] QStringList rests() const;
     /// What is in the store and not in its list, or the other way round.

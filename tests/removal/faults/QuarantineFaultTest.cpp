@@ -81,3 +81,30 @@ TEST(QuarantineFault, NothingIsLostAndTheListIsTrueWhicheverCallFails)
         EXPECT_GT(points, 50) << deed.name;
     }
 }
+
+TEST(QuarantineFault, WhereThingsCameFromIsNotForgottenWhicheverLookOfAStartFails)
+{
+    int looks = 0;
+    for (bool wasReached = true; wasReached && !HasFailure(); ++looks) {
+        WatchedGround ground(Things::AtHome);
+        deeds.back().prepare(ground);
+        const QStringList list = listOf(ground);
+        ground.service.reset();
+        wasReached = false;
+        int seen = 0;
+        {
+            const SystemCallFaults faults([&](const SystemCall& call) {
+                if (call.changesFiles || seen++ != looks)
+                    return 0;
+                wasReached = true;
+                return EIO;
+            });
+            ground.start();
+            ground.quarantine({}); // and with what was read then the list is written
+        }
+        ground.start();
+        EXPECT_TRUE(listOf(ground) == list)
+            << "look " << looks << listOf(ground).join(u'\n').toStdString();
+    }
+    EXPECT_GT(looks, 10);
+}

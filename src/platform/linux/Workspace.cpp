@@ -67,7 +67,16 @@ Reason showSelected(const QByteArray& path, GCancellable* cancellable)
     return reply ? Reason() : reasonOf(error);
 }
 
-Reason openFolderOf(const QByteArray& path, GCancellable* cancellable)
+/// What a program is launched with. Its environment is taken now, on the GUI thread, which alone
+/// changes that of this program.
+Owned<GAppLaunchContext> launchContext()
+{
+    Owned<GAppLaunchContext> context(g_app_launch_context_new());
+    g_app_launch_context_unsetenv(context.get(), "XDG_ACTIVATION_TOKEN");
+    return context;
+}
+
+Reason openFolderOf(const QByteArray& path, GAppLaunchContext* context, GCancellable* cancellable)
 {
     GError* error = nullptr;
     // To launch, GIO uses the connection that it shares, and may go on using it.
@@ -76,7 +85,7 @@ Reason openFolderOf(const QByteArray& path, GCancellable* cancellable)
         g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
     const Owned<char> folder(g_path_get_dirname(path.constData()));
     const Owned<char> uri(g_filename_to_uri(folder.get(), nullptr, &error));
-    if (!uri || !g_app_info_launch_default_for_uri(uri.get(), nullptr, &error))
+    if (!uri || !g_app_info_launch_default_for_uri(uri.get(), context, &error))
         return reasonOf(error);
     return {};
 }
@@ -87,7 +96,7 @@ class DesktopWorkspace final : public Workspace {
 public:
     void reveal(const QString& path) override
     {
-        m_worker.run([path](const std::stop_token& stop) {
+        m_worker.run([path, context = launchContext()](const std::stop_token& stop) {
             if (stop.stop_requested())
                 return;
             const Owned<GCancellable> cancellable(g_cancellable_new());
@@ -96,7 +105,7 @@ public:
             const Reason notShown = showSelected(bytes, cancellable.get());
             if (notShown.isEmpty() || stop.stop_requested())
                 return;
-            const Reason notOpened = openFolderOf(bytes, cancellable.get());
+            const Reason notOpened = openFolderOf(bytes, context.get(), cancellable.get());
             if (notOpened.isEmpty())
                 return;
             writeToSystemLog(

@@ -14,8 +14,9 @@ T.MenuItem {
     leftPadding: Metrics.spacingSmall
     rightPadding: Metrics.spacingSmall
     Accessible.name: text
-    Accessible.description: keys
-    Accessible.onPressAction: root.triggered()
+    // A state "disabled" is not told to screen readers.
+    Accessible.description: enabled ? keys : qsTr("unavailable")
+    Accessible.onPressAction: if (enabled) root.triggered()
 
     background: Rectangle {
         radius: Metrics.radiusSmall

@@ -21,7 +21,8 @@ T.Button {
 
     Accessible.role: Accessible.Button
     Accessible.name: text.length > 0 ? text : toolTip
-    Accessible.description: text.length > 0 ? toolTip : ""
+    // A state "disabled" is not told to screen readers.
+    Accessible.description: !enabled ? qsTr("unavailable") : text.length > 0 ? toolTip : ""
     Accessible.onPressAction: root.activate()
 
     Keys.onReturnPressed: event => root.activateByKey(event)

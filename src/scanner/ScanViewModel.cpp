@@ -87,8 +87,11 @@ void ScanViewModel::scanFolder(const QString& path)
 
 void ScanViewModel::scanFolderUrl(const QUrl& url)
 {
+    const QString host = url.host();
+    const bool isHere =
+        host.isEmpty() || host == "localhost"_L1 || host == QSysInfo::machineHostName().toLower();
     // Percent signs keep the bytes of a name, which a conversion to text might not.
-    if (url.isLocalFile())
+    if (url.isLocalFile() && isHere)
         scanFolder(PathText::fromBytes(
             QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1())));
 }
@@ -230,6 +233,9 @@ void ScanViewModel::finish(const WalkRunner::Outcome& outcome)
     result.scanDate = m_host.clock.now();
     setRootNode(outcome.root);
     setFocusedNode(outcome.root);
+    // A scan as administrator keeps the selection, and may bring another tree.
+    if (m_selectedNode.isValid() && &m_selectedNode.node()->tree() != &outcome.root->tree())
+        setSelectedNode({});
     if (outcome.file && !m_selectedNode.isValid())
         setSelectedNode(FileNodeRef(outcome.file));
     m_folderModel.refresh();

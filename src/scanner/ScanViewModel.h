@@ -64,7 +64,8 @@ public:
     /// a link is resolved, since the walk itself does not follow any. A file stands for its folder,
     /// and is selected in it at the end, unless something else is by then.
     Q_INVOKABLE void scanFolder(const QString& path);
-    /// The same for what a folder dialog or a drop gives; nothing unless it is a local file's URL.
+    /// The same for what a folder dialog or a drop gives; nothing unless it is the URL of a file of
+    /// this machine.
     Q_INVOKABLE void scanFolderUrl(const QUrl& url);
     /// From a finished or failed scan back to the choice of a volume; the tree stays.
     Q_INVOKABLE void showVolumes();

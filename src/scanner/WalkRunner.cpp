@@ -23,18 +23,39 @@ struct Place {
     QByteArray file; ///< its path; empty for none
 };
 
-/// Where a walk for `path` starts: a walk follows no link, and a file holds nothing. A path that
-/// leads nowhere is given back, for the walk to say so.
+/// Empty when `path` leads nowhere.
+QByteArray realPath(const QByteArray& path)
+{
+    char* const found = path.contains('\0') ? nullptr : ::realpath(path.constData(), nullptr);
+    const QByteArray real(found);
+    std::free(found);
+    return real;
+}
+
+/// The link at `path`, which leads nowhere, by its folder's real path; empty when there is none.
+QByteArray deadLink(const QByteArray& path)
+{
+    const qsizetype name = path.lastIndexOf('/') + 1;
+    const QByteArray folder = realPath(path.first(name));
+    struct stat status;
+    if (folder.isEmpty() || path.contains('\0') || ::lstat(path.constData(), &status) != 0 ||
+        !S_ISLNK(status.st_mode))
+        return {};
+    return (folder.endsWith('/') ? folder : folder + '/') + path.sliced(name);
+}
+
+/// Where a walk for `path` starts: a walk follows no link, and a file or a dead link holds nothing.
+/// A path with nothing at it is given back, for the walk to say so.
 Place placeOf(const QString& path)
 {
     const QByteArray bytes = PathText::toBytes(path);
-    char* const found = bytes.contains('\0') ? nullptr : ::realpath(bytes.constData(), nullptr);
-    if (!found)
+    QByteArray real = realPath(bytes);
+    if (real.isEmpty())
+        real = deadLink(bytes);
+    if (real.isEmpty())
         return {path, {}};
-    const QByteArray real(found);
-    std::free(found);
     struct stat status;
-    if (::stat(real.constData(), &status) != 0 || S_ISDIR(status.st_mode))
+    if (::lstat(real.constData(), &status) != 0 || S_ISDIR(status.st_mode))
         return {PathText::fromBytes(real), {}};
     const qsizetype slash = real.lastIndexOf('/');
     return {PathText::fromBytes(real.first(std::max<qsizetype>(slash, 1))), real};

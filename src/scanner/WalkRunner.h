@@ -23,7 +23,8 @@ class WalkRunner : public QObject {
 public:
     struct Order {
         QString path;
-        /// `path` came from outside: a link is resolved, and for a file its folder is walked.
+        /// `path` came from outside: a link is resolved, and for a file, or a link that leads
+        /// nowhere, its folder is walked.
         bool isDropped = false;
         bool needsVolume = false; ///< the outcome shall tell the volume
     };

@@ -2,6 +2,7 @@
 #include "platform/FileReading.h"
 #include "platform/PathText.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QJsonArray>
@@ -184,6 +185,7 @@ TEST_F(QuarantineJourney, ByKeyboardAloneFromTheFilterToTheLastItem)
         if (answer == Qt::Key_Escape) {
             app().press(answer);
             ASSERT_TRUE(waitUntil([&] { return !app().item(u"confirmAccept"_s); }));
+            EXPECT_EQ(focusSeen(), u"restoreAll"_s) << "the question kept the keyboard";
             continue;
         }
         app().press(Qt::Key_Tab);
@@ -191,6 +193,41 @@ TEST_F(QuarantineJourney, ByKeyboardAloneFromTheFilterToTheLastItem)
         expectResult(u"Restored 1 items"_s, [&] { app().press(answer); });
     }
     EXPECT_TRUE(isThere(u"c.log"_s));
+    EXPECT_TRUE(waitUntil([&] { return focus() == u"quarantineView"_s; })) << qPrintable(focus());
+}
+
+TEST_F(QuarantineJourney, KeyboardAndScreenReaderComeThroughAStoreThatAnotherProgramHas)
+{
+    const std::unique_ptr<OwnedHost> host = disk().start();
+    auto other = std::make_unique<QuarantineService>(host->host(), AppSettings::shared(),
+                                                     disk().machine.path(u"~/.Brivane_Quarantine"));
+    app().press(Qt::Key_5, Qt::ControlModifier);
+    ASSERT_TRUE(app().shows(u"quarantineEmptyTitle"_s));
+    ASSERT_TRUE(waitUntil([&] { return focus() == u"tryAgain"_s; })) << "empty, it is a trap";
+    expectTabStops({u"menuButton"_s, u"tryAgain"_s});
+    const auto heard = [&](const QString& name) {
+        return QAccessible::queryAccessibleInterface(app().item(name));
+    };
+    EXPECT_EQ(heard(u"readOnlyBanner"_s)->role(), QAccessible::AlertMessage);
+    EXPECT_TRUE(heard(u"readOnlyBanner"_s)->text(QAccessible::Name).startsWith(u"Another Brivane"));
+
+    changeDisk([&] {
+        const QStringList paths{path(u"Notes.txt"_s)};
+        awaitTask(other->quarantine(paths, u"Duplicates"_s));
+    });
+    ASSERT_TRUE(tabTo(u"tryAgain"_s));
+    app().press(Qt::Key_Return);
+    ASSERT_TRUE(app().shows(u"quarantineRow"_s));
+    EXPECT_EQ(heard(u"restoreAll"_s)->text(QAccessible::Description), u"unavailable");
+    EXPECT_EQ(focusSeen(), u"tryAgain"_s);
+    other.reset();
+    app().press(Qt::Key_Return);
+    EXPECT_TRUE(waitUntil([&] { return current() == u"Notes.txt"_s; })) << "lost with the banner";
+    app().press(Qt::Key_Space);
+    ASSERT_TRUE(tabTo(u"deleteSelected"_s));
+    app().press(Qt::Key_Backtab);
+    expectResult(u"Restored: Notes.txt"_s, [&] { app().press(Qt::Key_Return); });
+    EXPECT_TRUE(waitUntil([&] { return focus() == u"quarantineView"_s; })) << qPrintable(focus());
 }
 
 TEST_F(QuarantineJourney, MenuActsOnTheItemThatItWasOpenedFor)

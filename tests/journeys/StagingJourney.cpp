@@ -123,4 +123,29 @@ TEST_F(StagingJourney, MenuOfTheKeyboardGivesTheKeyboardBack)
     }
 }
 
+TEST_F(StagingJourney, WhatGoesAwayGivesTheKeyboardBack)
+{
+    app().press(Qt::Key_Down);
+    app().press(Qt::Key_Delete);
+    for (const auto& [key, giving] : {std::pair{Qt::Key_Escape, u"stagedButton"_s},
+                                      std::pair{Qt::Key_Return, u"rescanButton"_s}}) {
+        ASSERT_TRUE(tabTo(u"stagedButton"_s));
+        app().press(Qt::Key_Return);
+        ASSERT_TRUE(app().shows(u"popupAction"_s));
+        app().press(Qt::Key_Tab);
+        app().press(key);
+        ASSERT_TRUE(waitUntil([&] { return !app().item(u"popupAction"_s); }));
+        EXPECT_EQ(focusSeen(), giving);
+    }
+    EXPECT_EQ(marked(), QStringList());
+    for (const auto& [button, heir] : {std::pair{u"goUp"_s, u"folderTreeRow"_s},
+                                       std::pair{u"sunburstUp"_s, u"sunburstChart"_s}}) {
+        ASSERT_TRUE(tabTo(u"folderTreeRow"_s));
+        app().press(Qt::Key_Return);
+        ASSERT_TRUE(tabTo(button));
+        app().press(Qt::Key_Space);
+        EXPECT_EQ(focusSeen(), heir);
+    }
+}
+
 } // namespace brivane::testing

@@ -230,6 +230,21 @@ TEST_F(ScanViewModelTest, ADroppedFileIsSelectedInItsFolder)
         EXPECT_EQ(m_scan->focusedNode(), m_scan->rootNode());
         EXPECT_EQ(m_scan->selectedNode(), child(m_scan->rootNode(), "big"));
     }
+    m_machine.link(u"/data/dead", "nowhere");
+    ASSERT_TRUE(scans(m_machine.path(u"/data/dead")));
+    EXPECT_EQ(m_scan->selectedMountPoint(), m_machine.path(u"/data"));
+    EXPECT_EQ(m_scan->selectedNode(), child(m_scan->rootNode(), "dead"));
+
+    // What another machine has, or what is no more, brings nothing of this folder on screen.
+    const QUrl url = QUrl::fromLocalFile(m_machine.path(u"/data/deep"));
+    m_scan->scanFolderUrl(QUrl(u"file://elsewhere.example"_s + url.path()));
+    EXPECT_TRUE(isCompleted());
+    m_machine.command(u"/usr/bin/swiftc");
+    m_machine.command(u"/usr/bin/osascript");
+    m_scan->scanAsAdmin(m_machine.directory(u"/other"));
+    ASSERT_TRUE(waitUntil([&] { return isCompleted(); }));
+    EXPECT_EQ(m_scan->rootNode().node()->pathBytes(), PathText::toBytes(m_machine.path(u"/other")));
+    EXPECT_FALSE(m_scan->selectedNode().isValid()) << "of the tree before";
 }
 
 TEST_F(ScanViewModelTest, WhatThePointerLeftLateIsNotTakenForWhatItIsOn)

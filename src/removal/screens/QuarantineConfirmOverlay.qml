@@ -3,7 +3,8 @@ import QtQuick.Templates as T
 import Brivane.Components
 import Brivane.Removal
 
-// A question over the dimmed window. Escape, the dimmed ground and "Cancel" close it without effect.
+// A question over the dimmed window. Escape, the dimmed ground and "Cancel" close it without effect. What
+// had the keyboard gets it back.
 T.Popup {
     id: root
 
@@ -14,6 +15,8 @@ T.Popup {
     property string confirmLabel
     property color confirmColor: iconColor
     property bool isAsked: false
+    property Item opener
+    property int openerReason
 
     signal confirm()
     signal cancel()
@@ -30,8 +33,17 @@ T.Popup {
     focus: true
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
     onIsAskedChanged: isAsked ? open() : close()
+    onAboutToShow: {
+        opener = parent.Window.activeFocusItem;
+        const control = opener as T.Control;
+        openerReason = control ? control.focusReason : Qt.PopupFocusReason;
+    }
     onOpened: (contentItem as QuarantineQuestion).takeFocus()
-    onClosed: cancel()
+    onClosed: {
+        if (opener)
+            opener.forceActiveFocus(openerReason);
+        cancel();
+    }
 
     T.Overlay.modal: Rectangle {
         color: ColorPalette.faded("black", 0.55)

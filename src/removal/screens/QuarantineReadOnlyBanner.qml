@@ -9,7 +9,13 @@ Rectangle {
 
     required property QuarantineViewModel viewModel
 
+    function takeFocus(): void {
+        button.forceActiveFocus(Qt.TabFocusReason);
+    }
+
     objectName: "readOnlyBanner"
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: reason.text
     implicitHeight: line.implicitHeight + 2 * Metrics.spacingSmall
     radius: Metrics.radiusMedium
     color: ColorPalette.faded(ColorPalette.warning, 0.1)
@@ -32,12 +38,17 @@ Rectangle {
             color: ColorPalette.warning
         }
         AppText {
+            id: reason
+
             objectName: "readOnlyReason"
             Layout.fillWidth: true
             wrapMode: Text.Wrap
             text: qsTr("%1. Here it can only be looked at.").arg(root.viewModel.readOnlyReason)
+            Accessible.ignored: true
         }
         CapsuleActionButton {
+            id: button
+
             objectName: "tryAgain"
             icon.name: "arrow.clockwise"
             label: qsTr("Try Again")

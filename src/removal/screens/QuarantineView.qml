@@ -13,6 +13,23 @@ FocusScope {
     // Days may have gone by since somebody looked.
     readonly property bool isLookedAt: Window.active
 
+    // What has the keyboard may go: the banner, a bar, the last row. It is kept on something that shows.
+    readonly property Item keyboard: visible && activeFocus ? Window.activeFocusItem : null
+    readonly property bool isKeyboardLost: keyboard !== null && (keyboard === root || !keyboard.visible)
+    readonly property var keyboardSupport: [isKeyboardLost, isEmpty, viewModel.isReadOnly]
+
+    function keepKeyboard(): void {
+        if (!isKeyboardLost)
+            return;
+        if (!isEmpty)
+            list.forceActiveFocus(Qt.TabFocusReason);
+        else if (viewModel.isReadOnly)
+            banner.takeFocus();
+        else
+            keyboard.focus = keyboard === root; // the next Tab goes on from here
+    }
+
+    onKeyboardSupportChanged: Qt.callLater(keepKeyboard)
     onIsLookedAtChanged: viewModel.refreshDays()
 
     objectName: "quarantineView"

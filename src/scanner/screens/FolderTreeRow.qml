@@ -44,6 +44,7 @@ T.ItemDelegate {
     Accessible.role: Accessible.ListItem
     Accessible.name: qsTr("%1, %2").arg(name).arg(sizeText)
     Accessible.description: isStaged ? qsTr("staged for deletion") : ""
+    Accessible.onPressAction: activate(node)
     onHoveredChanged: viewModel.setHovered(node, hovered)
     // The list may put another entry under a pointer that rests.
     onNodeChanged: {

@@ -3,7 +3,8 @@ import QtQuick.Templates as T
 import Brivane.Components
 import Brivane.Scanner
 
-// Lines over the bar below a scan, and perhaps something to do about them.
+// Lines over the bar below a scan, and perhaps something to do about them. The button that it belongs to
+// has the keyboard afterwards; or, if that is gone, what comes after it.
 T.Popup {
     id: root
 
@@ -11,6 +12,7 @@ T.Popup {
     property string name
     property string actionLabel
     property string actionIcon
+    property int openerReason
 
     signal actionChosen
 
@@ -22,6 +24,8 @@ T.Popup {
     height: listHeight + (actionLabel.length > 0 ? Metrics.controlHeight + Metrics.spacingMedium : 0) + 2 * padding
     padding: Metrics.spacingMedium
     focus: true
+    onAboutToShow: openerReason = (parent as T.Control).focusReason
+    onClosed: (parent.visible ? parent : parent.nextItemInFocusChain()).forceActiveFocus(openerReason)
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
 
     background: Rectangle {
@@ -52,8 +56,8 @@ T.Popup {
             label: root.actionLabel
             icon.name: root.actionIcon
             onClicked: {
-                root.close();
                 root.actionChosen();
+                root.close();
             }
         }
     }

@@ -50,6 +50,11 @@ FocusScope {
             visible: root.viewModel.stats.canGoUp
             toolTip: qsTr("Go to parent folder")
             onClicked: root.viewModel.drillUp()
+            // At the root it goes, and the keyboard with it.
+            onVisibleChanged: {
+                if (activeFocus && !root.viewModel.stats.canGoUp)
+                    list.forceActiveFocus(Qt.TabFocusReason);
+            }
 
             background: Rectangle {
                 radius: height / 2

@@ -23,6 +23,11 @@ Column {
         color: ColorPalette.accent
         toolTip: qsTr("Go to parent folder")
         onClicked: root.viewModel.drillUp()
+        // At the root it goes, and the keyboard with it.
+        onVisibleChanged: {
+            if (activeFocus && !root.viewModel.stats.canGoUp)
+                root.parent.forceActiveFocus(Qt.TabFocusReason);
+        }
     }
     AppText {
         width: parent.width

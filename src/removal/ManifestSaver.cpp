@@ -1,5 +1,8 @@
 #include "removal/ManifestSaver.h"
 
+#include <QCoroFuture>
+#include <QPointer>
+
 #include <cerrno>
 #include <utility>
 
@@ -38,22 +41,25 @@ QFuture<Result<>> ManifestSaver::save()
         m_next->start();
         m_last = m_next->future();
         if (!m_current)
-            start();
+            write();
     }
     return m_last;
 }
 
-void ManifestSaver::start()
+QCoro::Task<> ManifestSaver::write()
 {
+    const QPointer<ManifestSaver> self(this);
     m_current = std::exchange(m_next, nullptr);
     // What cannot be written is in memory still, and is tried again with the next save.
-    m_writer.run([items = m_list(), manifest = m_manifest] { return manifest->save(items); })
-        .then(this, [this](const Result<>& result) {
-            const auto written = std::exchange(m_current, nullptr);
-            if (m_next)
-                start();
-            finish(*written, result);
-        });
+    const QFuture<Result<>> writing =
+        m_writer.run([items = m_list(), manifest = m_manifest] { return manifest->save(items); });
+    const Result<> result = co_await writing;
+    if (!self)
+        co_return;
+    const auto written = std::exchange(m_current, nullptr);
+    if (m_next)
+        write();
+    finish(*written, result);
 }
 
 } // namespace brivane

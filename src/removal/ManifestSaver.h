@@ -3,6 +3,7 @@
 #include "platform/Worker.h"
 #include "removal/QuarantineManifest.h"
 
+#include <QCoroTask>
 #include <QFuture>
 #include <QObject>
 #include <QPromise>
@@ -34,7 +35,7 @@ public:
     [[nodiscard]] QFuture<Result<>> lastSave() const { return m_last; }
 
 private:
-    void start();
+    QCoro::Task<> write();
 
     const std::shared_ptr<QuarantineManifest> m_manifest; ///< m_writer's
     const List m_list;

@@ -3,9 +3,11 @@
 #include "platform/PathText.h"
 #include "scanner/NodeFinder.h"
 
+#include <cerrno>
 #include <cstdlib>
 #include <deque>
 #include <mutex>
+#include <new>
 
 #include <sys/stat.h>
 
@@ -167,6 +169,8 @@ void WalkRunner::perform(Walk& walk, const VolumeEnumerator& enumerator,
             outcome.volume = enumerator.getVolumeInfo(place.folder);
     } catch (const DiskScanner::ScanError& error) {
         outcome.error = error;
+    } catch (const std::bad_alloc&) {
+        outcome.error = DiskScanner::ScanError::ftsOpenFailed(place.folder, ENOMEM);
     }
     tell([outcome](WalkRunner& runner) {
         if (!runner.m_walk->stop.stop_requested())

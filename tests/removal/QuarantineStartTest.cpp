@@ -98,10 +98,11 @@ TEST_F(QuarantineStartTest, AListThatCannotBeUnderstoodIsPutAsideBeforeTheNextIs
 
     // What can be understood but leads out of the store is dropped, and touched by nobody.
     const QString precious = file(u"~/precious"_s);
-    settings.setQuarantinePurgeDays(-1);
     file(manifest(), with(u"quarantinePath"_s, precious));
     start();
     EXPECT_EQ(only().fileName, u"stored"_s);
+    settings.setQuarantinePurgeDays(-1);
+    start();
     ASSERT_TRUE(waitUntil([&] { return posts == 1; }));
     EXPECT_TRUE(stands(precious));
 }

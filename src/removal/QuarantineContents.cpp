@@ -80,10 +80,7 @@ QString claim(const QString& quarantineDir, std::optional<FileLock>& lock)
         lock = std::move(*taken);
         return {};
     }
-    const int code = taken.error().code;
-    if (code == ENOENT || code == ENOTDIR)
-        return {}; // there is no store, and nothing that could not be changed
-    if (code == EWOULDBLOCK)
+    if (taken.error().code == EWOULDBLOCK)
         return u"Another Brivane is using the quarantine"_s;
     return u"The quarantine cannot be claimed: "_s + taken.error().reason();
 }
@@ -93,9 +90,10 @@ QString claim(const QString& quarantineDir, std::optional<FileLock>& lock)
 QuarantineContents QuarantineContents::read(const QString& quarantineDir, const QString& home,
                                             FileSystemProviding& fileSystem, const QDateTime& now)
 {
-    (void)fileSystem.makeDirectory(quarantineDir, 0700);
+    const Result<> made = fileSystem.makeDirectory(quarantineDir, 0700);
     QuarantineContents contents{.manifest = QuarantineManifest(quarantineDir, fileSystem)};
-    contents.refusal = claim(quarantineDir, contents.lock);
+    contents.refusal = made ? claim(quarantineDir, contents.lock)
+                            : u"The quarantine cannot be made: "_s + made.error().reason();
 
     Worker lister(u"store listing"_s);
     const QFuture<std::optional<QSet<QString>>> listing =

@@ -19,7 +19,7 @@ struct QuarantineContents {
     QStringList leftovers = {}; ///< paths of what a crash left of copies and of the manifest
     /// Held: nobody else changes the store, and whoever has this may.
     std::optional<FileLock> lock = {};
-    /// Why the lock could not be had, in words; null when it is held, or there is no store.
+    /// Why there is no store, or its lock could not be had, in words; null when it is held.
     QString refusal = {};
 
     /// Makes the store's folder (absolute) where it is missing, claims it and reads what it holds.

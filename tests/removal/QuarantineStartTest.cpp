@@ -173,6 +173,17 @@ TEST_F(QuarantineStartTest, ASecondProgramOnTheSameStoreChangesNothingUntilTheFi
     EXPECT_TRUE(waitUntil([&] { return !stands(copyUnderWay); }));
 }
 
+TEST_F(QuarantineStartTest, AStoreThatCannotBeMadeSaysWhyNothingGoesIn)
+{
+    const QString path = file(u"~/path"_s);
+    const QString noFolder = file(u"~/no folder"_s);
+    fileSystem.hasNoTrash = true;
+    service = std::make_unique<QuarantineService>(host(), settings, noFolder + u"/store"_s);
+    EXPECT_EQ(quarantine({path}).refusal, u"The quarantine cannot be made: Not a directory"_s);
+    EXPECT_TRUE(service->lastResult().endsWith(service->readOnlyReason()));
+    EXPECT_TRUE(stands(path));
+}
+
 TEST_F(QuarantineStartTest, OnAFullDiskTheListTakesTheReservesPlaceOrNothingIsMoved)
 {
     const QString reserve = store() + u"/.reserve"_s;

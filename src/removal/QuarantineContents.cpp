@@ -73,11 +73,11 @@ QuarantineItem recovered(const QString& name, const QString& quarantineDir, cons
 }
 
 /// Claims the store; the reason in words where that is not to be.
-QString claim(const QString& quarantineDir, std::optional<FileLock>& lock)
+QString claim(const QString& quarantineDir, std::shared_ptr<const FileLock>& lock)
 {
     auto taken = FileLock::take(quarantineDir + u'/' + StoreNames::lock);
     if (taken) {
-        lock = std::move(*taken);
+        lock = std::make_shared<const FileLock>(std::move(*taken));
         return {};
     }
     if (taken.error().code == EWOULDBLOCK)
@@ -94,6 +94,7 @@ QuarantineContents QuarantineContents::read(const QString& quarantineDir, const 
     QuarantineContents contents{.manifest = QuarantineManifest(quarantineDir, fileSystem)};
     contents.refusal = made ? claim(quarantineDir, contents.lock)
                             : u"The quarantine cannot be made: "_s + made.error().reason();
+    contents.manifest.writeUnder(contents.lock);
 
     Worker lister(u"store listing"_s);
     const QFuture<std::optional<QSet<QString>>> listing =

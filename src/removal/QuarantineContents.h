@@ -7,7 +7,7 @@
 #include <QString>
 #include <QStringList>
 
-#include <optional>
+#include <memory>
 
 namespace brivane {
 
@@ -18,7 +18,7 @@ struct QuarantineContents {
     bool hasUnrecorded = false; ///< some of the items are in no list yet
     QStringList leftovers = {}; ///< paths of what a crash left of copies and of the manifest
     /// Held: nobody else changes the store, and whoever has this may.
-    std::optional<FileLock> lock = {};
+    std::shared_ptr<const FileLock> lock = {};
     /// Why there is no store, or its lock could not be had, in words; null when it is held.
     QString refusal = {};
 

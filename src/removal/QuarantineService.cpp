@@ -171,8 +171,11 @@ QCoro::Task<bool> QuarantineService::putBack(QuarantineItem item)
         setLastResult(u"Failed to restore: "_s + m_readOnlyReason);
         co_return false;
     }
-    const QFuture<Result<Moved>> moving = m_stored.run(
-        [item, folder = m_quarantineDir, journal = m_journal, &fileSystem = m_host.fileSystem] {
+    const QFuture<Result<Moved>> moving =
+        m_stored.run([item, folder = m_quarantineDir, journal = m_journal, lock = m_lock,
+                      &fileSystem = m_host.fileSystem]() -> Result<Moved> {
+            if (const Result<> held = lock->check(); !held)
+                return held.error();
             return QuarantineMoves::moveBack(item, folder, *journal, fileSystem);
         });
     const Result<Moved> moved = co_await moving;
@@ -285,8 +288,9 @@ QCoro::Task<> QuarantineService::restoreAll()
 QFuture<QSet<QString>> QuarantineService::startRemoval(QStringList quarantinePaths)
 {
     return m_stored.run([paths = std::move(quarantinePaths), folder = m_quarantineDir,
-                         &fileSystem = m_host.fileSystem] {
-        return QuarantineMoves::removeFiles(paths, folder, fileSystem);
+                         lock = m_lock, &fileSystem = m_host.fileSystem] {
+        return lock->check() ? QuarantineMoves::removeFiles(paths, folder, fileSystem)
+                             : QSet<QString>();
     });
 }
 

@@ -41,6 +41,7 @@ class RestoreJournal;
 ///
 /// One program at a time changes a store. The first to come has its lock; for any other it is
 /// read-only, and says why. Each operation, and refresh(), tries again whether it is free by now.
+/// A store that is moved away or replaced meanwhile is not changed any more, nor is the new one.
 ///
 /// Operations may be started at any time and interleave. What is in the store is worked on one item
 /// after the other, on one thread, so two operations on one item never cut through each other: the
@@ -158,7 +159,7 @@ private:
     QString m_readOnlyReason;
     std::optional<OperationProgress> m_progress;
 
-    std::optional<FileLock> m_lock;
+    std::shared_ptr<const FileLock> m_lock;
     std::unique_ptr<ManifestSaver> m_saver;    ///< null without the lock
     std::shared_ptr<RestoreJournal> m_journal; ///< m_stored's
     std::optional<Opening> m_opening;          ///< of a store that is tried again just now

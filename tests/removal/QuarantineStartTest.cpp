@@ -173,6 +173,25 @@ TEST_F(QuarantineStartTest, ASecondProgramOnTheSameStoreChangesNothingUntilTheFi
     EXPECT_TRUE(waitUntil([&] { return !stands(copyUnderWay); }));
 }
 
+TEST_F(QuarantineStartTest, WithoutItsLockFileOrItsFolderAStoreStillHasOneProgram)
+{
+    quarantine({file(u"~/kept"_s)});
+    ASSERT_EQ(::unlink(PathText::toBytes(store() + u"/.lock"_s)), 0);
+    QuarantineService second(host(), settings, store());
+    EXPECT_EQ(second.readOnlyReason(), u"Another Brivane is using the quarantine"_s);
+    const QString away = store() + u" away"_s;
+    ASSERT_EQ(::rename(PathText::toBytes(store()), PathText::toBytes(away)), 0);
+    await(second.refresh());
+    EXPECT_TRUE(second.readOnlyReason().isNull()) << "another store, and its own";
+    const QString mine = file(u"~/mine"_s);
+    const QString other = file(u"~/other"_s);
+    EXPECT_EQ(awaitTask(second.quarantine({other}, u"Test"_s)).moved, 1);
+    EXPECT_EQ(quarantine({mine}).refusal,
+              u"the quarantine's list cannot be written: It has changed in the meantime"_s);
+    EXPECT_EQ(awaitTask(service->purgeAll()).purged, 0);
+    EXPECT_TRUE(stands(mine) && recorded()[0][u"originalPath"].toString() == other);
+}
+
 TEST_F(QuarantineStartTest, AStoreThatCannotBeMadeSaysWhyNothingGoesIn)
 {
     const QString path = file(u"~/path"_s);

@@ -32,6 +32,17 @@ int claim(const PathPlace& place, FileDescriptor& file)
     return code;
 }
 
+/// Where folders cannot be claimed, the file has to do.
+int claimFolder(const PathPlace& place, FileDescriptor& folder)
+{
+    if (openFolder(place.folder(), ".", folder) != 0)
+        return 0;
+    const int code = errorOf([&] { return ::flock(folder.get(), LOCK_EX | LOCK_NB); });
+    if (code != 0)
+        folder.close();
+    return code == EWOULDBLOCK ? code : 0;
+}
+
 } // namespace
 
 Result<FileLock> FileLock::take(const QString& path)
@@ -43,9 +54,30 @@ Result<FileLock> FileLock::take(const QString& path)
     int code = ESTALE;
     for (int tries = 0; code == ESTALE && tries < mostTries; ++tries)
         code = claim(*place, file);
+    FileDescriptor folder;
+    if (code == 0)
+        code = claimFolder(*place, folder);
     if (code != 0)
         return place->error(code, FileOperation::Open);
-    return FileLock(std::move(file));
+    return FileLock(path, std::move(file), std::move(folder));
+}
+
+Result<> FileLock::check() const
+{
+    const auto place = PathPlace::find(m_path, FileOperation::Open);
+    if (!place)
+        return place.error();
+    FileStatus held;
+    FileStatus named;
+    int code =
+        m_folder.isValid() ? readStatus(m_folder.get(), held) : readStatus(m_file.get(), held);
+    if (code == 0) {
+        code = m_folder.isValid() ? readStatus(place->folder(), named)
+                                  : readStatus(place->folder(), place->name(), named);
+    }
+    if (code != 0 || !named.identity.isSameObject(held.identity))
+        return place->error(ESTALE, FileOperation::Open);
+    return {};
 }
 
 } // namespace brivane

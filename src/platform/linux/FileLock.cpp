@@ -13,10 +13,20 @@ namespace {
 /// How often a file that is replaced just then is tried anew.
 constexpr int mostTries = 8;
 
+/// For writing where that is allowed: NFS asks that of who wants to keep all others out.
+int openLock(const PathPlace& place, FileDescriptor& file)
+{
+    const auto open = [&](int access) {
+        return openAt(place.folder(), place.name(), access | O_CREAT | O_NONBLOCK | O_NOCTTY, file,
+                      0600);
+    };
+    const int code = open(O_RDWR);
+    return code == EACCES ? open(O_RDONLY) : code;
+}
+
 int claim(const PathPlace& place, FileDescriptor& file)
 {
-    int code = openAt(place.folder(), place.name(), O_RDONLY | O_CREAT | O_NONBLOCK | O_NOCTTY,
-                      file, 0600);
+    int code = openLock(place, file);
     FileStatus status;
     if (code == 0)
         code = readStatus(file.get(), status);

@@ -36,13 +36,15 @@ bool isMissing(const QString& path)
     return !found && found.error().code == ENOENT;
 }
 
-/// What was recorded and is there, each thing once, by the way that leads to the store now.
+/// What was recorded and is there, each thing once and with an id of its own, by the way that leads
+/// to the store now.
 QList<QuarantineItem> itemsThatAreThere(const QList<QuarantineItem>& recorded,
                                         const std::optional<QSet<QString>>& names,
                                         const QString& quarantineDir)
 {
     QList<QuarantineItem> items;
     QSet<QString> seen;
+    QSet<QUuid> ids;
     for (QuarantineItem item : recorded) {
         const QString name = PathText::lastComponent(item.quarantinePath);
         item.quarantinePath = quarantineDir + u'/' + name;
@@ -50,6 +52,9 @@ QList<QuarantineItem> itemsThatAreThere(const QList<QuarantineItem>& recorded,
             ((!names || !names->contains(name)) && isMissing(item.quarantinePath)))
             continue;
         seen.insert(name);
+        if (ids.contains(item.id))
+            item.id = QUuid::createUuid();
+        ids.insert(item.id);
         items += item;
     }
     return items;

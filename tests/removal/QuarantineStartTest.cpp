@@ -192,6 +192,17 @@ TEST_F(QuarantineStartTest, WithoutItsLockFileOrItsFolderAStoreStillHasOneProgra
     EXPECT_TRUE(stands(mine) && recorded()[0][u"originalPath"].toString() == other);
 }
 
+TEST_F(QuarantineStartTest, ItemsThatShareAnIdStayListedEachForItself)
+{
+    quarantine({file(u"~/a"_s), file(u"~/b"_s)});
+    QByteArray list = content(manifest());
+    const auto id = [&](int i) { return recorded()[i][u"id"].toString().toLatin1(); };
+    file(manifest(), list.replace(id(1), id(0)));
+    start();
+    EXPECT_TRUE(awaitTask(service->restore(service->items()[0])));
+    EXPECT_EQ(names(), QStringList(u"b"_s));
+}
+
 TEST_F(QuarantineStartTest, AStoreThatCannotBeMadeSaysWhyNothingGoesIn)
 {
     const QString path = file(u"~/path"_s);

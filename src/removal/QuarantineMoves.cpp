@@ -80,18 +80,20 @@ FileIdentity demanded(const QuarantineCandidate& candidate, const FileIdentity& 
     return expected;
 }
 
-/// Moves one item; none when it is still at its place.
-std::optional<MoveOutcome> carryOut(const PlannedMove& move, FileSystemProviding& fileSystem,
-                                    StoreUse store)
+/// Moves one item; the reason when it is still at its place, and where something of it is, that
+/// goes into `obstacle`.
+Result<MoveOutcome> carryOut(const PlannedMove& move, FileSystemProviding& fileSystem,
+                             StoreUse store, std::optional<FileError>& obstacle)
 {
     const QString& from = move.originalPath;
+    const FileError refused{ECANCELED, from, FileOperation::Move};
     MoveOutcome outcome{move.handedOverAs, from, move.quarantinePath, move.size};
     if (move.holdsAnother)
         outcome.size = fileOrDirSize(from);
 
     if (move.isOnVolumeOfStore) {
         if (store == StoreUse::Refused)
-            return {};
+            return refused;
         const auto renamed =
             fileSystem.moveItem(from, move.quarantinePath,
                                 {.expected = move.expected, .otherDevice = OtherDevice::Refuse});
@@ -99,18 +101,20 @@ std::optional<MoveOutcome> carryOut(const PlannedMove& move, FileSystemProviding
             return outcome;
         // Also with the same device number there may be another mount in between.
         if (renamed.error().code != EXDEV)
-            return {};
+            return renamed.error();
     }
     if (fileSystem.trashItem(from, move.expected)) {
         outcome.quarantinePath.reset();
         return outcome;
     }
     if (store == StoreUse::Refused)
-        return {};
+        return refused;
     const auto copied = fileSystem.moveItem(from, move.quarantinePath, {.expected = move.expected});
     if (!copied)
-        return {};
+        return copied.error();
     outcome.leftSomething = !copied->leftBehind.empty();
+    if (outcome.leftSomething && !obstacle)
+        obstacle = copied->leftBehind.front();
     return outcome;
 }
 
@@ -202,15 +206,18 @@ std::vector<PlannedMove> planMoves(std::vector<QuarantineCandidate> candidates,
     return moves;
 }
 
-QList<MoveOutcome> moveToQuarantine(const std::vector<PlannedMove>& moves,
-                                    FileSystemProviding& fileSystem, StoreUse store)
+MoveReport moveToQuarantine(const std::vector<PlannedMove>& moves, FileSystemProviding& fileSystem,
+                            StoreUse store)
 {
-    QList<MoveOutcome> outcomes;
+    MoveReport report;
     for (const PlannedMove& move : moves) {
-        if (std::optional<MoveOutcome> outcome = carryOut(move, fileSystem, store))
-            outcomes += *std::move(outcome);
+        Result<MoveOutcome> outcome = carryOut(move, fileSystem, store, report.obstacle);
+        if (outcome)
+            report.outcomes += *std::move(outcome);
+        else if (!report.obstacle && FileIdentity::of(move.originalPath))
+            report.obstacle = outcome.error();
     }
-    return outcomes;
+    return report;
 }
 
 Result<Moved> moveBack(const QuarantineItem& item, const QString& quarantineDir,

@@ -112,25 +112,24 @@ QuarantineService::quarantine(std::vector<QuarantineCandidate> candidates, QStri
     }
     const auto use = isWritable && refusal.isNull() ? QuarantineMoves::StoreUse::Allowed
                                                     : QuarantineMoves::StoreUse::Refused;
-    const QFuture<QList<MoveOutcome>> moving =
-        m_intake.run([moves, &fileSystem = m_host.fileSystem, use] {
-            return QuarantineMoves::moveToQuarantine(moves, fileSystem, use);
-        });
-    const QList<MoveOutcome> outcomes = co_await moving;
-    for (const MoveOutcome& outcome : outcomes) {
+    const QFuture<MoveReport> moving = m_intake.run([moves, &fileSystem = m_host.fileSystem, use] {
+        return QuarantineMoves::moveToQuarantine(moves, fileSystem, use);
+    });
+    const MoveReport report = co_await moving;
+    for (const MoveOutcome& outcome : report.outcomes) {
         if (outcome.leftSomething)
             continue;
         ++result.moved;
         result.size += outcome.size;
         result.movedPaths.insert(outcome.handedOverAs);
     }
-    if (outcomes.size() < std::ssize(moves))
-        result.refusal = refusal;
+    if (report.obstacle)
+        result.refusal = refusal.isNull() ? report.obstacle->text() : refusal;
     if (!self)
         co_return result;
 
     QList<QuarantineItem> stored;
-    for (const MoveOutcome& outcome : outcomes) {
+    for (const MoveOutcome& outcome : report.outcomes) {
         if (outcome.quarantinePath)
             stored +=
                 makeItem(outcome.originalPath, *outcome.quarantinePath, outcome.size, categoryName);

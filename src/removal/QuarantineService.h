@@ -63,7 +63,7 @@ public:
         qint64 moved = 0;         ///< how many left their place, those that went to the Trash too
         quint64 size = 0;         ///< bytes
         QSet<QString> movedPaths; ///< their paths, as they were handed over
-        QString refusal;          ///< why others had to stay; null when nothing kept them
+        QString refusal; ///< why others, or parts of them, had to stay; null when nothing kept them
     };
     struct Purge {
         qint64 purged = 0;

@@ -226,6 +226,9 @@ Result<Moved> moveBack(const QuarantineItem& item, const QString& quarantineDir,
     const QString& stored = item.quarantinePath;
     if (!StoreBoundary::isStored(stored, quarantineDir))
         return FileError{EINVAL, stored, FileOperation::Move};
+    // No list of ours says so, and there it would be taken for the store's own, and removed.
+    if (item.originalPath.startsWith(quarantineDir + u'/'))
+        return FileError{EINVAL, item.originalPath, FileOperation::Move};
     constexpr mode_t mode = 0777; // less the umask, as folders are made by hand
     // Without its parent the move fails, and says why.
     const QString folder = item.originalPath.left(item.originalPath.lastIndexOf(u'/'));

@@ -203,6 +203,18 @@ TEST_F(QuarantineStartTest, ItemsThatShareAnIdStayListedEachForItself)
     EXPECT_EQ(names(), QStringList(u"b"_s));
 }
 
+TEST_F(QuarantineStartTest, NothingIsPutBackAsAFileOfTheStore)
+{
+    const QString path = file(u"~/a"_s);
+    quarantine({path});
+    QByteArray list = content(manifest());
+    file(manifest(),
+         list.replace(PathText::toBytes(path), PathText::toBytes(store() + u"/.restoring.json"_s)));
+    start();
+    EXPECT_FALSE(awaitTask(service->restore(only())));
+    EXPECT_TRUE(stands(only().quarantinePath));
+}
+
 TEST_F(QuarantineStartTest, AStoreThatCannotBeMadeSaysWhyNothingGoesIn)
 {
     const QString path = file(u"~/path"_s);

@@ -192,25 +192,17 @@ TEST_F(QuarantineStartTest, WithoutItsLockFileOrItsFolderAStoreStillHasOneProgra
     EXPECT_TRUE(stands(mine) && recorded()[0][u"originalPath"].toString() == other);
 }
 
-TEST_F(QuarantineStartTest, ItemsThatShareAnIdStayListedEachForItself)
+TEST_F(QuarantineStartTest, AListWithOneIdTwiceOrAPlaceInTheStoreHidesNothing)
 {
     quarantine({file(u"~/a"_s), file(u"~/b"_s)});
     QByteArray list = content(manifest());
     const auto id = [&](int i) { return recorded()[i][u"id"].toString().toLatin1(); };
-    file(manifest(), list.replace(id(1), id(0)));
+    list.replace(id(1), id(0));
+    list.replace(PathText::toBytes(service->items()[1].originalPath),
+                 PathText::toBytes(store() + u"/.restoring.json"_s));
+    file(manifest(), list);
     start();
     EXPECT_TRUE(awaitTask(service->restore(service->items()[0])));
-    EXPECT_EQ(names(), QStringList(u"b"_s));
-}
-
-TEST_F(QuarantineStartTest, NothingIsPutBackAsAFileOfTheStore)
-{
-    const QString path = file(u"~/a"_s);
-    quarantine({path});
-    QByteArray list = content(manifest());
-    file(manifest(),
-         list.replace(PathText::toBytes(path), PathText::toBytes(store() + u"/.restoring.json"_s)));
-    start();
     EXPECT_FALSE(awaitTask(service->restore(only())));
     EXPECT_TRUE(stands(only().quarantinePath));
 }

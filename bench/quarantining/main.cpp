@@ -5,6 +5,7 @@
 #include "platform/DefaultFileSystem.h"
 #include "platform/Volumes.h"
 #include "removal/QuarantineService.h"
+#include "removal/RestoreJournal.h"
 #include "sandbox/SandboxMachine.h"
 
 #include <cstdio>
@@ -105,9 +106,11 @@ void moveHuge(Ground& ground)
     std::printf("20 GB in one folder\n%-22s %.1f ms, %.2f GB\n", "measure", measuring.elapsed(),
                 static_cast<double>(moves.at(0).size) / 1e9);
     const Stopwatch moving;
-    const auto outcomes = QuarantineMoves::moveToQuarantine(moves, DefaultFileSystem::shared());
+    RestoreJournal journal(ground.store() + u"/.restoring.json"_s, DefaultFileSystem::shared());
+    const auto report =
+        QuarantineMoves::moveToQuarantine(moves, journal, DefaultFileSystem::shared());
     std::printf("%-22s %.2f ms, %lld moved\n", "move", moving.elapsed(),
-                static_cast<long long>(outcomes.size()));
+                static_cast<long long>(report.outcomes.size()));
 }
 
 } // namespace

@@ -15,15 +15,26 @@ class FileLock {
 public:
     /// Claims the file at `path`, which is made where it is missing; no link is followed there.
     /// EWOULDBLOCK when somebody else has it. Never waits for that.
+    ///
+    /// The folder that holds the file is claimed as well, so that it keeps others out when somebody
+    /// removes the file; but for file systems on which a folder cannot be claimed, as NFS.
     [[nodiscard]] static Result<FileLock> take(const QString& path);
 
+    /// ESTALE when the path no longer leads to what is claimed: the folder was moved away or
+    /// replaced, and what is done there now is not kept from anybody.
+    [[nodiscard]] Result<> check() const;
+
 private:
-    explicit FileLock(FileDescriptor file)
-        : m_file(std::move(file))
+    FileLock(QString path, FileDescriptor file, FileDescriptor folder)
+        : m_path(std::move(path))
+        , m_file(std::move(file))
+        , m_folder(std::move(folder))
     {
     }
 
+    QString m_path;
     FileDescriptor m_file;
+    FileDescriptor m_folder; ///< invalid where it cannot be claimed
 };
 
 } // namespace brivane

@@ -36,13 +36,15 @@ bool isMissing(const QString& path)
     return !found && found.error().code == ENOENT;
 }
 
-/// What was recorded and is there, each thing once, by the way that leads to the store now.
+/// What was recorded and is there, each thing once and with an id of its own, by the way that leads
+/// to the store now.
 QList<QuarantineItem> itemsThatAreThere(const QList<QuarantineItem>& recorded,
                                         const std::optional<QSet<QString>>& names,
                                         const QString& quarantineDir)
 {
     QList<QuarantineItem> items;
     QSet<QString> seen;
+    QSet<QUuid> ids;
     for (QuarantineItem item : recorded) {
         const QString name = PathText::lastComponent(item.quarantinePath);
         item.quarantinePath = quarantineDir + u'/' + name;
@@ -50,6 +52,9 @@ QList<QuarantineItem> itemsThatAreThere(const QList<QuarantineItem>& recorded,
             ((!names || !names->contains(name)) && isMissing(item.quarantinePath)))
             continue;
         seen.insert(name);
+        if (ids.contains(item.id))
+            item.id = QUuid::createUuid();
+        ids.insert(item.id);
         items += item;
     }
     return items;
@@ -76,7 +81,7 @@ QuarantineItem recovered(const QString& name, const QString& quarantineDir, cons
 
 /// Claims the store; the reason in words where that is not to be.
 QString claim(const QString& quarantineDir, FileSystemProviding& fileSystem,
-              std::optional<FileLock>& lock)
+              std::shared_ptr<const FileLock>& lock)
 {
     const QString path = quarantineDir + u'/' + StoreNames::lock;
     auto taken = FileLock::take(path);
@@ -84,7 +89,7 @@ QString claim(const QString& quarantineDir, FileSystemProviding& fileSystem,
         fileSystem.releaseSpace(quarantineDir + u'/' + StoreNames::reserve))
         taken = FileLock::take(path);
     if (taken) {
-        lock = std::move(*taken);
+        lock = std::make_shared<const FileLock>(std::move(*taken));
         return {};
     }
     if (taken.error().code == EWOULDBLOCK)
@@ -101,7 +106,8 @@ QuarantineContents QuarantineContents::read(const QString& quarantineDir, const 
     const Result<> made = fileSystem.makeDirectory(quarantineDir, 0700);
     contents.hasFolder = bool(made);
     contents.refusal = made ? claim(quarantineDir, fileSystem, contents.lock)
-                            : u"There is no quarantine: "_s + made.error().text();
+                            : u"The quarantine cannot be made: "_s + made.error().reason();
+    contents.manifest.writeUnder(contents.lock);
 
     Worker lister(u"store listing"_s);
     const QFuture<std::optional<QSet<QString>>> listing =

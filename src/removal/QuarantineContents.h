@@ -7,7 +7,7 @@
 #include <QString>
 #include <QStringList>
 
-#include <optional>
+#include <memory>
 
 namespace brivane {
 
@@ -19,8 +19,8 @@ struct QuarantineContents {
     bool hasUnrecorded = false; ///< some of the items are in no list yet
     QStringList leftovers = {}; ///< paths of what a crash left of copies and of the manifest
     /// Held: nobody else changes the store, and whoever has this may.
-    std::optional<FileLock> lock = {};
-    /// Why the store may not be changed, in words; null when the lock is held.
+    std::shared_ptr<const FileLock> lock = {};
+    /// Why there is no store, or its lock could not be had, in words; null when it is held.
     QString refusal = {};
 
     /// Makes the store's folder (absolute) where it is missing, claims it and reads what it holds.

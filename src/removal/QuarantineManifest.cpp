@@ -71,6 +71,10 @@ Result<QList<QuarantineItem>> QuarantineManifest::load()
 
 Result<> QuarantineManifest::save(const QList<QuarantineItem>& items)
 {
+    if (m_lock) {
+        if (const Result<> held = m_lock->check(); !held)
+            return held.error();
+    }
     if (m_isDamaged) {
         if (const auto aside = putAside(m_path); !aside && aside.error().code != ENOENT)
             return aside.error();

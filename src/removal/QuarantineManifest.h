@@ -1,9 +1,13 @@
 #pragma once
 
+#include "platform/FileLock.h"
 #include "platform/FileSystemProviding.h"
 #include "removal/QuarantineItem.h"
 
 #include <QList>
+
+#include <memory>
+#include <utility>
 
 namespace brivane {
 
@@ -27,6 +31,9 @@ public:
     /// The items as they were saved; empty when there is no list, or none that can be understood.
     /// An error when there is one that cannot be read now, and may be another time.
     Result<QList<QuarantineItem>> load();
+    /// From now on save() fails where `lock`, if there is one, no longer stands: what lies at the
+    /// path by then is another's.
+    void writeUnder(std::shared_ptr<const FileLock> lock) { m_lock = std::move(lock); }
     /// After a failure the list on disk is the one before; see also writeFileAtomically().
     Result<> save(const QList<QuarantineItem>& items);
     /// Makes the reserve, as far as there is room, for a list of what load() gave.
@@ -39,6 +46,7 @@ private:
     QString m_reserve;
     qsizetype m_length = 0; ///< of the list, in bytes
     FileSystemProviding& m_fileSystem;
+    std::shared_ptr<const FileLock> m_lock;
     bool m_isDamaged = false; ///< what stands on disk has to be put aside first
 };
 

@@ -86,9 +86,9 @@ FileIdentity demanded(const QuarantineCandidate& candidate, const FileIdentity& 
     return expected;
 }
 
-/// Moves one item; none when it is still at its place.
-std::optional<MoveOutcome> carryOut(const PlannedMove& move, RestoreJournal& journal,
-                                    FileSystemProviding& fileSystem, StoreUse store)
+/// Moves one item; the reason when it is still at its place.
+Result<MoveOutcome> carryOut(const PlannedMove& move, RestoreJournal& journal,
+                             FileSystemProviding& fileSystem, StoreUse store)
 {
     const QString& from = move.originalPath;
     const QString& stored = move.quarantinePath;
@@ -103,20 +103,21 @@ std::optional<MoveOutcome> carryOut(const PlannedMove& move, RestoreJournal& jou
             return outcome;
         // Also with the same device number there may be another mount in between.
         if (renamed.error().code != EXDEV)
-            return {};
+            return renamed.error();
     }
-    if (fileSystem.trashItem(from, move.expected)) {
+    const auto trashed = fileSystem.trashItem(from, move.expected);
+    if (trashed) {
         outcome.quarantinePath.reset();
         return outcome;
     }
-    if (store == StoreUse::TrashOnly)
-        return {};
+    if (store == StoreUse::TrashOnly || trashed.error().code == ESTALE)
+        return trashed.error();
     journal.beginTaking(stored, from);
     const auto copied = fileSystem.moveItem(from, stored, {.expected = move.expected});
     if (!copied || copied->leftBehind.empty())
         journal.end(stored);
     if (!copied)
-        return {};
+        return copied.error();
     if (!copied->leftBehind.empty())
         outcome.leftBehind = copied->leftBehind.front();
     return outcome;
@@ -229,15 +230,23 @@ std::vector<PlannedMove> planMoves(std::vector<QuarantineCandidate> candidates,
     return moves;
 }
 
-QList<MoveOutcome> moveToQuarantine(const std::vector<PlannedMove>& moves, RestoreJournal& journal,
-                                    FileSystemProviding& fileSystem, StoreUse store)
+MoveReport moveToQuarantine(const std::vector<PlannedMove>& moves, RestoreJournal& journal,
+                            FileSystemProviding& fileSystem, StoreUse store)
 {
-    QList<MoveOutcome> outcomes;
+    MoveReport report;
     for (const PlannedMove& move : moves) {
-        if (std::optional<MoveOutcome> outcome = carryOut(move, journal, fileSystem, store))
-            outcomes += *std::move(outcome);
+        Result<MoveOutcome> outcome = carryOut(move, journal, fileSystem, store);
+        std::optional<FileError> obstacle;
+        if (outcome)
+            obstacle = outcome->leftBehind;
+        else if (FileIdentity::of(move.originalPath)) // what went by itself is no reason
+            obstacle = outcome.error();
+        if (!report.obstacle)
+            report.obstacle = obstacle;
+        if (outcome)
+            report.outcomes += *std::move(outcome);
     }
-    return outcomes;
+    return report;
 }
 
 Result<Moved> moveBack(const QuarantineItem& item, const QString& quarantineDir,
@@ -246,6 +255,9 @@ Result<Moved> moveBack(const QuarantineItem& item, const QString& quarantineDir,
     const QString& stored = item.quarantinePath;
     if (!StoreBoundary::isStored(stored, quarantineDir))
         return FileError{EINVAL, stored, FileOperation::Move};
+    // No list of ours says so, and there it would be taken for the store's own, and removed.
+    if (item.originalPath.startsWith(quarantineDir + u'/'))
+        return FileError{EINVAL, item.originalPath, FileOperation::Move};
     constexpr mode_t mode = 0777; // less the umask, as folders are made by hand
     // Without its parent the move fails, and says why.
     const QString folder = item.originalPath.left(item.originalPath.lastIndexOf(u'/'));

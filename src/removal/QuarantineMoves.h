@@ -34,6 +34,13 @@ struct MoveOutcome {
     std::optional<FileError> leftBehind = {};
 };
 
+/// What became of the moves of one hand-over.
+struct MoveReport {
+    QList<MoveOutcome> outcomes;
+    /// Why the first of those that are still at their places, wholly or in part, is there.
+    std::optional<FileError> obstacle = {};
+};
+
 namespace QuarantineMoves {
 
 /// One path on its way into the quarantine: looked at and measured, but still at its place.
@@ -63,10 +70,9 @@ enum class StoreUse { Allowed, TrashOnly };
 /// volume goes to the Trash and, where that fails, is copied into the store and removed. What
 /// cannot be moved stays whole where it is and has no outcome. A link is moved itself, and what it
 /// leads to is left alone.
-[[nodiscard]] QList<MoveOutcome> moveToQuarantine(const std::vector<PlannedMove>& moves,
-                                                  RestoreJournal& journal,
-                                                  FileSystemProviding& fileSystem,
-                                                  StoreUse store = StoreUse::Allowed);
+[[nodiscard]] MoveReport moveToQuarantine(const std::vector<PlannedMove>& moves,
+                                          RestoreJournal& journal, FileSystemProviding& fileSystem,
+                                          StoreUse store = StoreUse::Allowed);
 
 /// Puts a stored item back. Missing folders on the way are made; of the links there those are
 /// followed that root or the user made where only they can (ParentLinks::Trusted); nothing is

@@ -132,7 +132,7 @@ QCoro::Task<bool> QuarantineService::makeWritable()
         m_opening.reset();
         adopt(std::move(*contents));
     }
-    co_return m_lock.has_value();
+    co_return m_lock != nullptr;
 }
 
 QCoro::Task<> QuarantineService::refresh()

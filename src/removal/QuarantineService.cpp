@@ -115,31 +115,26 @@ QuarantineService::quarantine(std::vector<QuarantineCandidate> candidates, QStri
     const auto use =
         m_hasFolder ? QuarantineMoves::StoreUse::Allowed : QuarantineMoves::StoreUse::TrashOnly;
     const bool isHeldBack = m_hasFolder && !refusal.isEmpty();
-    const QFuture<QList<MoveOutcome>> moving = m_intake.run(
+    const QFuture<MoveReport> moving = m_intake.run(
         [moves = isHeldBack ? Moves() : moves, journal = m_journal, &fileSystem = m_host.fileSystem,
          use] { return QuarantineMoves::moveToQuarantine(moves, *journal, fileSystem, use); });
-    const QList<MoveOutcome> outcomes = co_await moving;
-    QStringList remarks;
-    for (const MoveOutcome& outcome : outcomes) {
-        if (outcome.leftBehind) {
-            remarks += u"Something of %1 stays at its place: %2"_s.arg(
-                PathText::forDisplay(PathText::lastComponent(outcome.originalPath)),
-                outcome.leftBehind->text());
+    const MoveReport report = co_await moving;
+    for (const MoveOutcome& outcome : report.outcomes) {
+        if (outcome.leftBehind)
             continue;
-        }
         ++result.moved;
         result.size += outcome.size;
         result.movedPaths.insert(outcome.handedOverAs);
     }
-    if (outcomes.size() < std::ssize(moves) && !refusal.isEmpty()) {
+    if (isHeldBack && !moves.empty())
         result.refusal = refusal;
-        remarks += u"The rest stays where it is: "_s + refusal;
-    }
+    else if (report.obstacle)
+        result.refusal = refusal.isEmpty() ? report.obstacle->text() : refusal;
     if (!self)
         co_return result;
 
     QList<QuarantineItem> stored;
-    for (const MoveOutcome& outcome : outcomes) {
+    for (const MoveOutcome& outcome : report.outcomes) {
         if (outcome.quarantinePath)
             stored +=
                 makeItem(outcome.originalPath, *outcome.quarantinePath, outcome.size, categoryName);
@@ -147,8 +142,10 @@ QuarantineService::quarantine(std::vector<QuarantineCandidate> candidates, QStri
     m_announced.erase(handOver);
     m_items.append(stored);
     const QFuture<Result<>> saving = save();
-    remarks.prepend(resultText(u"Quarantined"_s, result.moved, result.size));
-    setLastResult(remarks.join(u". "_s));
+    QString text = resultText(u"Quarantined"_s, result.moved, result.size);
+    if (!result.refusal.isEmpty())
+        text += u". The rest stays where it is: "_s + result.refusal;
+    setLastResult(text);
     co_await saving;
     co_return result;
 }
@@ -178,8 +175,11 @@ QCoro::Task<bool> QuarantineService::putBack(QuarantineItem item)
         setLastResult(u"Failed to restore: "_s + m_readOnlyReason);
         co_return false;
     }
-    const QFuture<Result<Moved>> moving = m_stored.run(
-        [item, folder = m_quarantineDir, journal = m_journal, &fileSystem = m_host.fileSystem] {
+    const QFuture<Result<Moved>> moving =
+        m_stored.run([item, folder = m_quarantineDir, journal = m_journal, lock = m_lock,
+                      &fileSystem = m_host.fileSystem]() -> Result<Moved> {
+            if (const Result<> held = lock->check(); !held)
+                return held.error();
             return QuarantineMoves::moveBack(item, folder, *journal, fileSystem);
         });
     const Result<Moved> moved = co_await moving;
@@ -302,8 +302,9 @@ QCoro::Task<> QuarantineService::restoreAll()
 QFuture<QSet<QString>> QuarantineService::startRemoval(QStringList quarantinePaths)
 {
     return m_stored.run([paths = std::move(quarantinePaths), folder = m_quarantineDir,
-                         &fileSystem = m_host.fileSystem] {
-        return QuarantineMoves::removeFiles(paths, folder, fileSystem);
+                         lock = m_lock, &fileSystem = m_host.fileSystem] {
+        return lock->check() ? QuarantineMoves::removeFiles(paths, folder, fileSystem)
+                             : QSet<QString>();
     });
 }
 

@@ -41,6 +41,7 @@ class RestoreJournal;
 ///
 /// One program at a time changes a store. The first to come has its lock; for any other it is
 /// read-only, and says why. Each operation, and refresh(), tries again whether it is free by now.
+/// A store that is moved away or replaced meanwhile is not changed any more, nor is the new one.
 ///
 /// Operations may be started at any time and interleave. What is in the store is worked on one item
 /// after the other, on one thread, so two operations on one item never cut through each other: the
@@ -62,7 +63,7 @@ public:
         qint64 moved = 0;         ///< how many left their place, those that went to the Trash too
         quint64 size = 0;         ///< bytes
         QSet<QString> movedPaths; ///< their paths, as they were handed over
-        QString refusal;          ///< why others had to stay; null when nothing kept them
+        QString refusal; ///< why others, or parts of them, had to stay; null when nothing kept them
     };
     struct Purge {
         qint64 purged = 0;
@@ -159,7 +160,7 @@ private:
     std::optional<OperationProgress> m_progress;
 
     bool m_hasFolder = false;
-    std::optional<FileLock> m_lock;
+    std::shared_ptr<const FileLock> m_lock;
     std::unique_ptr<ManifestSaver> m_saver; ///< null without the lock
     const std::shared_ptr<RestoreJournal> m_journal;
     std::optional<Opening> m_opening; ///< of a store that is tried again just now

@@ -222,7 +222,10 @@ TEST_F(QuarantineServiceTest, AParentSwappedForALinkBetweenTheLookAndTheMoveLose
         EXPECT_EQ(::rename(folder, folder + ".old"), 0);
         machine.link(u"~/folder", PathText::toBytes(machine.path(u"/outside")));
     };
-    EXPECT_EQ(quarantine({path}).moved, 0);
+    const auto result = quarantine({path});
+    EXPECT_EQ(result.moved, 0);
+    EXPECT_TRUE(result.refusal.endsWith(u"It has changed in the meantime"_s));
+    EXPECT_TRUE(service->lastResult().endsWith(result.refusal)) << "why it stays";
     EXPECT_EQ(content(outside), "never shown");
 }
 

@@ -174,6 +174,51 @@ TEST_F(QuarantineStartTest, ASecondProgramOnTheSameStoreChangesNothingUntilTheFi
     EXPECT_TRUE(waitUntil([&] { return !stands(copyUnderWay); }));
 }
 
+TEST_F(QuarantineStartTest, WithoutItsLockFileOrItsFolderAStoreStillHasOneProgram)
+{
+    quarantine({file(u"~/kept"_s)});
+    ASSERT_EQ(::unlink(PathText::toBytes(store() + u"/.lock"_s)), 0);
+    QuarantineService second(host(), settings, store());
+    EXPECT_EQ(second.readOnlyReason(), u"Another Brivane is using the quarantine"_s);
+    const QString away = store() + u" away"_s;
+    ASSERT_EQ(::rename(PathText::toBytes(store()), PathText::toBytes(away)), 0);
+    await(second.refresh());
+    EXPECT_TRUE(second.readOnlyReason().isNull()) << "another store, and its own";
+    const QString mine = file(u"~/mine"_s);
+    const QString other = file(u"~/other"_s);
+    EXPECT_EQ(awaitTask(second.quarantine({other}, u"Test"_s)).moved, 1);
+    EXPECT_EQ(quarantine({mine}).refusal,
+              u"The quarantine's list cannot be written: It has changed in the meantime"_s);
+    EXPECT_EQ(awaitTask(service->purgeAll()).purged, 0);
+    EXPECT_TRUE(stands(mine) && recorded()[0][u"originalPath"].toString() == other);
+}
+
+TEST_F(QuarantineStartTest, AListWithOneIdTwiceOrAPlaceInTheStoreHidesNothing)
+{
+    quarantine({file(u"~/a"_s), file(u"~/b"_s)});
+    QByteArray list = content(manifest());
+    const auto id = [&](int i) { return recorded()[i][u"id"].toString().toLatin1(); };
+    list.replace(id(1), id(0));
+    list.replace(PathText::toBytes(service->items()[1].originalPath),
+                 PathText::toBytes(store() + u"/.restoring.json"_s));
+    file(manifest(), list);
+    start();
+    EXPECT_TRUE(awaitTask(service->restore(service->items()[0])));
+    EXPECT_FALSE(awaitTask(service->restore(only())));
+    EXPECT_TRUE(stands(only().quarantinePath));
+}
+
+TEST_F(QuarantineStartTest, AStoreThatCannotBeMadeSaysWhyNothingGoesIn)
+{
+    const QString path = file(u"~/path"_s);
+    const QString noFolder = file(u"~/no folder"_s);
+    fileSystem.hasNoTrash = true;
+    service = std::make_unique<QuarantineService>(host(), settings, noFolder + u"/store"_s);
+    EXPECT_EQ(quarantine({path}).refusal, u"The quarantine cannot be made: Not a directory"_s);
+    EXPECT_TRUE(service->lastResult().endsWith(service->readOnlyReason()));
+    EXPECT_TRUE(stands(path));
+}
+
 TEST_F(QuarantineStartTest, OnAFullDiskTheListTakesTheReservesPlaceOrNothingIsMoved)
 {
     const QString reserve = store() + u"/.reserve"_s;

@@ -13,11 +13,20 @@ namespace {
 /// How often a file that is replaced just then is tried anew.
 constexpr int mostTries = 8;
 
+/// For writing where that is allowed: NFS asks that of who wants to keep all others out.
+int openLock(const PathPlace& place, FileDescriptor& file)
+{
+    const auto open = [&](int access) {
+        return openAt(place.folder(), place.name(), access | O_CREAT | O_NONBLOCK | O_NOCTTY, file,
+                      0600);
+    };
+    const int code = open(O_RDWR);
+    return code == EACCES ? open(O_RDONLY) : code;
+}
+
 int claim(const PathPlace& place, FileDescriptor& file)
 {
-    // For writing: network file systems lock nothing else for one alone.
-    int code =
-        openAt(place.folder(), place.name(), O_RDWR | O_CREAT | O_NONBLOCK | O_NOCTTY, file, 0600);
+    int code = openLock(place, file);
     FileStatus status;
     if (code == 0)
         code = readStatus(file.get(), status);
@@ -33,6 +42,17 @@ int claim(const PathPlace& place, FileDescriptor& file)
     return code;
 }
 
+/// Where folders cannot be claimed, the file has to do.
+int claimFolder(const PathPlace& place, FileDescriptor& folder)
+{
+    if (openFolder(place.folder(), ".", folder) != 0)
+        return 0;
+    const int code = errorOf([&] { return ::flock(folder.get(), LOCK_EX | LOCK_NB); });
+    if (code != 0)
+        folder.close();
+    return code == EWOULDBLOCK ? code : 0;
+}
+
 } // namespace
 
 Result<FileLock> FileLock::take(const QString& path)
@@ -44,9 +64,30 @@ Result<FileLock> FileLock::take(const QString& path)
     int code = ESTALE;
     for (int tries = 0; code == ESTALE && tries < mostTries; ++tries)
         code = claim(*place, file);
+    FileDescriptor folder;
+    if (code == 0)
+        code = claimFolder(*place, folder);
     if (code != 0)
         return place->error(code, FileOperation::Open);
-    return FileLock(std::move(file));
+    return FileLock(path, std::move(file), std::move(folder));
+}
+
+Result<> FileLock::check() const
+{
+    const auto place = PathPlace::find(m_path, FileOperation::Open);
+    if (!place)
+        return place.error();
+    FileStatus held;
+    FileStatus named;
+    int code =
+        m_folder.isValid() ? readStatus(m_folder.get(), held) : readStatus(m_file.get(), held);
+    if (code == 0) {
+        code = m_folder.isValid() ? readStatus(place->folder(), named)
+                                  : readStatus(place->folder(), place->name(), named);
+    }
+    if (code != 0 || !named.identity.isSameObject(held.identity))
+        return place->error(ESTALE, FileOperation::Open);
+    return {};
 }
 
 } // namespace brivane

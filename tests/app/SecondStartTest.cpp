@@ -101,6 +101,7 @@ TEST(SecondStart, DeadPredecessorDoesNotBlock)
     const AppMachine machine;
     const QString socket = machine.machine.path(u"/run/brivane/instance.socket");
     const auto isListening = [&] { return QFile::exists(socket); };
+    machine.machine.file(u"/run/brivane/instance.lock", ""); // of one that came no further
     Program first(machine.machine, {}, Program::Closed);
     ASSERT_TRUE(waitUntil(isListening));
     EXPECT_EQ(first.standardDescriptors(), QStringList(3, u"/dev/null"_s));
@@ -122,7 +123,8 @@ TEST(SecondStart, WhereThereCanBeNoSocketBothGoOnAndSaySo)
 {
     const SandboxMachine machine = SandboxMachine::temporary();
     machine.file(u"/taken/instance.socket/file", "");
-    for (const QString& folder : {u"/"_s + QString(90, u'x'), u"/taken"_s}) {
+    machine.file(u"/locked/instance.lock/file", "");
+    for (const QString& folder : {u"/"_s + QString(90, u'x'), u"/taken"_s, u"/locked"_s}) {
         const QString directory = machine.directory(folder);
         const LogCapture log;
         SingleInstance first(directory);

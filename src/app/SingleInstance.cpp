@@ -7,6 +7,9 @@
 #include <QLocalSocket>
 #include <QThread>
 
+#include <cerrno>
+#include <utility>
+
 namespace brivane {
 
 using namespace Qt::StringLiterals;
@@ -30,9 +33,8 @@ QByteArray activationToken()
 
 SingleInstance::SingleInstance(const QString& directory)
     : m_socketPath(directory + u"/instance.socket"_s)
-    , m_lock(directory + u"/instance.lock"_s)
+    , m_lockPath(directory + u"/instance.lock"_s)
 {
-    m_lock.setStaleLockTime(0);
     connect(&m_server, &QLocalServer::newConnection, this, [this] {
         while (QLocalSocket* socket = m_server.nextPendingConnection()) {
             connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
@@ -45,16 +47,19 @@ SingleInstance::SingleInstance(const QString& directory)
 SingleInstance::Start SingleInstance::start(int answerTime)
 {
     if (m_socketPath.startsWith(u"/instance"))
-        return Start::First; // no directory could be made
+        return goWithout(u"no folder could be made for it"_s);
     if (PathText::toBytes(m_socketPath).size() > longestSocketPath)
         return goWithout(u"the path is too long for a socket"_s);
     const QDeadlineTimer deadline(answerTime);
     // The first one may be between its lock and its socket, or just about to end.
     for (;;) {
-        if (m_lock.tryLock(0))
+        Result<FileLock> lock = FileLock::take(m_lockPath);
+        if (lock) {
+            m_lock = std::move(*lock);
             return listen();
-        if (m_lock.error() != QLockFile::LockFailedError)
-            return Start::First;
+        }
+        if (lock.error().code != EWOULDBLOCK)
+            return goWithout(lock.error().text());
         if (hand(static_cast<int>(deadline.remainingTime())))
             return Start::Handed;
         if (deadline.hasExpired())
@@ -68,7 +73,7 @@ SingleInstance::Start SingleInstance::listen()
     QLocalServer::removeServer(m_socketPath);
     if (m_server.listen(m_socketPath))
         return Start::First;
-    m_lock.unlock(); // nobody is to wait for an answer
+    m_lock.reset(); // nobody is to wait for an answer
     return goWithout(m_server.errorString());
 }
 

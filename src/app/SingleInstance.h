@@ -1,10 +1,13 @@
 #pragma once
 
+#include "platform/FileLock.h"
+
 #include <QByteArray>
 #include <QLocalServer>
-#include <QLockFile>
 #include <QObject>
 #include <QString>
+
+#include <optional>
 
 class QLocalSocket;
 
@@ -13,10 +16,9 @@ namespace brivane {
 /// Sees to it that the program runs once for each user and machine: the first start listens, a
 /// second one asks it to come to the front and ends.
 ///
-/// A lock file says who is first. It ends with its process, however that ended, and so does the
-/// claim; what lies about from dead processes is replaced. Where there can be no socket, since its
-/// path is too long or the system refuses it, each start goes on by itself and says so in the log.
-/// GUI thread.
+/// A lock on a file says who is first; it ends with its process, however that ended, and what the
+/// file holds does not matter. Where there can be no lock or no socket, since the path is too long
+/// or the system refuses it, each start goes on by itself and says so in the log. GUI thread.
 class SingleInstance : public QObject {
     Q_OBJECT
 
@@ -46,7 +48,8 @@ private:
     void receive(QLocalSocket& socket);
 
     const QString m_socketPath;
-    QLockFile m_lock;
+    const QString m_lockPath;
+    std::optional<FileLock> m_lock;
     QLocalServer m_server;
 };
 

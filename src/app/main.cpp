@@ -9,10 +9,29 @@
 
 #include <cstdio>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 using namespace brivane;
+
+namespace {
+
+/// A launcher may have closed some of them. The next files to be opened would take their numbers,
+/// and what anyone prints would end up in the lock, a socket or the preferences.
+void openStandardDescriptors()
+{
+    int opened = STDIN_FILENO;
+    while (opened >= 0 && opened <= STDERR_FILENO)
+        opened = ::open("/dev/null", O_RDWR);
+    if (opened > STDERR_FILENO)
+        ::close(opened);
+}
+
+} // namespace
 
 int main(int argc, char** argv)
 {
+    openStandardDescriptors();
     // Not a QGuiApplication, because of the tray.
     QApplication application(argc, argv);
     Host& host = Host::shared();

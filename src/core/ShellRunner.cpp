@@ -1,12 +1,14 @@
 #include "core/ShellRunner.h"
 
 #include "core/DataCollector.h"
+#include "platform/ThreadName.h"
 
 #include <QCoroFuture>
 #include <QPromise>
 #include <QStringDecoder>
-#include <QThreadPool>
 
+#include <system_error>
+#include <thread>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -60,18 +62,19 @@ void start(const std::shared_ptr<Run>& run)
     }
 }
 
-/// Starting reads the executable from the disk, which the caller's thread must not wait for. More
-/// threads than one, unlike a Worker, since a start may hang on a volume that is gone, and those of
-/// other commands must not stand in line behind it.
-QThreadPool& startingPool()
+/// Starting reads the executable from the disk, which the caller's thread must not wait for. Each
+/// on a thread of its own, since a start may hang on a volume that is gone, and those of other
+/// commands must not stand in line behind it.
+void startElsewhere(const std::shared_ptr<Run>& run)
 {
-    static QThreadPool* const pool = [] {
-        auto* made = new QThreadPool;
-        made->setObjectName(u"starts"_s); // what tools show its threads as
-        made->setMaxThreadCount(4);
-        return made;
-    }();
-    return *pool;
+    try {
+        std::thread([run] {
+            nameThisThread(u"starts"_s);
+            start(run);
+        }).detach();
+    } catch (const std::system_error& failure) { // no thread, and so no process either
+        run->finish({.launchErrorNumber = failure.code().value()});
+    }
 }
 
 QString decoded(const QByteArray& bytes)
@@ -102,7 +105,7 @@ QCoro::Task<QString> ShellRunner::run(Locations locations, QString executable,
     auto command = std::make_shared<Run>(locations.path(executable), arguments);
     QFuture<Outcome> future = command->promise.future();
     command->promise.start();
-    startingPool().start([command = std::move(command)] { start(command); });
+    startElsewhere(std::exchange(command, nullptr));
     const Outcome outcome = co_await future;
 
     if (!outcome.hasStarted)

@@ -70,8 +70,12 @@ bool liesIn(QStringView path, QStringView prefix)
 
 QString environmentPath(const char* name)
 {
-    const QString value = withoutEndSlash(PathText::fromBytes(qgetenv(name)));
-    return value.startsWith(u'/') ? value : QString();
+    const QByteArray value = qgetenv(name);
+    if (!value.startsWith('/'))
+        return {};
+    // Doubled slashes, "." and ".." have no place in a path that others are compared with.
+    const std::filesystem::path plain(value.toStdString());
+    return withoutEndSlash(PathText::fromBytes(plain.lexically_normal().native()));
 }
 
 QString homeOfUser()

@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-enum class Content { Readable, Broken };
+enum class Content { Readable, Missing, Broken };
 
 struct Loaded {
     Content content = Content::Readable;
@@ -29,7 +29,7 @@ Result<Loaded> load(const QString& file)
     const Result<QByteArray> bytes = readWholeFile(file);
     if (!bytes) {
         if (bytes.error().code == ENOENT)
-            return Loaded{};
+            return Loaded{Content::Missing};
         if (bytes.error().code == EFBIG) // no preferences are that large
             return Loaded{Content::Broken};
         return bytes.error();
@@ -247,6 +247,8 @@ Result<QVariantMap> UserDefaults::save(const QVariantMap& changes)
     if (current->content == Content::Broken) {
         if (const auto aside = putAside(m_file); !aside)
             return aside.error();
+    }
+    if (current->content != Content::Readable) {
         const std::lock_guard lock(m_mutex);
         values = m_values; // all that is left of it
     }

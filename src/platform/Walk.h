@@ -73,9 +73,9 @@ struct WalkOptions {
 
 class Walk {
 public:
-    /// Starts at `path` (bytes, not empty). A path that does not exist gives one NoAttributes
-    /// entry, one that is no directory gives that entry alone. A link is not followed. `path` may
-    /// be longer than system calls accept.
+    /// Starts at `path` (bytes). A path that does not exist, or cannot since it is empty or has a
+    /// NUL in it, gives one NoAttributes entry, one that is no directory gives that entry alone. A
+    /// link is not followed. `path` may be longer than system calls accept.
     explicit Walk(QByteArray path, WalkOptions options = {});
     /// Ends the walk wherever it is. A worker that hangs in a system call is left behind and cleans
     /// up for itself.

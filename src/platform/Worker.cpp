@@ -28,13 +28,15 @@ public:
             const std::lock_guard lock(queue->m_mutex);
             queue->m_jobs.push_back({std::move(job), queue->m_stop->get_token()});
             ++queue->m_unfinished;
-            if (queue->m_thread || (!queue->m_isRunningHere && queue->startThread(queue))) {
+            // Whoever runs jobs without a thread comes to this one as well. A thread that could be
+            // had by now would run it beside theirs.
+            if (queue->m_isRunningHere)
+                return;
+            if (queue->m_thread || queue->startThread(queue)) {
                 queue->m_changed.notify_all();
                 return;
             }
-            // Whoever runs jobs without a thread comes to this one as well.
-            if (std::exchange(queue->m_isRunningHere, true))
-                return;
+            queue->m_isRunningHere = true;
         }
         while (queue->runNext()) {
         }

@@ -14,7 +14,10 @@ namespace {
 /// The real program as a process of its own, with its home and everything else in `machine`.
 class Program {
 public:
-    explicit Program(const SandboxMachine& machine, const QByteArray& token = {})
+    enum Descriptors { Open, Closed };
+
+    explicit Program(const SandboxMachine& machine, const QByteArray& token = {},
+                     Descriptors descriptors = Open)
     {
         auto environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"HOME"_s, machine.directory(u"/home"));
@@ -25,7 +28,9 @@ public:
             environment.insert(u"XDG_ACTIVATION_TOKEN"_s, QString::fromLatin1(token));
         m_process.setProcessEnvironment(environment);
         m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_process.start(QStringLiteral(BRIVANE_PROGRAM), {});
+        const QString line =
+            u"exec \"$0\""_s + (descriptors == Closed ? u" <&- >&- 2>&-"_s : QString());
+        m_process.start(u"/bin/sh"_s, {u"-c"_s, line, QStringLiteral(BRIVANE_PROGRAM)});
     }
     ~Program()
     {
@@ -47,6 +52,15 @@ public:
                m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0;
     }
     bool isRunning() { return m_process.state() != QProcess::NotRunning; }
+    /// What the standard descriptors lead to.
+    QStringList standardDescriptors()
+    {
+        QStringList targets;
+        for (int number = 0; number < 3; ++number)
+            targets +=
+                QFile::symLinkTarget(u"/proc/%1/fd/%2"_s.arg(m_process.processId()).arg(number));
+        return targets;
+    }
     void crash()
     {
         m_process.kill();
@@ -87,8 +101,10 @@ TEST(SecondStart, DeadPredecessorDoesNotBlock)
     const AppMachine machine;
     const QString socket = machine.machine.path(u"/run/brivane/instance.socket");
     const auto isListening = [&] { return QFile::exists(socket); };
-    Program first(machine.machine);
+    machine.machine.file(u"/run/brivane/instance.lock", ""); // of one that came no further
+    Program first(machine.machine, {}, Program::Closed);
     ASSERT_TRUE(waitUntil(isListening));
+    EXPECT_EQ(first.standardDescriptors(), QStringList(3, u"/dev/null"_s));
     Program second(machine.machine);
     EXPECT_TRUE(second.ended());
     ASSERT_TRUE(first.isRunning());
@@ -107,7 +123,8 @@ TEST(SecondStart, WhereThereCanBeNoSocketBothGoOnAndSaySo)
 {
     const SandboxMachine machine = SandboxMachine::temporary();
     machine.file(u"/taken/instance.socket/file", "");
-    for (const QString& folder : {u"/"_s + QString(90, u'x'), u"/taken"_s}) {
+    machine.file(u"/locked/instance.lock/file", "");
+    for (const QString& folder : {u"/"_s + QString(90, u'x'), u"/taken"_s, u"/locked"_s}) {
         const QString directory = machine.directory(folder);
         const LogCapture log;
         SingleInstance first(directory);

@@ -3,12 +3,14 @@
 #include "platform/PathText.h"
 #include "support/AwaitTask.h"
 #include "support/ChildProcesses.h"
+#include "support/FileTestSupport.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 using namespace brivane;
 using namespace brivane::testing;
@@ -91,6 +93,16 @@ TEST_F(ShellRunnerTest, TheCallerIsNotBlockedAndComesBackOnItsThread)
     EXPECT_EQ(awaitTask(std::move(first)), QString(3'000'000, u'x'));
     EXPECT_EQ(awaitTask(std::move(second)).size(), 3'000'000);
     EXPECT_TRUE(waitForNoChildren());
+}
+
+TEST_F(ShellRunnerTest, WithoutAThreadToStartACommandItFailsAndIsNotWaitedForForEver)
+{
+    EXPECT_TRUE(passesUnprivileged([] {
+        const struct rlimit none = {};
+        ASSERT_EQ(::setrlimit(RLIMIT_NPROC, &none), 0);
+        const Locations here = Locations::asWritten(u"/"_s);
+        EXPECT_THROW(awaitTask(ShellRunner::run(here, u"/bin/true"_s, {})), LaunchError);
+    }));
 }
 
 TEST_F(ShellRunnerTest, AdminCommandsAreQuotedOnceAndInOrder)

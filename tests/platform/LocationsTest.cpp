@@ -45,7 +45,7 @@ TEST(Locations, NoPathLeavesTheSandbox)
 
 TEST(Locations, AliasesTakeTheLongestWholeComponents)
 {
-    const Variable home("HOME", "/home/ann/");
+    const Variable home("HOME", "//home/./bob/../ann/");
     const Variable cache("XDG_CACHE_HOME", "/fast/cache");
     const Variable configuration("XDG_CONFIG_HOME", "relative/is/ignored");
     const Variable data("XDG_DATA_HOME", "");

@@ -1,9 +1,13 @@
 #include "platform/Walk.h"
+#include "platform/Worker.h"
 #include "platform/linux/LinuxVolumes.h"
 #include "support/FileTestSupport.h"
 
+#include <filesystem>
+#include <iterator>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -36,5 +40,26 @@ TEST(ThreadShortage, WalksAndVolumesDoWithTheThreadsThatTheyGet)
                 EXPECT_EQ(LinuxVolumes().volumeInfo(QStringLiteral("/"))->totalCapacity, 0U);
             }
         }
+    }));
+}
+
+TEST(ThreadShortage, AWorkerThatGetsItsThreadLateStillRunsOneJobAtATime)
+{
+    EXPECT_TRUE(passesUnprivileged([] {
+        struct rlimit limit = {};
+        ASSERT_EQ(::getrlimit(RLIMIT_NPROC, &limit), 0);
+        const rlim_t enough = std::exchange(limit.rlim_cur, 0);
+        ASSERT_EQ(::setrlimit(RLIMIT_NPROC, &limit), 0);
+        Worker worker(QStringLiteral("late"));
+        worker.run([&] {
+            limit.rlim_cur = enough;
+            ASSERT_EQ(::setrlimit(RLIMIT_NPROC, &limit), 0);
+            worker.run([] {});
+            const std::filesystem::directory_iterator threads("/proc/self/task");
+            EXPECT_EQ(std::distance(begin(threads), end(threads)), 1);
+        });
+        worker.waitForDone();
+        const std::thread::id here = std::this_thread::get_id();
+        EXPECT_NE(worker.run([] { return std::this_thread::get_id(); }).result(), here);
     }));
 }

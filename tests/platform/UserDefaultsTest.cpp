@@ -137,6 +137,9 @@ TEST_F(UserDefaultsTest, ADamagedFileIsKeptUnderAnotherNameAndWhatIsInMemoryWrit
 
     writeFile(m_folder / "defaults.plist", "damaged once more");
     defaults.setBool(u"shown"_s, true);
+    m_disk.cannotWrite = true; // it is put aside, and nothing takes its place
+    EXPECT_FALSE(defaults.waitUntilSaved());
+    m_disk.cannotWrite = false;
     EXPECT_TRUE(defaults.waitUntilSaved());
     EXPECT_EQ(readFile(m_folder / "defaults.plist.damaged-2"), "damaged once more");
     const UserDefaults again(m_file, m_disk);

@@ -164,6 +164,8 @@ TEST_F(WalkTest, StartsThatAreNoFolderGiveOneEntry)
     for (const QByteArray& start :
          {m_folder / "file", m_folder / "link", m_folder / "nothing", QByteArray("/dev/null")})
         expectSame(start);
+    for (const QByteArray& start : {QByteArray(), m_folder.path() + '\0'})
+        EXPECT_EQ(Walk(start).next()->kind, WalkKind::NoAttributes);
 }
 
 TEST_F(WalkTest, StartsBeyondTheLongestPathAreTheSameAsByAShortOne)

@@ -268,6 +268,7 @@ void Process::Child::reap()
     while (::waitid(P_PIDFD, static_cast<id_t>(m_process.get()), nullptr, WEXITED | WNOHANG) != 0 &&
            errno == EINTR) {
     }
+    m_process.close();
 }
 
 void Process::Child::finish()

@@ -8,6 +8,11 @@ namespace brivane::walking {
 
 WalkStart::WalkStart(std::string_view path)
 {
+    // To system calls it would be another path: one that ends there, or the working directory.
+    if (path.empty() || path.find('\0') != std::string_view::npos) {
+        m_error = path.empty() ? ENOENT : EINVAL;
+        return;
+    }
     while (path.size() >= PATH_MAX) {
         const std::size_t slash = path.rfind('/', PATH_MAX - 2);
         if (slash == std::string_view::npos) {

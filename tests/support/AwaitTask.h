@@ -19,9 +19,12 @@ inline bool waitUntil(const std::function<bool()>& isDone)
     QTimer tick; // an event loop sleeps unless something wakes it
     tick.start(1);
     QEventLoop loop;
-    while (!isDone() && !deadline.hasExpired())
+    bool isSeen = isDone(); // what has been seen may pass
+    while (!isSeen && !deadline.hasExpired()) {
         loop.processEvents(QEventLoop::WaitForMoreEvents);
-    return isDone();
+        isSeen = isDone();
+    }
+    return isSeen;
 }
 
 /// What `task` returns or throws; throws std::runtime_error when it has not ended after ten

@@ -29,8 +29,15 @@ FocusScope {
             keyboard.focus = keyboard === root; // the next Tab goes on from here
     }
 
-    onKeyboardSupportChanged: Qt.callLater(keepKeyboard)
+    onKeyboardSupportChanged: later.restart()
     onIsLookedAtChanged: viewModel.refreshDays()
+
+    Timer { // once everything has been said
+        id: later
+
+        interval: 0
+        onTriggered: root.keepKeyboard()
+    }
 
     objectName: "quarantineView"
     Component.onCompleted: viewModel.enter()

@@ -30,7 +30,14 @@ FocusScope {
     }
 
     objectName: "liveFolderTree"
-    Component.onCompleted: Qt.callLater(showSelected) // the list has no height yet
+    Component.onCompleted: later.restart()
+
+    Timer { // the list has no height, or not its last rows, before
+        id: later
+
+        interval: 0
+        onTriggered: root.showSelected()
+    }
 
     Item {
         id: header
@@ -204,7 +211,7 @@ FocusScope {
 
         function onPictureChanged(): void {
             if (root.viewModel.scanState === ScanViewModel.Completed)
-                Qt.callLater(root.showSelected);
+                later.restart();
         }
     }
 

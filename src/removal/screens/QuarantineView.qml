@@ -25,19 +25,14 @@ FocusScope {
             list.forceActiveFocus(Qt.TabFocusReason);
         else if (viewModel.isReadOnly)
             banner.takeFocus();
+        else if (keyboard === root)
+            root.focus = true; // the next Tab goes on from here
         else
-            keyboard.focus = keyboard === root; // the next Tab goes on from here
+            keyboard.focus = list.focus = false; // a row that goes leaves it to the list
     }
 
-    onKeyboardSupportChanged: later.restart()
+    onKeyboardSupportChanged: Qt.callLater(keepKeyboard) // qmllint disable
     onIsLookedAtChanged: viewModel.refreshDays()
-
-    Timer { // once everything has been said
-        id: later
-
-        interval: 0
-        onTriggered: root.keepKeyboard()
-    }
 
     objectName: "quarantineView"
     Component.onCompleted: viewModel.enter()

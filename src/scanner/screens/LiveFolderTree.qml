@@ -30,14 +30,7 @@ FocusScope {
     }
 
     objectName: "liveFolderTree"
-    Component.onCompleted: later.restart()
-
-    Timer { // the list has no height, or not its last rows, before
-        id: later
-
-        interval: 0
-        onTriggered: root.showSelected()
-    }
+    Component.onCompleted: Qt.callLater(showSelected) // qmllint disable
 
     Item {
         id: header
@@ -211,7 +204,7 @@ FocusScope {
 
         function onPictureChanged(): void {
             if (root.viewModel.scanState === ScanViewModel.Completed)
-                later.restart();
+                Qt.callLater(root.showSelected); // qmllint disable
         }
     }
 

@@ -81,7 +81,8 @@ void checkNextStart(WatchedGround& ground, const Deed& deed)
             << path.toStdString();
     }
     EXPECT_TRUE(ground.service->items().isEmpty()) << results.join(u'\n').toStdString();
-    EXPECT_EQ(ground.rests(), QStringList());
+    EXPECT_TRUE(waitUntil([&] { return ground.rests().isEmpty(); }))
+        << ground.rests().join(u'\n').toStdString();
 }
 
 } // namespace

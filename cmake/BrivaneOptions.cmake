@@ -34,8 +34,10 @@ if(BRIVANE_SANITIZE)
     -fsanitize=${BRIVANE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all
     # Sanitizer instrumentation makes the flow analysis see null where there is none.
     -Wno-null-dereference -Wno-maybe-uninitialized
-    # Fences, of which Qt's headers have some, are unknown to the thread sanitizer.
-    $<$<STREQUAL:${BRIVANE_SANITIZE},thread>:-Wno-tsan>
   )
+  if(BRIVANE_SANITIZE STREQUAL thread)
+    # It does not know fences, of which Qt's headers have some.
+    target_compile_options(brivane_options INTERFACE -Wno-tsan)
+  endif()
   target_link_options(brivane_options INTERFACE -fsanitize=${BRIVANE_SANITIZE})
 endif()

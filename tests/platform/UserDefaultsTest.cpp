@@ -136,8 +136,8 @@ TEST_F(UserDefaultsTest, ADamagedFileIsKeptUnderAnotherNameAndWhatIsInMemoryWrit
     EXPECT_EQ(readFile(m_folder / "defaults.plist.damaged-1"), precious);
 
     writeFile(m_folder / "defaults.plist", "damaged once more");
-    defaults.setBool(u"shown"_s, true);
     m_disk.cannotWrite = true; // it is put aside, and nothing takes its place
+    defaults.setBool(u"shown"_s, true);
     EXPECT_FALSE(defaults.waitUntilSaved());
     m_disk.cannotWrite = false;
     EXPECT_TRUE(defaults.waitUntilSaved());

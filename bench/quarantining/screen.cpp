@@ -4,6 +4,7 @@
 #include "Lateness.h"
 #include "core/AppSettings.h"
 #include "platform/PathText.h"
+#include "removal/QuarantineService.h"
 #include "windowing/RealWindow.h"
 
 #include <QGuiApplication>

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "app/BrivaneApp.h"
+#include "app/ShellViewModel.h"
+#include "core/Composition.h"
 #include "core/Log.h"
 #include "platform/DefaultFileSystem.h"
 #include "platform/Volumes.h"
@@ -12,16 +14,15 @@
 namespace brivane {
 
 /// The program's real window. Preferences go to a sandbox; what is scanned is the machine itself.
-/// One in a process.
+/// GUI thread.
 class RealWindow {
 public:
     RealWindow()
         : m_machine(SandboxMachine::temporary())
         , m_host(m_machine.locations(), DefaultFileSystem::shared())
     {
-        Host::setShared(m_host.host());
         BrivaneApp::prepareProcess();
-        m_app = std::make_unique<BrivaneApp>(m_host.host());
+        m_app = std::make_unique<BrivaneApp>(m_composition);
         m_window = m_app->open();
         if (!m_window)
             throw std::runtime_error("there is no window");
@@ -32,12 +33,16 @@ public:
     [[nodiscard]] const SandboxMachine& machine() const { return m_machine; }
     [[nodiscard]] QQuickWindow& window() { return *m_window; }
     [[nodiscard]] ShellViewModel& shell() { return *m_app->shell(); }
-    [[nodiscard]] ScanViewModel& scan() { return *m_app->shell()->scanViewModel(); }
+    [[nodiscard]] ScanViewModel& scan()
+    {
+        return *m_app->shell()->viewModel<ScanViewModel>(AppMode::scanner);
+    }
 
 private:
     LogCapture m_quiet;
     SandboxMachine m_machine;
     OwnedHost m_host;
+    Composition m_composition{m_host.host()};
     std::unique_ptr<BrivaneApp> m_app;
     QQuickWindow* m_window = nullptr; ///< belongs to m_app
 };

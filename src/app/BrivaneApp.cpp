@@ -2,24 +2,16 @@
 
 #include "app/KeyboardFocus.h"
 #include "app/KeyboardShortcutHandler.h"
-#include "cleaning/CleaningSessionState.h"
+#include "app/ModulePlugins.h"
 #include "components/Fonts.h"
-#include "core/ActivityTracker.h"
 #include "core/AppSettings.h"
+#include "core/Composition.h"
 #include "core/FullDiskAccess.h"
-#include "scanner/ScanViewModel.h"
+#include "platform/Host.h"
 
 #include <QGuiApplication>
 #include <QIcon>
 #include <QQuickWindow>
-#include <QtQml/QQmlExtensionPlugin>
-
-// Static libraries are left out of a program unless someone names them.
-Q_IMPORT_QML_PLUGIN(Brivane_AppPlugin)
-Q_IMPORT_QML_PLUGIN(Brivane_ComponentsPlugin)
-Q_IMPORT_QML_PLUGIN(Brivane_CorePlugin)
-Q_IMPORT_QML_PLUGIN(Brivane_RemovalPlugin)
-Q_IMPORT_QML_PLUGIN(Brivane_ScannerPlugin)
 
 namespace brivane {
 
@@ -31,13 +23,14 @@ const QString onboardingKey = u"onboardingCompleted"_s;
 
 } // namespace
 
-BrivaneApp::BrivaneApp(Host& host, QuarantineProvider quarantine)
-    : m_host(host)
-    , m_quarantine(std::move(quarantine))
-    , m_hasFullDiskAccess(checkFullDiskAccess(host.locations))
-    , m_onboardingCompleted(host.defaults.boolean(onboardingKey).value_or(false))
+BrivaneApp::BrivaneApp(Composition& composition)
+    : m_composition(composition)
+    , m_hasFullDiskAccess(checkFullDiskAccess(composition.host().locations))
+    , m_onboardingCompleted(composition.host().defaults.boolean(onboardingKey).value_or(false))
 {
-    AppSettings::shared();
+    // A day may have begun whenever somebody comes back to the window.
+    AppSettings& settings = composition.get<AppSettings>();
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, &settings, &AppSettings::noteTime);
 }
 
 BrivaneApp::~BrivaneApp() = default;
@@ -92,7 +85,7 @@ void BrivaneApp::setOnboarded(bool onboarded)
         return;
     const bool before = isOnboarded();
     m_onboardingCompleted = true;
-    m_host.defaults.setBool(onboardingKey, true);
+    m_composition.host().defaults.setBool(onboardingKey, true);
     if (!m_hasFullDiskAccess) {
         m_hasFullDiskAccess = true;
         Q_EMIT hasFullDiskAccessChanged();
@@ -105,12 +98,8 @@ void BrivaneApp::setOnboarded(bool onboarded)
 
 ShellViewModel* BrivaneApp::shell()
 {
-    if (!m_shell) {
-        m_scanViewModel = std::make_unique<ScanViewModel>(m_host);
-        m_shell =
-            std::make_unique<ShellViewModel>(m_host, *m_scanViewModel, ActivityTracker::shared(),
-                                             CleaningSessionState::shared(), m_quarantine);
-    }
+    if (!m_shell)
+        m_shell = std::make_unique<ShellViewModel>(m_composition);
     return m_shell.get();
 }
 

@@ -1,9 +1,6 @@
 #pragma once
 
 #include "app/ShellViewModel.h"
-#include "platform/Host.h"
-#include "removal/QuarantineService.h"
-#include "scanner/ScanViewModel.h"
 
 #include <QObject>
 #include <QQmlApplicationEngine>
@@ -15,6 +12,8 @@ class QQuickWindow;
 
 namespace brivane {
 
+class Composition;
+
 /// The entry of the program: asks once whether it may read everything, loads the settings, and
 /// decides whether the window shows the onboarding or the modules. GUI thread.
 class BrivaneApp : public QObject {
@@ -24,12 +23,12 @@ class BrivaneApp : public QObject {
     Q_PROPERTY(bool hasFullDiskAccess READ hasFullDiskAccess NOTIFY hasFullDiskAccessChanged)
     /// Access or a finished onboarding; once true it stays so.
     Q_PROPERTY(bool isOnboarded READ isOnboarded WRITE setOnboarded NOTIFY isOnboardedChanged)
-    /// Made when it is first asked for, which lists the volumes.
+    /// Made when it is first asked for.
     Q_PROPERTY(brivane::ShellViewModel* shell READ shell CONSTANT)
 
 public:
-    /// `host` is kept by reference and has to outlive this; so has what `quarantine` gives.
-    explicit BrivaneApp(Host& host, QuarantineProvider quarantine = &QuarantineService::openShared);
+    /// Loads the settings. `composition` has to outlive this.
+    explicit BrivaneApp(Composition& composition);
     ~BrivaneApp() override;
 
     /// Sets what all windows of the process share: name, fonts, motion. To be called once, after
@@ -56,11 +55,9 @@ Q_SIGNALS:
 private:
     void listenToKeys();
 
-    Host& m_host;
-    QuarantineProvider m_quarantine;
+    Composition& m_composition;
     bool m_hasFullDiskAccess;
     bool m_onboardingCompleted;
-    std::unique_ptr<ScanViewModel> m_scanViewModel;
     std::unique_ptr<ShellViewModel> m_shell;
     QQuickWindow* m_window = nullptr;                ///< belongs to m_engine
     std::unique_ptr<QQmlApplicationEngine> m_engine; ///< goes first: its objects use all the rest

@@ -17,11 +17,6 @@ constexpr KeyboardCommand commands[] = {
 
 } // namespace
 
-std::span<const KeyboardCommand> keyboardMap()
-{
-    return commands;
-}
-
 const KeyboardCommand* keyboardCommand(const QKeyEvent& event)
 {
     const Qt::KeyboardModifiers modifiers = event.modifiers();

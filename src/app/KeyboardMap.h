@@ -5,7 +5,6 @@
 #include <QtGlobal>
 
 #include <optional>
-#include <span>
 
 class QKeyEvent;
 
@@ -17,8 +16,6 @@ struct KeyboardCommand {
     Qt::Key key;
     std::optional<AppMode::Mode> mode; ///< the module that it shows; none: a rescan
 };
-
-[[nodiscard]] std::span<const KeyboardCommand> keyboardMap();
 
 /// What the pressed keys stand for; null when they are not in the map. The character counts, not
 /// the place on the keyboard: Shift makes another one.

@@ -66,7 +66,7 @@ FocusScope {
 
         // A screen is made anew whenever its module is entered.
         function enter(): void {
-            setSource(root.shell.screen, {"shell": root.shell});
+            setSource(root.shell.screen, root.shell.screenProperties);
         }
 
         Component.onCompleted: enter()

@@ -13,6 +13,7 @@ std::span<const MenuCommand> menuCommands()
         {u"Scan"_s, u"Rescan"_s, u"Ctrl+R"_s, NotificationNames::rescan},
         {u"Navigate"_s, u"Go Up"_s, u"Ctrl+Up"_s, NotificationNames::navigateUp},
         {u"Navigate"_s, u"Go to Root"_s, u"Ctrl+Shift+Up"_s, NotificationNames::navigateRoot},
+        {u"Brivane"_s, u"Quit"_s, u"Ctrl+Q"_s, quitNotification},
     };
     return commands;
 }

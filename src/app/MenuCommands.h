@@ -14,6 +14,9 @@ struct MenuCommand {
     QString notification; ///< what choosing the item posts
 };
 
+/// The notification that ends the program; `main` listens to it.
+inline const QString quitNotification = QStringLiteral("quit");
+
 [[nodiscard]] std::span<const MenuCommand> menuCommands();
 
 } // namespace brivane

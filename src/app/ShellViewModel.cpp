@@ -2,71 +2,96 @@
 
 #include "app/KeyboardMap.h"
 #include "app/ModeColors.h"
-#include "app/ModuleScreens.h"
 #include "cleaning/CleaningSessionState.h"
 #include "core/ActivityTracker.h"
+#include "core/Composition.h"
+#include "core/Navigation.h"
 #include "core/NotificationNames.h"
+#include "platform/Host.h"
 
 #include <QPointer>
 
-#include <utility>
+#include <algorithm>
 
 namespace brivane {
 
-ShellViewModel::ShellViewModel(Host& host, ScanViewModel& scanViewModel, ActivityTracker& tracker,
-                               CleaningSessionState& cleaning, QuarantineProvider quarantine,
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QUrl screenFile(QLatin1StringView file)
+{
+    return QUrl("qrc:/qt/qml/Brivane/"_L1 + file);
+}
+
+} // namespace
+
+ShellViewModel::ShellViewModel(Composition& composition, std::span<const Module> rows,
                                QObject* parent)
     : QObject(parent)
-    , m_host(host)
-    , m_scan(scanViewModel)
-    , m_tracker(tracker)
-    , m_cleaning(cleaning)
-    , m_provideQuarantine(std::move(quarantine))
+    , m_composition(composition)
+    , m_rows(rows)
+    , m_navigation(composition.get<Navigation>())
+    , m_tracker(composition.get<ActivityTracker>())
+    , m_cleaning(composition.get<CleaningSessionState>())
     , m_modes(*this)
 {
-    connect(&m_scan, &ScanViewModel::scanStateChanged, this,
-            &ShellViewModel::backgroundActivityChanged);
+    connect(&m_navigation, &Navigation::appModeChanged, this, &ShellViewModel::enter);
     connect(&m_tracker, &ActivityTracker::activeProcessesChanged, this,
             &ShellViewModel::backgroundActivityChanged);
     connect(&m_cleaning, &CleaningSessionState::sessionActiveChanged, this,
             &ShellViewModel::navigationShownChanged);
-    react(NotificationNames::scanStartupDisk, &ShellViewModel::scanStartupDisk);
-    react(NotificationNames::rescan, &ShellViewModel::rescan);
-    react(NotificationNames::navigateUp, &ShellViewModel::navigateUp);
-    react(NotificationNames::navigateRoot, &ShellViewModel::navigateRoot);
+    for (const Module& module : m_rows) {
+        if (!module.sidebar.isEmpty())
+            open(&module);
+    }
+    enter();
 }
 
-void ShellViewModel::react(const QString& notification, void (ShellViewModel::*reaction)())
+ShellViewModel::~ShellViewModel() = default;
+
+const Module* ShellViewModel::row(AppMode::Mode mode) const
 {
-    m_host.notifications.subscribe(notification, this, [this, reaction] {
-        if (isNavigationShown())
-            (this->*reaction)();
-    });
+    const auto found = std::ranges::find(m_rows, mode, &Module::mode);
+    return found != m_rows.end() ? &*found : nullptr;
+}
+
+AppMode::Mode ShellViewModel::appMode() const
+{
+    return m_navigation.appMode();
 }
 
 void ShellViewModel::setAppMode(AppMode::Mode mode)
 {
-    if (m_appMode == mode)
-        return;
-    m_appMode = mode;
+    m_navigation.setAppMode(mode);
+}
+
+void ShellViewModel::enter()
+{
     Q_EMIT appModeChanged();
-    if (mode == AppMode::quarantine && !m_quarantine)
-        openQuarantine();
+    const Module* module = row(appMode());
+    if (module && module->make && !viewModel(module->mode))
+        open(module);
     else
         Q_EMIT screenEntered();
 }
 
-QCoro::Task<> ShellViewModel::openQuarantine()
+QCoro::Task<> ShellViewModel::open(const Module* module)
 {
-    if (std::exchange(m_isOpeningQuarantine, true))
+    if (!module->make || !m_opening.insert(module->mode).second)
         co_return;
     const QPointer<ShellViewModel> self(this);
-    QCoro::Task<QuarantineService*> opening = m_provideQuarantine();
-    QuarantineService* service = co_await opening;
+    QCoro::Task<std::unique_ptr<QObject>> making = module->make(m_composition);
+    std::unique_ptr<QObject> made = co_await making;
     if (!self)
         co_return;
-    m_quarantine = std::make_unique<QuarantineViewModel>(m_host, *service);
-    if (m_appMode == AppMode::quarantine)
+    m_opening.erase(module->mode);
+    if (!made)
+        co_return;
+    m_viewModels[module->mode] = std::move(made);
+    if (!module->sidebar.isEmpty())
+        Q_EMIT sidebarPartsChanged();
+    if (appMode() == module->mode)
         Q_EMIT screenEntered();
 }
 
@@ -80,16 +105,8 @@ void ShellViewModel::setHovered(AppMode::Mode mode, bool isHovered)
 
 bool ShellViewModel::modeHasBackgroundActivity(AppMode::Mode mode) const
 {
-    switch (mode) {
-    case AppMode::scanner:
-        return m_scan.scanState() == ScanViewModel::Scanning;
-    case AppMode::cleaner:
-        return m_tracker.isActive(ActivityTracker::smartClean);
-    case AppMode::duplicates:
-        return m_tracker.isActive(ActivityTracker::duplicates);
-    default:
-        return false;
-    }
+    const Module* module = row(mode);
+    return module && m_tracker.isActive(module->activity);
 }
 
 bool ShellViewModel::isNavigationShown() const
@@ -99,53 +116,60 @@ bool ShellViewModel::isNavigationShown() const
 
 void ShellViewModel::post(const QString& notification)
 {
-    m_host.notifications.post(notification);
+    if (isNavigationShown())
+        m_composition.host().notifications.post(notification);
 }
 
 void ShellViewModel::perform(const KeyboardCommand& command)
 {
-    if (!isNavigationShown())
-        return;
-    if (command.mode)
+    if (!command.mode)
+        post(NotificationNames::rescan);
+    else if (isNavigationShown())
         setAppMode(*command.mode);
-    else
-        rescan();
+}
+
+QObject* ShellViewModel::viewModel(AppMode::Mode mode) const
+{
+    const auto found = m_viewModels.find(mode);
+    return found != m_viewModels.end() ? found->second.get() : nullptr;
 }
 
 QUrl ShellViewModel::screen() const
 {
-    return moduleScreen(m_appMode);
+    const Module* module = row(appMode());
+    return screenFile(module && !module->screen.isEmpty() ? module->screen
+                                                          : "App/MissingModule.qml"_L1);
+}
+
+QVariantMap ShellViewModel::screenProperties() const
+{
+    const Module* module = row(appMode());
+    if (!module || module->screen.isEmpty())
+        return {{u"shell"_s, QVariant::fromValue(const_cast<ShellViewModel*>(this))}};
+    if (QObject* object = viewModel(module->mode))
+        return {{u"viewModel"_s, QVariant::fromValue(object)}};
+    return {};
+}
+
+QVariantList ShellViewModel::sidebarParts() const
+{
+    QVariantList parts;
+    for (const Module& module : m_rows) {
+        QObject* object = viewModel(module.mode);
+        if (module.sidebar.isEmpty() || (module.make && !object))
+            continue;
+        QVariantMap properties;
+        if (object)
+            properties.insert(u"viewModel"_s, QVariant::fromValue(object));
+        parts +=
+            QVariantMap{{u"source"_s, screenFile(module.sidebar)}, {u"properties"_s, properties}};
+    }
+    return parts;
 }
 
 QColor ShellViewModel::accent() const
 {
-    return modeAccentColor(m_appMode);
-}
-
-void ShellViewModel::scanStartupDisk()
-{
-    const QString disk = m_host.locations.path(u"/");
-    setAppMode(AppMode::scanner);
-    m_scan.stopScan();
-    m_scan.selectVolume(disk);
-    m_scan.startScan(disk);
-}
-
-void ShellViewModel::rescan()
-{
-    m_scan.rescan();
-}
-
-void ShellViewModel::navigateUp()
-{
-    if (m_appMode == AppMode::scanner)
-        m_scan.drillUp();
-}
-
-void ShellViewModel::navigateRoot()
-{
-    if (m_appMode == AppMode::scanner)
-        m_scan.drillToRoot();
+    return modeAccentColor(appMode());
 }
 
 } // namespace brivane

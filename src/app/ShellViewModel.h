@@ -1,70 +1,68 @@
 #pragma once
 
 #include "app/MenuModel.h"
+#include "app/Module.h"
 #include "app/NavigationModel.h"
 #include "core/AppMode.h"
-#include "platform/Host.h"
-#include "removal/QuarantineViewModel.h"
-#include "scanner/ScanViewModel.h"
 
 #include <QColor>
 #include <QCoroTask>
 #include <QObject>
 #include <QUrl>
+#include <QVariantMap>
 #include <QtQml/qqmlregistration.h>
 
-#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
+#include <set>
 
 namespace brivane {
 
 class ActivityTracker;
 class CleaningSessionState;
+class Composition;
+class Navigation;
 struct KeyboardCommand;
 
-/// Gives the quarantine, which is opened by the first call.
-using QuarantineProvider = std::function<QCoro::Task<QuarantineService*>()>;
-
 /// The frame that the modules live in: which of them is on screen, which are busy, what the keys
-/// and the menu do. Screens come and go with the module; the view models that do the work stay.
+/// and the menu do. It knows them by their rows only. Screens come and go with the module; the view
+/// models that do the work are made here and stay. GUI thread.
 ///
-/// The menu posts notifications, and it is the shell that reacts: "scanStartupDisk" shows the
-/// scanner and scans the disk that the machine started from, in place of a scan that runs; "rescan"
-/// scans the selected volume; "navigateUp" and "navigateRoot" move through the scanner's tree,
-/// while it is on screen. During a cleaning session nothing of all this has an effect. GUI thread.
+/// Keys and menu post notifications, to which the modules listen. During a cleaning session they
+/// have no effect.
 class ShellViewModel : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The application brings it")
     Q_PROPERTY(brivane::AppMode::Mode appMode READ appMode WRITE setAppMode NOTIFY appModeChanged)
+    /// The QML file of the module on screen, and the initial properties that it is made with.
     Q_PROPERTY(QUrl screen READ screen NOTIFY screenEntered)
+    Q_PROPERTY(QVariantMap screenProperties READ screenProperties NOTIFY screenEntered)
     Q_PROPERTY(QString title READ title NOTIFY appModeChanged)
     Q_PROPERTY(QString iconName READ iconName NOTIFY appModeChanged)
     Q_PROPERTY(QColor accent READ accent NOTIFY appModeChanged)
     Q_PROPERTY(bool isNavigationShown READ isNavigationShown NOTIFY navigationShownChanged)
+    /// What modules add to the sidebar, from the top: each with `source` and `properties`.
+    Q_PROPERTY(QVariantList sidebarParts READ sidebarParts NOTIFY sidebarPartsChanged)
     Q_PROPERTY(brivane::NavigationModel* modes READ modes CONSTANT)
     Q_PROPERTY(brivane::MenuModel* menu READ menu CONSTANT)
-    Q_PROPERTY(brivane::ScanViewModel* scanViewModel READ scanViewModel CONSTANT)
-    /// Null until the quarantine's module is first entered.
-    Q_PROPERTY(brivane::QuarantineViewModel* quarantine READ quarantine NOTIFY screenEntered)
 
 public:
-    /// All of them have to outlive this, and what `quarantine` gives too.
-    ShellViewModel(Host& host, ScanViewModel& scanViewModel, ActivityTracker& tracker,
-                   CleaningSessionState& cleaning, QuarantineProvider quarantine,
-                   QObject* parent = nullptr);
+    /// Both have to outlive this.
+    explicit ShellViewModel(Composition& composition, std::span<const Module> rows = modules(),
+                            QObject* parent = nullptr);
+    ~ShellViewModel() override;
 
     /// The module on screen; the dashboard at first.
-    [[nodiscard]] AppMode::Mode appMode() const { return m_appMode; }
+    [[nodiscard]] AppMode::Mode appMode() const;
     void setAppMode(AppMode::Mode mode);
     /// The module whose row is under the pointer.
     [[nodiscard]] std::optional<AppMode::Mode> hoveredMode() const { return m_hoveredMode; }
     /// The pointer came to, or left, the row of `mode`. Rows may report in any order.
     Q_INVOKABLE void setHovered(brivane::AppMode::Mode mode, bool isHovered);
 
-    /// Whether work of `mode` goes on that its row should tell of. A scan as administrator does not
-    /// count.
+    /// Whether work of `mode` goes on that its row should tell of.
     [[nodiscard]] bool modeHasBackgroundActivity(AppMode::Mode mode) const;
     /// False during a cleaning session: the module has the window to itself.
     [[nodiscard]] bool isNavigationShown() const;
@@ -73,14 +71,23 @@ public:
     Q_INVOKABLE void post(const QString& notification);
     void perform(const KeyboardCommand& command);
 
+    /// What the screen of `mode` works on; null before it was made, and where it is of another
+    /// type.
+    template<typename ViewModel>
+    [[nodiscard]] ViewModel* viewModel(AppMode::Mode mode) const
+    {
+        return qobject_cast<ViewModel*>(viewModel(mode));
+    }
+    [[nodiscard]] QObject* viewModel(AppMode::Mode mode) const;
+
     [[nodiscard]] QUrl screen() const;
-    [[nodiscard]] QString title() const { return AppMode::title(m_appMode); }
-    [[nodiscard]] QString iconName() const { return AppMode::iconName(m_appMode); }
+    [[nodiscard]] QVariantMap screenProperties() const;
+    [[nodiscard]] QVariantList sidebarParts() const;
+    [[nodiscard]] QString title() const { return AppMode::title(appMode()); }
+    [[nodiscard]] QString iconName() const { return AppMode::iconName(appMode()); }
     [[nodiscard]] QColor accent() const;
     [[nodiscard]] NavigationModel* modes() { return &m_modes; }
     [[nodiscard]] MenuModel* menu() { return &m_menu; }
-    [[nodiscard]] ScanViewModel* scanViewModel() { return &m_scan; }
-    [[nodiscard]] QuarantineViewModel* quarantine() { return m_quarantine.get(); }
 
 Q_SIGNALS:
     void appModeChanged();
@@ -89,23 +96,20 @@ Q_SIGNALS:
     void hoveredModeChanged();
     void backgroundActivityChanged();
     void navigationShownChanged();
+    void sidebarPartsChanged();
 
 private:
-    QCoro::Task<> openQuarantine();
-    void react(const QString& notification, void (ShellViewModel::*reaction)());
-    void scanStartupDisk();
-    void rescan();
-    void navigateUp();
-    void navigateRoot();
+    [[nodiscard]] const Module* row(AppMode::Mode mode) const;
+    void enter();
+    QCoro::Task<> open(const Module* module);
 
-    Host& m_host;
-    ScanViewModel& m_scan;
+    Composition& m_composition;
+    const std::span<const Module> m_rows;
+    Navigation& m_navigation;
     ActivityTracker& m_tracker;
     CleaningSessionState& m_cleaning;
-    QuarantineProvider m_provideQuarantine;
-    std::unique_ptr<QuarantineViewModel> m_quarantine;
-    bool m_isOpeningQuarantine = false;
-    AppMode::Mode m_appMode = AppMode::dashboard;
+    std::map<AppMode::Mode, std::unique_ptr<QObject>> m_viewModels;
+    std::set<AppMode::Mode> m_opening; ///< whose view model is being made
     std::optional<AppMode::Mode> m_hoveredMode;
     NavigationModel m_modes;
     MenuModel m_menu;

@@ -2,37 +2,32 @@ import QtQuick
 import QtQuick.Templates as T
 import Brivane.App
 import Brivane.Components
-import Brivane.Scanner
 
-// The modules, the volumes and what the last scan has found. One stop of the Tab key: Up and Down move,
-// Enter and Space choose. What does not fit scrolls; the scan's two buttons stay in view.
+// The modules, and what they add to the sidebar. One stop of the Tab key: Up and Down move, Enter and Space
+// choose. What does not fit scrolls; the footers of the parts stay in view.
 FocusScope {
     id: root
 
     required property ShellViewModel shell
 
-    readonly property ScanViewModel scan: shell.scanViewModel
+    // What has the keyboard in this window.
+    readonly property Item focused: Window.activeFocusItem
 
-    // All rows in the order of the screen.
-    function rowAt(index: int): SidebarRow {
-        const modes = modeRows.count;
-        if (index < modes)
-            return (modeRows.itemAt(index) as SidebarModeRow).row;
-        return (volumeRows.itemAt(index - modes) as SidebarVolumeRow).row;
-    }
-
-    function step(from: SidebarRow, distance: int): void {
-        const count = modeRows.count + volumeRows.count;
-        for (let index = 0; index < count; ++index) {
-            if (rowAt(index) === from) {
-                reach(Math.max(0, Math.min(count - 1, index + distance)));
-                return;
-            }
+    // All rows below `item` in the order of the screen.
+    function rowsIn(item: Item): list<SidebarRow> {
+        let rows = [];
+        for (const child of item.children) {
+            if (child.visible)
+                rows = rows.concat(child instanceof SidebarRow ? [child] : rowsIn(child));
         }
+        return rows;
     }
 
-    function reach(index: int): void {
-        rowAt(index).forceActiveFocus(Qt.TabFocusReason);
+    function step(distance: int): void {
+        const rows = rowsIn(content);
+        const from = rows.indexOf(focused);
+        if (from >= 0)
+            rows[Math.max(0, Math.min(rows.length - 1, from + distance))].forceActiveFocus(Qt.TabFocusReason);
     }
 
     function reveal(row: Item): void {
@@ -45,6 +40,12 @@ FocusScope {
     }
 
     objectName: "sidebar"
+    Keys.onUpPressed: step(-1)
+    Keys.onDownPressed: step(1)
+    onFocusedChanged: {
+        if (focused instanceof SidebarRow && rowsIn(content).includes(focused))
+            reveal(focused);
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -125,8 +126,6 @@ FocusScope {
                             width: modeColumn.width
                             onChosen: root.shell.appMode = mode
                             onHoverChanged: isHovered => root.shell.setHovered(mode, isHovered)
-                            onMoved: distance => root.step(row, distance)
-                            onReached: root.reveal(row)
                             onIsCurrentChanged: {
                                 if (isCurrent)
                                     highlight.current = this;
@@ -140,36 +139,21 @@ FocusScope {
                 }
             }
 
-            SidebarHeading {
-                width: parent.width
-                text: qsTr("Volumes")
-                visible: volumeRows.count > 0
-            }
-            Column {
-                id: volumeColumn
+            Repeater {
+                id: parts
 
-                width: parent.width
-                Accessible.role: Accessible.List
-                Accessible.name: qsTr("Volumes")
+                model: root.shell.sidebarParts
 
-                Repeater {
-                    id: volumeRows
+                Loader {
+                    id: part
 
-                    model: root.scan.volumes
+                    required property var modelData
 
-                    SidebarVolumeRow {
-                        width: volumeColumn.width
-                        isCurrent: mountPoint === root.scan.selectedMountPoint
-                        onChosen: root.scan.selectVolume(mountPoint)
-                        onMoved: distance => root.step(row, distance)
-                        onReached: root.reveal(row)
-                    }
+                    readonly property Component footer: (item as SidebarPart)?.footer ?? null
+
+                    width: content.width
+                    Component.onCompleted: setSource(modelData.source, modelData.properties)
                 }
-            }
-
-            SidebarInfo {
-                width: parent.width
-                stats: root.scan.stats
             }
         }
     }
@@ -186,11 +170,21 @@ FocusScope {
         visible: !flickable.atYEnd
     }
 
-    SidebarFooter {
+    Column {
         id: footer
 
         anchors.bottom: parent.bottom
         width: parent.width
-        scan: root.scan
+
+        Repeater {
+            model: parts.count
+
+            Loader {
+                required property int index
+
+                width: footer.width
+                sourceComponent: (parts.itemAt(index) as Loader)?.footer ?? null
+            }
+        }
     }
 }

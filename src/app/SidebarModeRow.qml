@@ -19,8 +19,6 @@ Item {
 
     signal chosen
     signal hoverChanged(isHovered: bool)
-    signal moved(distance: int)
-    signal reached
 
     implicitHeight: button.y + button.height + 1
 
@@ -44,8 +42,6 @@ Item {
         Accessible.description: root.isBusy ? qsTr("Work in progress") : ""
         onClicked: root.chosen()
         onHoveredChanged: root.hoverChanged(hovered)
-        onMoved: distance => root.moved(distance)
-        onReached: root.reached()
 
         background: Rectangle {
             radius: Metrics.radiusSmall + 1

@@ -1,7 +1,10 @@
 #include "app/BrivaneApp.h"
+#include "app/MenuCommands.h"
 #include "app/SingleInstance.h"
 #include "app/TrayIcon.h"
 #include "core/AppSettings.h"
+#include "core/Composition.h"
+#include "platform/Host.h"
 
 #include <QApplication>
 #include <QQuickWindow>
@@ -54,16 +57,21 @@ int main(int argc, char** argv)
     QObject::connect(&application, &QCoreApplication::aboutToQuit, save);
 
     BrivaneApp::prepareProcess();
-    BrivaneApp app(host);
+    Composition& composition = Composition::shared();
+    BrivaneApp app(composition);
     QQuickWindow* window = app.open();
     if (!window)
         return 1;
     QObject::connect(&instance, &SingleInstance::activationRequested, &app,
                      &BrivaneApp::bringToFront);
 
+    host.notifications.subscribe(quitNotification, &application, &QCoreApplication::quit);
+
     std::unique_ptr<TrayIcon> tray;
     const auto makeTray = [&] {
-        tray = std::make_unique<TrayIcon>(AppSettings::shared(), [&app] { app.bringToFront({}); });
+        const TrayIcon::Actions actions{[&app] { app.bringToFront({}); }, &QCoreApplication::quit};
+        tray = std::make_unique<TrayIcon>(composition.get<AppSettings>(), host.defaults, *window,
+                                          actions);
     };
     // The first frame comes from a thread of its own, and counts for the start; the tray does not.
     QObject::connect(

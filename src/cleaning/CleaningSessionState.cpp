@@ -2,10 +2,9 @@
 
 namespace brivane {
 
-CleaningSessionState& CleaningSessionState::shared()
+std::unique_ptr<CleaningSessionState> CleaningSessionState::make(Composition& /*composition*/)
 {
-    static auto* const state = new CleaningSessionState;
-    return *state;
+    return std::make_unique<CleaningSessionState>();
 }
 
 void CleaningSessionState::setSessionActive(bool active)

@@ -2,7 +2,11 @@
 
 #include <QObject>
 
+#include <memory>
+
 namespace brivane {
+
+class Composition;
 
 /// Whether somebody is cleaning the machine's keyboard and screen right now. The cleaning mode says
 /// so, the window gives it all of its room as long. GUI thread.
@@ -14,8 +18,7 @@ class CleaningSessionState : public QObject {
 public:
     using QObject::QObject;
 
-    /// The state of the program, made on first use, never destroyed.
-    static CleaningSessionState& shared();
+    static std::unique_ptr<CleaningSessionState> make(Composition& composition);
 
     [[nodiscard]] bool isSessionActive() const { return m_isSessionActive; }
     void setSessionActive(bool active);

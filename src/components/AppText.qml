@@ -37,7 +37,6 @@ Text {
     font.weight: fontWeight
     // Large type is set a little tighter, small capitals a little wider.
     font.letterSpacing: textStyle === AppText.Style.Overline ? 0.4 : pixelSize >= Metrics.textTitle ? -0.3 : 0
-    font.capitalization: textStyle === AppText.Style.Overline ? Font.AllUppercase : Font.MixedCase
     textFormat: Text.PlainText
     Accessible.role: textStyle <= AppText.Style.Heading ? Accessible.Heading : Accessible.StaticText
     Accessible.name: text

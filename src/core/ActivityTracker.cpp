@@ -1,19 +1,10 @@
 #include "core/ActivityTracker.h"
 
-#include <QJSEngine>
-
 namespace brivane {
 
-ActivityTracker& ActivityTracker::shared()
+std::unique_ptr<ActivityTracker> ActivityTracker::make(Composition& /*composition*/)
 {
-    static auto* const tracker = new ActivityTracker;
-    return *tracker;
-}
-
-ActivityTracker* ActivityTracker::create(QQmlEngine* /*engine*/, QJSEngine* /*scriptEngine*/)
-{
-    QJSEngine::setObjectOwnership(&shared(), QJSEngine::CppOwnership);
-    return &shared();
+    return std::make_unique<ActivityTracker>();
 }
 
 QStringList ActivityTracker::activeProcessList() const

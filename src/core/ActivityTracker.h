@@ -4,24 +4,23 @@
 #include <QSet>
 #include <QString>
 #include <QStringList>
-#include <QtQml/qqmlregistration.h>
 
-class QJSEngine;
-class QQmlEngine;
+#include <memory>
 
 namespace brivane {
+
+class Composition;
 
 /// Which modules are busy with long work, as tokens that their services insert and remove. Main
 /// thread only.
 class ActivityTracker : public QObject {
     Q_OBJECT
-    QML_ELEMENT
-    QML_SINGLETON
     /// The tokens in ascending order, for bindings.
     Q_PROPERTY(QStringList activeProcesses READ activeProcessList NOTIFY activeProcessesChanged)
 
 public:
     // The tokens.
+    static inline const QString scanner = QStringLiteral("Scanner");
     static inline const QString smartClean = QStringLiteral("Smart Clean");
     static inline const QString duplicates = QStringLiteral("Duplicates");
     static inline const QString similarPhotos = QStringLiteral("Similar Photos");
@@ -31,10 +30,7 @@ public:
     {
     }
 
-    /// The tracker of the program, made on first use, never destroyed.
-    static ActivityTracker& shared();
-    /// Gives QML the shared one.
-    static ActivityTracker* create(QQmlEngine* engine, QJSEngine* scriptEngine);
+    static std::unique_ptr<ActivityTracker> make(Composition& composition);
 
     [[nodiscard]] const QSet<QString>& activeProcesses() const { return m_activeProcesses; }
     [[nodiscard]] QStringList activeProcessList() const;

@@ -1,11 +1,10 @@
 #include "core/AppSettings.h"
 
+#include "core/Composition.h"
 #include "platform/Clock.h"
 #include "platform/Host.h"
 #include "platform/StandardizedPath.h"
 #include "platform/UserDefaults.h"
-
-#include <QJSEngine>
 
 #include <cmath>
 #include <limits>
@@ -22,21 +21,13 @@ AppSettings::AppSettings(UserDefaults& defaults, Clock& clock, QString home, QOb
     , m_home(std::move(home))
 {
     load();
+    noteTime();
 }
 
-AppSettings& AppSettings::shared()
+std::unique_ptr<AppSettings> AppSettings::make(Composition& composition)
 {
-    static auto* const settings = [] {
-        Host& host = Host::shared();
-        return new AppSettings(host.defaults, host.clock, host.locations.home());
-    }();
-    return *settings;
-}
-
-AppSettings* AppSettings::create(QQmlEngine* /*engine*/, QJSEngine* /*scriptEngine*/)
-{
-    QJSEngine::setObjectOwnership(&shared(), QJSEngine::CppOwnership);
-    return &shared();
+    const Host& host = composition.host();
+    return std::make_unique<AppSettings>(host.defaults, host.clock, host.locations.home());
 }
 
 void AppSettings::load()
@@ -104,6 +95,7 @@ void AppSettings::setCleaningReminderDays(qint64 value)
 {
     publish(m_cleaningReminderDays, value, &AppSettings::cleaningReminderDaysChanged);
     m_defaults.setInteger(u"cleaningReminderDays"_s, value);
+    noteTime();
 }
 
 void AppSettings::setUseBinaryUnits(bool value)
@@ -150,6 +142,7 @@ void AppSettings::setLastPhysicalCleanDate(const QDateTime& value)
         m_defaults.setReal(key, static_cast<double>(value.toMSecsSinceEpoch()) / 1000);
     else
         m_defaults.remove(key);
+    noteTime();
 }
 
 void AppSettings::setExcludedPaths(const QStringList& value)
@@ -178,6 +171,12 @@ bool AppSettings::isCleaningOverdue() const
         return false;
     const std::optional<qint64> days = daysSinceLastCleaning();
     return !days || *days >= m_cleaningReminderDays;
+}
+
+void AppSettings::noteTime()
+{
+    publish(m_knownDays, daysSinceLastCleaning(), &AppSettings::daysSinceLastCleaningChanged);
+    publish(m_isKnownOverdue, isCleaningOverdue(), &AppSettings::isCleaningOverdueChanged);
 }
 
 void AppSettings::addExcludedPath(const QString& path)

@@ -7,14 +7,13 @@
 #include <QVariant>
 #include <QtQml/qqmlregistration.h>
 
+#include <memory>
 #include <optional>
-
-class QJSEngine;
-class QQmlEngine;
 
 namespace brivane {
 
 class Clock;
+class Composition;
 class UserDefaults;
 
 /// The one store of the user's preferences. Main thread only.
@@ -25,7 +24,7 @@ class UserDefaults;
 class AppSettings : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    QML_SINGLETON
+    QML_UNCREATABLE("The application brings it")
     Q_PROPERTY(qint64 quarantinePurgeDays READ quarantinePurgeDays WRITE setQuarantinePurgeDays
                    NOTIFY quarantinePurgeDaysChanged)
     Q_PROPERTY(quint16 cleanModeKeyCode READ cleanModeKeyCode WRITE setCleanModeKeyCode NOTIFY
@@ -53,18 +52,17 @@ class AppSettings : public QObject {
     Q_PROPERTY(QStringList excludedPaths READ excludedPaths WRITE setExcludedPaths NOTIFY
                    excludedPathsChanged)
     /// Undefined when no cleaning was ever recorded.
-    Q_PROPERTY(QVariant daysSinceLastCleaning READ daysSinceLastCleaningVariant STORED false)
-    Q_PROPERTY(bool isCleaningOverdue READ isCleaningOverdue STORED false)
+    Q_PROPERTY(QVariant daysSinceLastCleaning READ daysSinceLastCleaningVariant NOTIFY
+                   daysSinceLastCleaningChanged STORED false)
+    Q_PROPERTY(
+        bool isCleaningOverdue READ isCleaningOverdue NOTIFY isCleaningOverdueChanged STORED false)
 
 public:
     /// Loads all fields, for which it may wait for the disk. What is absent or of another type has
     /// its default; nothing is written. `home` is what "~" stands for in an excluded path.
     AppSettings(UserDefaults& defaults, Clock& clock, QString home, QObject* parent = nullptr);
 
-    /// The settings of the program, on the system's host; made on first use, never destroyed.
-    static AppSettings& shared();
-    /// Gives QML the shared ones.
-    static AppSettings* create(QQmlEngine* engine, QJSEngine* scriptEngine);
+    static std::unique_ptr<AppSettings> make(Composition& composition);
 
     /// Days that a quarantined item is kept.
     [[nodiscard]] qint64 quarantinePurgeDays() const { return m_quarantinePurgeDays; }
@@ -107,6 +105,8 @@ public:
     [[nodiscard]] std::optional<qint64> daysSinceLastCleaning() const;
     /// Whether a reminder is wanted and as many days have passed, or no cleaning was ever recorded.
     [[nodiscard]] bool isCleaningOverdue() const;
+    /// Time has passed, maybe days: tells of a change of the two above.
+    void noteTime();
 
     /// Adds `path`, standardised, unless it is there or empty.
     Q_INVOKABLE void addExcludedPath(const QString& path);
@@ -129,6 +129,8 @@ Q_SIGNALS:
     void showMenuBarWidgetChanged();
     void lowDiskThresholdPercentChanged();
     void excludedPathsChanged();
+    void daysSinceLastCleaningChanged();
+    void isCleaningOverdueChanged();
 
 private:
     void load();
@@ -154,6 +156,10 @@ private:
     bool m_showMenuBarWidget = true;
     qint64 m_lowDiskThresholdPercent = 10;
     QStringList m_excludedPaths;
+
+    // As they were told of last.
+    std::optional<qint64> m_knownDays;
+    bool m_isKnownOverdue = false;
 };
 
 } // namespace brivane

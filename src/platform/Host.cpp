@@ -2,27 +2,9 @@
 
 #include "platform/Volumes.h"
 
-#include <atomic>
 #include <utility>
 
 namespace brivane {
-
-namespace {
-
-std::atomic<Host*> chosen = nullptr;
-
-} // namespace
-
-Host& Host::shared()
-{
-    Host* const host = chosen;
-    return host ? *host : system();
-}
-
-void Host::setShared(Host& host)
-{
-    chosen = &host;
-}
 
 OwnedHost::OwnedHost(const Locations& locations, FileSystemProviding& fileSystem,
                      std::unique_ptr<Volumes> volumes, std::unique_ptr<Clock> clock,

@@ -28,14 +28,8 @@ struct Host {
     Pasteboard& pasteboard;
 
     /// The real machine, made on first use and alive to the end of the process, so that whoever
-    /// ends it sees to the preferences being saved. Any thread.
-    static Host& system();
-
-    /// The machine that the objects named `shared` work on: the real one, unless another was
-    /// chosen. Any thread.
+    /// ends it sees to the preferences being saved. For `main`; everybody else is given one.
     static Host& shared();
-    /// Chooses it, before anyone has asked; `host` has to live to the end of the process.
-    static void setShared(Host& host);
 };
 
 /// A Host together with what it refers to, except the file system.

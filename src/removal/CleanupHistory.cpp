@@ -1,5 +1,6 @@
 #include "removal/CleanupHistory.h"
 
+#include "core/Composition.h"
 #include "core/JsonNumbers.h"
 #include "core/ReferenceDate.h"
 #include "platform/Host.h"
@@ -56,10 +57,10 @@ CleanupHistory::CleanupHistory(UserDefaults& defaults, const Clock& clock)
 {
 }
 
-const CleanupHistory& CleanupHistory::shared()
+std::unique_ptr<CleanupHistory> CleanupHistory::make(Composition& composition)
 {
-    static const CleanupHistory history(Host::shared().defaults, Host::shared().clock);
-    return history;
+    const Host& host = composition.host();
+    return std::make_unique<CleanupHistory>(host.defaults, host.clock);
 }
 
 void CleanupHistory::save(const CleanupRecord& record) const

@@ -5,11 +5,13 @@
 #include <QList>
 #include <QStringView>
 
+#include <memory>
 #include <optional>
 
 namespace brivane {
 
 class Clock;
+class Composition;
 class UserDefaults;
 
 /// Remembers the last ten clean-ups, in the user defaults and nowhere else, so that all instances
@@ -19,8 +21,7 @@ public:
     static constexpr QStringView key = u"lastCleanupRecords";
 
     CleanupHistory(UserDefaults& defaults, const Clock& clock);
-    /// The one of the program.
-    static const CleanupHistory& shared();
+    static std::unique_ptr<CleanupHistory> make(Composition& composition);
 
     /// Puts `record` in front of the others, and drops what is over ten. Does not wait for the
     /// disk.

@@ -15,24 +15,10 @@ namespace brivane {
 
 namespace {
 
-QuarantineService* sharedService = nullptr; ///< never destroyed
-std::optional<QFuture<std::shared_ptr<QuarantineContents>>> sharedOpening;
-
-Worker& openingWorker()
-{
-    static auto* const worker = new Worker(u"quarantine opening"_s);
-    return *worker;
-}
-
 QuarantineContents read(Host& host, const QString& quarantineDir)
 {
     return QuarantineContents::read(quarantineDir, host.locations.home(), host.fileSystem,
                                     host.clock.now());
-}
-
-QString sharedDir(const Host& host)
-{
-    return host.locations.path(u"~/.Brivane_Quarantine");
 }
 
 } // namespace
@@ -61,33 +47,6 @@ QuarantineService::~QuarantineService()
 {
     using namespace std::chrono_literals;
     m_sweeper.leave(500ms);
-}
-
-QuarantineService& QuarantineService::shared()
-{
-    if (!sharedService) {
-        // Somebody may be opening it already, and two at once would keep each other out.
-        Host& host = Host::shared();
-        const QString dir = sharedDir(host);
-        QuarantineContents contents =
-            sharedOpening ? std::move(*sharedOpening->result()) : read(host, dir);
-        sharedService =
-            new QuarantineService(host, AppSettings::shared(), dir, std::move(contents));
-    }
-    return *sharedService;
-}
-
-QCoro::Task<QuarantineService*> QuarantineService::openShared()
-{
-    if (sharedService)
-        co_return sharedService;
-    if (!sharedOpening)
-        sharedOpening = openingWorker().run([&host = Host::shared()] {
-            return std::make_shared<QuarantineContents>(read(host, sharedDir(host)));
-        });
-    const Opening opening = *sharedOpening;
-    co_await opening;
-    co_return &shared();
 }
 
 void QuarantineService::adopt(QuarantineContents contents)

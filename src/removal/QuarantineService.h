@@ -81,12 +81,6 @@ public:
     /// start.
     ~QuarantineService() override;
 
-    /// The quarantine of the program, in "~/.Brivane_Quarantine"; made on first use, never
-    /// destroyed.
-    static QuarantineService& shared();
-    /// The same, read on a worker when it is the first use. Never null.
-    static QCoro::Task<QuarantineService*> openShared();
-
     [[nodiscard]] const QList<QuarantineItem>& items() const { return m_items.items(); }
     /// The same as rows.
     [[nodiscard]] QuarantineItemModel* itemModel() { return &m_items; }

@@ -2,8 +2,10 @@
 
 #include "components/ColorPalette.h"
 #include "core/ByteCountFormatter.h"
+#include "core/Composition.h"
 #include "platform/Pasteboard.h"
 #include "platform/Workspace.h"
+#include "removal/QuarantineProvider.h"
 
 #include <algorithm>
 
@@ -29,6 +31,18 @@ QuarantineViewModel::QuarantineViewModel(Host& host, QuarantineService& service,
             &QuarantineViewModel::readOnlyReasonChanged);
     connect(&service, &QuarantineService::lastResultChanged, this,
             [this] { m_toast.setMessage(m_service.lastResult()); });
+}
+
+QCoro::Task<std::unique_ptr<QuarantineViewModel>>
+QuarantineViewModel::make(Composition& composition)
+{
+    Host& host = composition.host();
+    QCoro::Task<QuarantineService*> opening = composition.get<QuarantineProvider>().open();
+    QuarantineService* service = co_await opening;
+    std::unique_ptr<QuarantineViewModel> viewModel;
+    if (service)
+        viewModel = std::make_unique<QuarantineViewModel>(host, *service);
+    co_return viewModel;
 }
 
 void QuarantineViewModel::enter()

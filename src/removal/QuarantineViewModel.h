@@ -5,10 +5,13 @@
 #include "removal/QuarantineListModel.h"
 #include "removal/QuarantineService.h"
 
+#include <QCoroTask>
 #include <QPointer>
 #include <QtQml/qqmlregistration.h>
 
 namespace brivane {
+
+class Composition;
 
 /// The rules of the quarantine's screen: what is listed and how, what is ticked, what an action
 /// acts on, and what is asked and said. GUI thread.
@@ -51,6 +54,8 @@ class QuarantineViewModel : public QObject {
 public:
     /// Both have to outlive this.
     QuarantineViewModel(Host& host, QuarantineService& service, QObject* parent = nullptr);
+    /// Once the quarantine is open. Null when the composition has gone meanwhile.
+    static QCoro::Task<std::unique_ptr<QuarantineViewModel>> make(Composition& composition);
 
     /// The screen comes up: it starts without filter, ticks, questions and toast.
     Q_INVOKABLE void enter();

@@ -1,5 +1,6 @@
 #include "removal/SafetyChecker.h"
 
+#include "core/Composition.h"
 #include "platform/Host.h"
 #include "platform/PathText.h"
 #include "removal/PathMatch.h"
@@ -97,10 +98,9 @@ SafetyChecker::SafetyChecker(const Locations& locations)
 {
 }
 
-const SafetyChecker& SafetyChecker::shared()
+std::unique_ptr<SafetyChecker> SafetyChecker::make(Composition& composition)
 {
-    static const SafetyChecker checker(Host::shared().locations);
-    return checker;
+    return std::make_unique<SafetyChecker>(composition.host().locations);
 }
 
 Level SafetyChecker::check(const QString& path) const

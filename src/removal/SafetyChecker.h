@@ -5,7 +5,11 @@
 #include <QString>
 #include <QStringView>
 
+#include <memory>
+
 namespace brivane {
+
+class Composition;
 
 /// Says how dangerous it is to delete a path: the one authority on it.
 ///
@@ -46,8 +50,7 @@ public:
 
     explicit SafetyChecker(const Locations& locations);
 
-    /// The checker for the machine that the program works on, made on first use.
-    static const SafetyChecker& shared();
+    static std::unique_ptr<SafetyChecker> make(Composition& composition);
 
     /// Rates a path that the user picked by hand.
     [[nodiscard]] SafetyLevel check(const QString& path) const;

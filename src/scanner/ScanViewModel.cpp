@@ -1,7 +1,9 @@
 #include "scanner/ScanViewModel.h"
 
+#include "core/Composition.h"
 #include "core/NotificationNames.h"
 #include "platform/PathText.h"
+#include "scanner/ScanCommands.h"
 
 #include <QCoroFuture>
 #include <QPointer>
@@ -40,6 +42,13 @@ ScanViewModel::ScanViewModel(Host& host, QObject* parent)
         m_scannedVolume = madeUpVolume(folder);
         setSelectedVolume(m_scannedVolume);
     });
+}
+
+std::unique_ptr<ScanViewModel> ScanViewModel::make(Composition& composition)
+{
+    auto viewModel = std::make_unique<ScanViewModel>(composition.host());
+    new ScanCommands(*viewModel, composition);
+    return viewModel;
 }
 
 ScanViewModel::~ScanViewModel()

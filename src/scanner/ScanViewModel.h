@@ -19,6 +19,8 @@
 
 namespace brivane {
 
+class Composition;
+
 /// Stands between the scanner's screens and the scanner: lists volumes, runs scans, hands out the
 /// growing tree, and knows where in the tree the user is looking.
 ///
@@ -52,6 +54,8 @@ public:
     Q_ENUM(ScanState)
 
     explicit ScanViewModel(Host& host, QObject* parent = nullptr);
+    /// With its ScanCommands.
+    static std::unique_ptr<ScanViewModel> make(Composition& composition);
     /// Ends a scan that runs.
     ~ScanViewModel() override;
 

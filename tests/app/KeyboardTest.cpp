@@ -57,7 +57,6 @@ struct KeyCase {
 TEST(Keyboard, OnlyTheEightKeysAreSwallowed)
 {
     AppWindow app{AppMachine()};
-    ShellViewModel& shell = app.shell();
     auto* handler = app.window().findChild<KeyboardShortcutHandler*>();
     ASSERT_TRUE(handler);
     const auto control = Qt::ControlModifier;
@@ -74,7 +73,7 @@ TEST(Keyboard, OnlyTheEightKeysAreSwallowed)
         QKeyEvent release(QEvent::KeyRelease, row.key, row.modifiers);
         EXPECT_FALSE(handler->eventFilter(&app.window(), &release)) << row.key;
     }
-    shell.scanViewModel()->stopScan();
+    app.scan().stopScan();
 }
 
 TEST(Keyboard, SidebarIsOneTabStopWithArrowsInside)

@@ -135,7 +135,7 @@ TEST_F(KeyMapJourney, NothingHappensWhileTheMachineIsCleaned)
     ASSERT_TRUE(app().showsText(u"Completed"_s));
     app().click(row(u"Users"_s));
     const QStringList before = log();
-    CleaningSessionState::shared().setSessionActive(true);
+    app().composition().get<CleaningSessionState>().setSessionActive(true);
     EXPECT_FALSE(app().item(u"sidebar"_s));
     const QImage picture = app().picture();
     for (const Key& key : moduleKeys)
@@ -144,7 +144,7 @@ TEST_F(KeyMapJourney, NothingHappensWhileTheMachineIsCleaned)
         press(key);
     EXPECT_EQ(app().picture(), picture);
     EXPECT_EQ(log(), before);
-    CleaningSessionState::shared().setSessionActive(false);
+    app().composition().get<CleaningSessionState>().setSessionActive(false);
     EXPECT_EQ(rows(), QStringList(u"robin"_s));
     EXPECT_EQ(module(), u"Space Scanner"_s);
 }

@@ -199,8 +199,9 @@ TEST_F(QuarantineJourney, ByKeyboardAloneFromTheFilterToTheLastItem)
 TEST_F(QuarantineJourney, KeyboardAndScreenReaderComeThroughAStoreThatAnotherProgramHas)
 {
     const std::unique_ptr<OwnedHost> host = disk().start();
-    auto other = std::make_unique<QuarantineService>(host->host(), AppSettings::shared(),
-                                                     disk().machine.path(u"~/.Brivane_Quarantine"));
+    auto other =
+        std::make_unique<QuarantineService>(host->host(), app().composition().get<AppSettings>(),
+                                            disk().machine.path(u"~/.Brivane_Quarantine"));
     app().press(Qt::Key_5, Qt::ControlModifier);
     ASSERT_TRUE(app().shows(u"quarantineEmptyTitle"_s));
     ASSERT_TRUE(waitUntil([&] { return focus() == u"tryAgain"_s; })) << "empty, it is a trap";

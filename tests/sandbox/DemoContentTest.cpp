@@ -1,4 +1,4 @@
-#include "sandbox/DemoContent.h"
+#include "demo/DemoContent.h"
 
 #include "platform/PathText.h"
 #include "sandbox/SandboxMachine.h"

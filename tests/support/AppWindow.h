@@ -1,14 +1,17 @@
 #pragma once
 
 #include "app/BrivaneApp.h"
+#include "app/ShellViewModel.h"
 #include "core/AppSettings.h"
+#include "core/Composition.h"
 #include "platform/DefaultFileSystem.h"
-#include "removal/QuarantineService.h"
+#include "removal/QuarantineProvider.h"
+#include "sandbox/AdvanceScreen.h"
 #include "sandbox/HoldableClock.h"
-#include "sandbox/MakingScreen.h"
 #include "sandbox/SandboxMachine.h"
 #include "sandbox/SandboxVolumes.h"
 #include "sandbox/SandboxWorkspace.h"
+#include "scanner/ScanViewModel.h"
 #include "tests/support/AwaitTask.h"
 #include "tests/support/PrintText.h"
 #include "tests/support/VisualTree.h"
@@ -56,7 +59,8 @@ class AppWindow {
 public:
     explicit AppWindow(const AppMachine& machine)
         : m_host(machine.start())
-        , m_app(host(), [this] { return openQuarantine(); })
+        , m_composition(host())
+        , m_app(m_composition)
         , m_window(m_app.open())
     {
         if (!m_window)
@@ -72,20 +76,15 @@ public:
         EXPECT_TRUE(waitUntil([&] { return !scan().selectedMountPoint().isEmpty(); }));
         return *m_app.shell();
     }
-    ScanViewModel& scan() { return *m_app.shell()->scanViewModel(); }
+    ScanViewModel& scan() { return *m_app.shell()->viewModel<ScanViewModel>(AppMode::scanner); }
     bool isScanned()
     {
         return waitUntil([&] { return scan().scanState() == ScanViewModel::Completed; });
     }
 
     /// In the machine's home; made by the first call.
-    QuarantineService& quarantine()
-    {
-        if (!m_quarantine)
-            m_quarantine = std::make_unique<QuarantineService>(
-                host(), AppSettings::shared(), host().locations.path(u"~/.Brivane_Quarantine"));
-        return *m_quarantine;
-    }
+    QuarantineService& quarantine() { return m_composition.get<QuarantineProvider>().openNow(); }
+    Composition& composition() { return m_composition; }
     BrivaneApp& app() { return m_app; }
     Host& host() { return m_host->host(); }
     HoldableClock& clock() { return dynamic_cast<HoldableClock&>(host().clock); }
@@ -145,15 +144,14 @@ public:
     static void step() { QCoreApplication::processEvents(); }
 
 private:
-    QCoro::Task<QuarantineService*> openQuarantine() { co_return &quarantine(); }
     /// Waits until the module's screen is made.
     void settle() const
     {
-        EXPECT_TRUE(waitUntil([&] { return !isMakingScreen(*m_window); }));
+        EXPECT_TRUE(waitUntil([&] { return !advanceScreen(*m_window); }));
     }
 
     std::unique_ptr<OwnedHost> m_host;
-    std::unique_ptr<QuarantineService> m_quarantine;
+    Composition m_composition;
     BrivaneApp m_app;
     QQuickWindow* m_window;
 };

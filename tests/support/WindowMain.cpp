@@ -1,9 +1,5 @@
 #include "app/BrivaneApp.h"
 #include "components/Motion.h"
-#include "platform/DefaultFileSystem.h"
-#include "platform/Host.h"
-#include "platform/Volumes.h"
-#include "sandbox/SandboxMachine.h"
 
 #include <QApplication>
 
@@ -33,9 +29,5 @@ int main(int argc, char** argv)
     const QApplication application(argc, argv);
     brivane::BrivaneApp::prepareProcess();
     brivane::Motion::instance().setEnabled(false);
-    // What is shared by the whole process keeps away from this user's preferences.
-    const auto machine = brivane::SandboxMachine::temporary();
-    brivane::OwnedHost host(machine.locations(), brivane::DefaultFileSystem::shared());
-    brivane::Host::setShared(host.host());
     return RUN_ALL_TESTS();
 }

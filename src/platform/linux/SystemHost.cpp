@@ -4,7 +4,7 @@
 
 namespace brivane {
 
-Host& Host::system()
+Host& Host::shared()
 {
     // Never destroyed: threads may still use it while the process ends.
     static OwnedHost* const owned =

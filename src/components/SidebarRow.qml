@@ -3,15 +3,12 @@ import QtQuick.Templates as T
 import Brivane.Components
 
 // What a row of the sidebar is to keyboard, pointer and screen reader. The Tab key stops at one row only;
-// from there Up and Down go on.
+// from there the sidebar's Up and Down go on.
 T.ItemDelegate { // which says that it is a list item; of a button Qt 6.4 does not believe it
     id: root
 
     property bool isCurrent: false
     property bool isTabStop: false
-
-    signal moved(distance: int)
-    signal reached
 
     function activateByKey(event: KeyEvent): void {
         if (!event.isAutoRepeat)
@@ -27,12 +24,6 @@ T.ItemDelegate { // which says that it is a list item; of a button Qt 6.4 does n
     Accessible.selected: isCurrent
     Accessible.onPressAction: clicked()
 
-    onActiveFocusChanged: {
-        if (activeFocus)
-            reached();
-    }
-    Keys.onUpPressed: moved(-1)
-    Keys.onDownPressed: moved(1)
     Keys.onReturnPressed: event => activateByKey(event)
     Keys.onEnterPressed: event => activateByKey(event)
 

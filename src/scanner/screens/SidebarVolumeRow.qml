@@ -1,5 +1,4 @@
 import QtQuick
-import Brivane.App
 import Brivane.Components
 
 // A volume in the sidebar. The selected one is what is scanned.
@@ -13,11 +12,7 @@ Item {
     required property string iconName
     property bool isCurrent: false
 
-    property alias row: button
-
     signal chosen
-    signal moved(distance: int)
-    signal reached
 
     implicitHeight: button.height + 2
 
@@ -31,8 +26,6 @@ Item {
         isCurrent: root.isCurrent
         Accessible.description: root.freeText
         onClicked: root.chosen()
-        onMoved: distance => root.moved(distance)
-        onReached: root.reached()
 
         background: Rectangle {
             radius: Metrics.radiusSmall + 1

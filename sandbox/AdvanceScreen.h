@@ -6,10 +6,10 @@
 
 namespace brivane {
 
-/// Whether the screen of a module is being made at the moment, which takes several frames: then
-/// goes on with it, for a while or to its end. Who drives the window calls this from the event loop
+/// Goes on for a while with the screen of a module that is being made, which takes several frames.
+/// False when there was nothing to go on with. Who drives the window calls this from the event loop
 /// until the screen is there. GUI thread.
-inline bool isMakingScreen(const QQuickWindow& window)
+inline bool advanceScreen(const QQuickWindow& window)
 {
     constexpr int loading = 2; // Loader.Loading
     const auto* module = window.findChild<QObject*>(QStringLiteral("module"));

@@ -1,6 +1,6 @@
-#include "sandbox/DemoContent.h"
+#include "demo/DemoContent.h"
 
-#include "sandbox/DemoPictures.h"
+#include "demo/DemoPictures.h"
 #include "sandbox/SandboxMachine.h"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "sandbox/DemoPictures.h"
+#include "demo/DemoPictures.h"
 
 #include <QBuffer>
 #include <QColor>

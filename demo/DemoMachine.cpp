@@ -1,7 +1,7 @@
-#include "sandbox/demo/DemoMachine.h"
+#include "demo/DemoMachine.h"
 
+#include "demo/DemoContent.h"
 #include "platform/DefaultFileSystem.h"
-#include "sandbox/DemoContent.h"
 
 namespace brivane {
 

@@ -2,10 +2,11 @@
 
 #include "app/BrivaneApp.h"
 #include "components/Motion.h"
+#include "core/Composition.h"
+#include "demo/DemoMachine.h"
+#include "demo/Tour.h"
 #include "sandbox/HoldableClock.h"
 #include "sandbox/Permissions.h"
-#include "sandbox/demo/DemoMachine.h"
-#include "sandbox/demo/Tour.h"
 
 #include <QGuiApplication>
 #include <QTimer>
@@ -44,13 +45,12 @@ int main(int argc, char** argv)
         auto owned = std::make_unique<HoldableClock>();
         HoldableClock& clock = *owned;
         DemoMachine machine(std::move(owned));
-        Host::setShared(machine.host());
         QTimer::singleShot(0, [&] { takeTour(machine, clock, arguments[2]); });
         return QGuiApplication::exec();
     }
     DemoMachine machine;
-    Host::setShared(machine.host());
-    BrivaneApp app(machine.host());
+    Composition composition(machine.host());
+    BrivaneApp app(composition);
     if (!app.open())
         return 1;
     return QGuiApplication::exec();

@@ -1,17 +1,22 @@
 import QtQuick
 import Brivane.Components
 
-// Figures with their names, a line each.
-Rectangle {
+// Figures with their names, a line each, below a heading; one stop of the sidebar's Up and Down.
+SidebarRow {
     id: root
 
     property var lines: [] // of { icon, label, value }; icon may be missing
 
     implicitHeight: column.height + 2 * Metrics.spacingSmall
-    radius: Metrics.radiusSmall + 1
-    color: ColorPalette.cardBackground
-    border.width: 1
-    border.color: ColorPalette.hairline
+    Accessible.name: [text].concat(lines.map(line => qsTr("%1: %2").arg(line.label).arg(line.value))).join(", ")
+    Accessible.selectable: false
+
+    background: Rectangle {
+        radius: Metrics.radiusSmall + 1
+        color: ColorPalette.cardBackground
+        border.width: 1
+        border.color: ColorPalette.hairline
+    }
 
     Column {
         id: column
@@ -33,8 +38,6 @@ Rectangle {
 
                 width: column.width
                 height: 18
-                Accessible.role: Accessible.StaticText
-                Accessible.name: qsTr("%1: %2").arg(modelData.label).arg(modelData.value)
 
                 Symbol {
                     id: symbol

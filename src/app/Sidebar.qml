@@ -13,10 +13,11 @@ FocusScope {
     // What has the keyboard in this window.
     readonly property Item focused: Window.activeFocusItem
 
-    // All rows below `item` in the order of the screen.
-    function rowsIn(item: Item): list<SidebarRow> {
+    // The rows below `item` in the order of the screen.
+    function rowsIn(item: Item): var {
         let rows = [];
-        for (const child of item.children) {
+        for (let index = 0; index < item.children.length; ++index) {
+            const child = item.children[index];
             if (child.visible)
                 rows = rows.concat(child instanceof SidebarRow ? [child] : rowsIn(child));
         }
@@ -43,7 +44,7 @@ FocusScope {
     Keys.onUpPressed: step(-1)
     Keys.onDownPressed: step(1)
     onFocusedChanged: {
-        if (focused instanceof SidebarRow && rowsIn(content).includes(focused))
+        if (focused instanceof SidebarRow)
             reveal(focused);
     }
 

@@ -1,5 +1,4 @@
 import QtQuick
-import Brivane.App
 import Brivane.Components
 
 // A module in the sidebar, below its section's heading where it is the first of one.

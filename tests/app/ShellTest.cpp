@@ -58,12 +58,14 @@ TEST(Shell, EveryModuleShowsItsScreenWithoutAWarning)
             EXPECT_EQ(shell.appMode(), mode);
             const auto row = std::ranges::find(modules(), mode, &Module::mode);
             const bool isThere = row != modules().end() && !row->screen.isEmpty();
-            ASSERT_TRUE(waitUntil([&] { return !shell.screen().isEmpty(); })) << mode;
-            app.picture();
-            const QUrl screen = app.item(u"module"_s)->property("source").toUrl();
-            EXPECT_TRUE(screen.path().endsWith(isThere ? row->screen : "App/MissingModule.qml"_L1));
+            QQuickItem* module = app.item(u"module"_s);
+            EXPECT_TRUE(waitUntil([&] {
+                const QString file = module->property("source").toUrl().path();
+                return file.endsWith(isThere ? row->screen : "App/MissingModule.qml"_L1) &&
+                       !advanceScreen(app.window());
+            })) << mode;
             const QString missing = u"This module is not part of this version yet."_s;
-            EXPECT_EQ(findText(app.window(), missing) != nullptr, !isThere);
+            EXPECT_EQ(findText(app.window(), missing) != nullptr, !isThere) << mode;
         }
     }
     qInstallMessageHandler(previousHandler);
@@ -84,14 +86,15 @@ TEST(Shell, ScanGoesOnWhileAnotherModuleIsShown)
     app.clock().release();
     ASSERT_TRUE(app.isScanned());
     EXPECT_FALSE(app.item(u"busyDot"_s));
-    app.picture();
-    QQuickItem* sidebar = app.item(u"sidebarFlickable"_s);
-    ASSERT_TRUE(sidebar);
-    sidebar->setProperty("contentY",
-                         sidebar->property("contentHeight").toReal() - sidebar->height());
-    app.picture();
-    EXPECT_TRUE(app.item(u"scanInfoCard"_s));
-    EXPECT_TRUE(app.item(u"hiddenSpaceCard"_s));
+    app.picture(); // which lays out what has come
+    app.item(u"volume-Macintosh HD"_s)->forceActiveFocus(Qt::TabFocusReason);
+    for (const QString& card : {u"scanInfoCard"_s, u"hiddenSpaceCard"_s}) {
+        app.press(Qt::Key_Down);
+        const QQuickItem* stop = app.window().activeFocusItem();
+        EXPECT_EQ(stop, app.item(card));
+        const QQuickItem* sidebar = app.item(u"sidebarFlickable"_s);
+        EXPECT_LE(stop->mapToItem(sidebar, {0, stop->height()}).y(), sidebar->height());
+    }
     EXPECT_TRUE(app.item(u"sidebarRescan"_s));
     EXPECT_TRUE(app.item(u"sidebarAdminScan"_s));
     shell.setAppMode(AppMode::scanner);
@@ -153,6 +156,22 @@ TEST(Shell, OnlySmartCleanDuplicatesAndScansMarkTheirModule)
     EXPECT_EQ(busy(), QList{AppMode::scanner});
     ASSERT_TRUE(app.isScanned());
     EXPECT_TRUE(busy().isEmpty());
+}
+
+TEST(Shell, TwoMachinesInOneProcessKnowNothingOfEachOther)
+{
+    AppWindow app{AppMachine()};
+    AppWindow other{AppMachine()};
+    ShellViewModel& shell = other.shell();
+    app.clock().holdAfter(3);
+    app.scan().rescan();
+    app.shell().setAppMode(AppMode::quarantine);
+    app.composition().get<AppSettings>().setQuarantinePurgeDays(3);
+    app.composition().get<CleaningSessionState>().setSessionActive(true);
+    EXPECT_FALSE(shell.modeHasBackgroundActivity(AppMode::scanner));
+    EXPECT_EQ(shell.appMode(), AppMode::dashboard);
+    EXPECT_EQ(other.composition().get<AppSettings>().quarantinePurgeDays(), 7);
+    EXPECT_TRUE(shell.isNavigationShown());
 }
 
 TEST(Shell, HoverOfARowThatWasLeftLaterDoesNotClearTheNext)

@@ -3,6 +3,7 @@
 #include "platform/PathText.h"
 #include "sandbox/SandboxMachine.h"
 #include "tests/support/AwaitTask.h"
+#include "tests/support/SessionBus.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -18,7 +19,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace brivane;
-using brivane::testing::waitUntil;
+using namespace brivane::testing;
 
 namespace {
 
@@ -58,41 +59,6 @@ private:
 };
 
 const auto* const environment = ::testing::AddGlobalTestEnvironment(new OpeningMachine);
-
-/// A session bus of the test's own, on which nothing is started; the session's while it lives. (Not
-/// GTestDBus, which waits for the end of a connection that GIO keeps.)
-class SessionBus {
-public:
-    SessionBus()
-    {
-        const SandboxMachine& machine = OpeningMachine::machine();
-        const QByteArray folder =
-            PathText::toBytes(machine.directory(u"/bus")).toPercentEncoding("/");
-        const QString configuration = machine.file(
-            u"/bus.conf",
-            "<busconfig><type>session</type><listen>unix:dir=" + folder +
-                "</listen><policy context='default'><allow send_destination='*' "
-                "eavesdrop='true'/><allow eavesdrop='true'/><allow own='*'/></policy></busconfig>");
-        m_daemon.setProcessChannelMode(QProcess::SeparateChannels);
-        m_daemon.start(u"dbus-daemon"_s,
-                       {u"--nofork"_s, u"--print-address"_s, u"--config-file"_s, configuration});
-        if (!waitUntil([&] { return m_daemon.canReadLine(); }))
-            throw std::runtime_error("no bus could be started");
-        m_address = m_daemon.readLine().trimmed();
-        qputenv("DBUS_SESSION_BUS_ADDRESS", m_address);
-    }
-    ~SessionBus()
-    {
-        m_daemon.kill();
-        m_daemon.waitForFinished(5000);
-        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
-    }
-    [[nodiscard]] QString address() const { return QString::fromLatin1(m_address); }
-
-private:
-    QProcess m_daemon;
-    QByteArray m_address;
-};
 
 /// A file manager on that bus. It answers while showed() runs.
 class FileManager : public QDBusVirtualObject {
@@ -134,7 +100,7 @@ private:
 
 TEST(Workspace, FileManagerIsGivenEveryByteOfThePath)
 {
-    const SessionBus bus;
+    const SessionBus bus(OpeningMachine::machine());
     FileManager manager(bus);
     const auto before = OpeningMachine::opened();
     {
@@ -164,7 +130,7 @@ TEST(Workspace, FolderIsOpenedWhereNoFileManagerHelps)
         });
     };
     EXPECT_TRUE(opensIt()) << "there is no bus";
-    const SessionBus bus;
+    const SessionBus bus(OpeningMachine::machine());
     EXPECT_TRUE(opensIt()) << "no file manager is on the bus";
     FileManager manager(bus);
     manager.refuses = true;

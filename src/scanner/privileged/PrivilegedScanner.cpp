@@ -2,7 +2,9 @@
 
 #include "core/DataCollector.h"
 #include "core/Log.h"
+#include "core/Publish.h"
 #include "core/ShellRunner.h"
+#include "platform/LiesIn.h"
 #include "platform/PathText.h"
 #include "scanner/privileged/HelperFiles.h"
 #include "scanner/privileged/LineQueue.h"
@@ -38,9 +40,7 @@ QString withoutEndSlashes(QString path)
 FileNodePtr rootFor(const QString& path, const FileNodePtr& existingRoot)
 {
     if (existingRoot) {
-        const QString root = withoutEndSlashes(existingRoot->path());
-        const bool isBelow = path.startsWith(root.endsWith(u'/') ? root : root + u'/');
-        if (path == root || isBelow)
+        if (liesIn(path, existingRoot->path()))
             return existingRoot;
     }
     return FileTree::create(PathText::toBytes(path))->root()->shared();
@@ -273,7 +273,7 @@ QCoro::Task<> PrivilegedScanner::prepare(std::shared_ptr<Run> run)
     const Result<> written = co_await writing;
     throwIfCancelled();
     if (!written)
-        throw std::runtime_error(written.error().text().toStdString());
+        throw std::runtime_error(written.error().text(run->locations).toStdString());
 
     setProgress(u"Compiling scanner..."_s);
     const QString executable = u"/usr/bin/swiftc"_s;
@@ -331,20 +331,17 @@ void PrivilegedScanner::cancel()
 
 void PrivilegedScanner::setRunning(bool isRunning)
 {
-    if (std::exchange(m_isRunning, isRunning) != isRunning)
-        Q_EMIT isRunningChanged();
+    publish(m_isRunning, isRunning, this, &PrivilegedScanner::isRunningChanged);
 }
 
 void PrivilegedScanner::setProgress(const QString& progress)
 {
-    if (std::exchange(m_progress, progress) != progress)
-        Q_EMIT progressChanged();
+    publish(m_progress, progress, this, &PrivilegedScanner::progressChanged);
 }
 
 void PrivilegedScanner::setFilesFound(qint64 count)
 {
-    if (std::exchange(m_filesFound, count) != count)
-        Q_EMIT filesFoundChanged();
+    publish(m_filesFound, count, this, &PrivilegedScanner::filesFoundChanged);
 }
 
 } // namespace brivane

@@ -14,6 +14,8 @@
 
 namespace brivane {
 
+class Locations;
+
 class Clock;
 
 /// Turns a path into a tree of FileNode in one walk.

@@ -57,7 +57,7 @@ public:
                   const QDateTime& accessed) const;
     void setMode(QStringView cataloguePath, mode_t mode) const;
 
-    /// The stand-in for a command, made on the first call.
+    /// A recording command at this place, made on the first call.
     SandboxCommand command(QStringView cataloguePath) const;
 
     /// A folder on another device than the machine's, the same on each call; removed with the

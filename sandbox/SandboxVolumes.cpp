@@ -1,5 +1,6 @@
 #include "sandbox/SandboxVolumes.h"
 
+#include "platform/LiesIn.h"
 #include "platform/PathText.h"
 #include "sandbox/SandboxMachine.h"
 
@@ -14,11 +15,6 @@ namespace brivane {
 namespace {
 
 constexpr quint64 gigabyte = 1'000'000'000;
-
-bool liesIn(const QString& path, const QString& folder)
-{
-    return path.startsWith(folder) && (path.size() == folder.size() || path[folder.size()] == u'/');
-}
 
 bool exists(const QString& path)
 {

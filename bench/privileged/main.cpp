@@ -8,7 +8,7 @@
 // the general parser of JSON.
 
 #include "platform/ProcessMemory.h"
-#include "scanner/privileged/LineQueue.h"
+#include "core/LineQueue.h"
 #include "scanner/privileged/TreeMerger.h"
 
 #include <QByteArrayList>

@@ -1,5 +1,7 @@
 #include "app/TrayHost.h"
 
+#include "core/Publish.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -50,10 +52,7 @@ void TrayHost::ask()
 
 void TrayHost::setAvailable(bool isAvailable)
 {
-    if (m_isAvailable == isAvailable)
-        return;
-    m_isAvailable = isAvailable;
-    Q_EMIT isAvailableChanged();
+    publish(m_isAvailable, isAvailable, this, &TrayHost::isAvailableChanged);
 }
 
 } // namespace brivane

@@ -78,11 +78,6 @@ QColor ColorPalette::windowBackground()
     return QColor::fromRgbF(0.06F, 0.06F, 0.1F);
 }
 
-QColor ColorPalette::windowFrame()
-{
-    return QColor::fromRgbF(0.055F, 0.055F, 0.09F);
-}
-
 QColor ColorPalette::hairline()
 {
     return QColor::fromRgbF(1.0F, 1.0F, 1.0F, 0.07F);

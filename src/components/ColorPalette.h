@@ -25,7 +25,6 @@ class ColorPalette : public QObject {
     Q_PROPERTY(QColor warning READ warning CONSTANT)
     Q_PROPERTY(QColor success READ success CONSTANT)
     Q_PROPERTY(QColor windowBackground READ windowBackground CONSTANT)
-    Q_PROPERTY(QColor windowFrame READ windowFrame CONSTANT)
     Q_PROPERTY(QColor hairline READ hairline CONSTANT)
     Q_PROPERTY(QColor hairlineStrong READ hairlineStrong CONSTANT)
     Q_PROPERTY(QColor blue READ blue CONSTANT)
@@ -58,7 +57,6 @@ public:
     static QColor success();
 
     static QColor windowBackground(); ///< Behind the content of every window.
-    static QColor windowFrame();      ///< Of the window itself, seen while it is resized.
     static QColor hairline();         ///< One-pixel borders and dividers.
     static QColor hairlineStrong();   ///< The same while the pointer is over them.
 

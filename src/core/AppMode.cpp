@@ -87,12 +87,6 @@ QList<AppMode::NavSection> AppMode::allSections()
     return sections;
 }
 
-QList<int> AppMode::sectionList()
-{
-    const QList<NavSection> sections = allSections();
-    return QList<int>(sections.begin(), sections.end());
-}
-
 QString AppMode::title(Mode mode)
 {
     return QString::fromUtf16(rowOf(mode).title);
@@ -101,15 +95,6 @@ QString AppMode::title(Mode mode)
 QString AppMode::iconName(Mode mode)
 {
     return QString::fromUtf16(rowOf(mode).iconName);
-}
-
-std::optional<AppMode::Mode> AppMode::fromTitle(const QString& title)
-{
-    for (const ModeRow& row : modeRows) {
-        if (title == QStringView(row.title))
-            return row.mode;
-    }
-    return {};
 }
 
 QString AppMode::heading(NavSection section)
@@ -121,12 +106,6 @@ QList<AppMode::Mode> AppMode::modes(NavSection section)
 {
     const SectionRow& row = rowOf(section);
     return QList<Mode>(row.modes.begin(), row.modes.begin() + row.count);
-}
-
-QList<int> AppMode::modeList(NavSection section)
-{
-    const QList<Mode> sectionModes = modes(section);
-    return QList<int>(sectionModes.begin(), sectionModes.end());
 }
 
 } // namespace brivane

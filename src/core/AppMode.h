@@ -5,8 +5,6 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-#include <optional>
-
 namespace brivane {
 
 /// The modules of the program: constant tables, also for QML as `AppMode`. Any thread.
@@ -52,21 +50,15 @@ public:
     static QList<Mode> allModes();
     /// All sections, from top to bottom.
     static QList<NavSection> allSections();
-    /// The same, in the form that QML can go through.
-    Q_INVOKABLE static QList<int> sectionList();
 
     /// The raw value of a module: its title in the sidebar and its identity.
     Q_INVOKABLE static QString title(brivane::AppMode::Mode mode);
     /// The name of the module's symbol.
     Q_INVOKABLE static QString iconName(brivane::AppMode::Mode mode);
-    /// The module whose raw value is `title`.
-    static std::optional<Mode> fromTitle(const QString& title);
 
     Q_INVOKABLE static QString heading(brivane::AppMode::NavSection section);
     /// The modules of a section, from top to bottom.
     static QList<Mode> modes(NavSection section);
-    /// The same, in the form that QML can go through.
-    Q_INVOKABLE static QList<int> modeList(brivane::AppMode::NavSection section);
 };
 
 } // namespace brivane

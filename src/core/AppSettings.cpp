@@ -1,8 +1,10 @@
 #include "core/AppSettings.h"
 
 #include "core/Composition.h"
+#include "core/Publish.h"
 #include "platform/Clock.h"
 #include "platform/Host.h"
+#include "platform/LiesIn.h"
 #include "platform/StandardizedPath.h"
 #include "platform/UserDefaults.h"
 
@@ -58,85 +60,76 @@ void AppSettings::load()
     }
 }
 
-template<typename T>
-void AppSettings::publish(T& field, const T& value, void (AppSettings::*changed)())
-{
-    if (field == value)
-        return;
-    field = value;
-    Q_EMIT(this->*changed)();
-}
-
 void AppSettings::setQuarantinePurgeDays(qint64 value)
 {
-    publish(m_quarantinePurgeDays, value, &AppSettings::quarantinePurgeDaysChanged);
+    publish(m_quarantinePurgeDays, value, this, &AppSettings::quarantinePurgeDaysChanged);
     m_defaults.setInteger(u"quarantinePurgeDays"_s, value);
 }
 
 void AppSettings::setCleanModeKeyCode(quint16 value)
 {
-    publish(m_cleanModeKeyCode, value, &AppSettings::cleanModeKeyCodeChanged);
+    publish(m_cleanModeKeyCode, value, this, &AppSettings::cleanModeKeyCodeChanged);
     m_defaults.setInteger(u"cleanModeKeyCode"_s, value);
 }
 
 void AppSettings::setCleanModeKeyName(const QString& value)
 {
-    publish(m_cleanModeKeyName, value, &AppSettings::cleanModeKeyNameChanged);
+    publish(m_cleanModeKeyName, value, this, &AppSettings::cleanModeKeyNameChanged);
     m_defaults.setString(u"cleanModeKeyName"_s, value);
 }
 
 void AppSettings::setCleanModeHoldDuration(double value)
 {
-    publish(m_cleanModeHoldDuration, value, &AppSettings::cleanModeHoldDurationChanged);
+    publish(m_cleanModeHoldDuration, value, this, &AppSettings::cleanModeHoldDurationChanged);
     m_defaults.setReal(u"cleanModeHoldDuration"_s, value);
 }
 
 void AppSettings::setCleaningReminderDays(qint64 value)
 {
-    publish(m_cleaningReminderDays, value, &AppSettings::cleaningReminderDaysChanged);
+    publish(m_cleaningReminderDays, value, this, &AppSettings::cleaningReminderDaysChanged);
     m_defaults.setInteger(u"cleaningReminderDays"_s, value);
     noteTime();
 }
 
 void AppSettings::setUseBinaryUnits(bool value)
 {
-    publish(m_useBinaryUnits, value, &AppSettings::useBinaryUnitsChanged);
+    publish(m_useBinaryUnits, value, this, &AppSettings::useBinaryUnitsChanged);
     m_defaults.setBool(u"useBinaryUnits"_s, value);
 }
 
 void AppSettings::setShowHiddenFiles(bool value)
 {
-    publish(m_showHiddenFiles, value, &AppSettings::showHiddenFilesChanged);
+    publish(m_showHiddenFiles, value, this, &AppSettings::showHiddenFilesChanged);
     m_defaults.setBool(u"showHiddenFiles"_s, value);
 }
 
 void AppSettings::setLaunchAtLogin(bool value)
 {
-    publish(m_launchAtLogin, value, &AppSettings::launchAtLoginChanged);
+    publish(m_launchAtLogin, value, this, &AppSettings::launchAtLoginChanged);
     m_defaults.setBool(u"launchAtLogin"_s, value);
 }
 
 void AppSettings::setOldFileAgeDays(qint64 value)
 {
-    publish(m_oldFileAgeDays, value, &AppSettings::oldFileAgeDaysChanged);
+    publish(m_oldFileAgeDays, value, this, &AppSettings::oldFileAgeDaysChanged);
     m_defaults.setInteger(u"oldFileAgeDays"_s, value);
 }
 
 void AppSettings::setShowMenuBarWidget(bool value)
 {
-    publish(m_showMenuBarWidget, value, &AppSettings::showMenuBarWidgetChanged);
+    publish(m_showMenuBarWidget, value, this, &AppSettings::showMenuBarWidgetChanged);
     m_defaults.setBool(u"showMenuBarWidget"_s, value);
 }
 
 void AppSettings::setLowDiskThresholdPercent(qint64 value)
 {
-    publish(m_lowDiskThresholdPercent, value, &AppSettings::lowDiskThresholdPercentChanged);
+    publish(m_lowDiskThresholdPercent, value, this, &AppSettings::lowDiskThresholdPercentChanged);
     m_defaults.setInteger(u"lowDiskThresholdPercent"_s, value);
 }
 
 void AppSettings::setLastPhysicalCleanDate(const QDateTime& value)
 {
-    publish(m_lastPhysicalCleanDate, value, &AppSettings::lastPhysicalCleanDateChanged);
+    publish(m_lastPhysicalCleanDate, value, this, &AppSettings::lastPhysicalCleanDateChanged);
     const QString key = u"lastPhysicalCleanDate"_s;
     if (value.isValid())
         m_defaults.setReal(key, static_cast<double>(value.toMSecsSinceEpoch()) / 1000);
@@ -147,7 +140,7 @@ void AppSettings::setLastPhysicalCleanDate(const QDateTime& value)
 
 void AppSettings::setExcludedPaths(const QStringList& value)
 {
-    publish(m_excludedPaths, value, &AppSettings::excludedPathsChanged);
+    publish(m_excludedPaths, value, this, &AppSettings::excludedPathsChanged);
     m_defaults.setStringArray(u"excludedPaths"_s, value);
 }
 
@@ -175,8 +168,8 @@ bool AppSettings::isCleaningOverdue() const
 
 void AppSettings::noteTime()
 {
-    publish(m_knownDays, daysSinceLastCleaning(), &AppSettings::daysSinceLastCleaningChanged);
-    publish(m_isKnownOverdue, isCleaningOverdue(), &AppSettings::isCleaningOverdueChanged);
+    publish(m_knownDays, daysSinceLastCleaning(), this, &AppSettings::daysSinceLastCleaningChanged);
+    publish(m_isKnownOverdue, isCleaningOverdue(), this, &AppSettings::isCleaningOverdueChanged);
 }
 
 void AppSettings::addExcludedPath(const QString& path)
@@ -201,10 +194,7 @@ bool AppSettings::isExcluded(const QString& path) const
 {
     const QString standardized = standardizedPath(path, m_home);
     return std::any_of(m_excludedPaths.begin(), m_excludedPaths.end(),
-                       [&](const QString& excluded) {
-                           return standardized == excluded || excluded == u"/"_s ||
-                                  standardized.startsWith(excluded + u'/');
-                       });
+                       [&](const QString& excluded) { return liesIn(standardized, excluded); });
 }
 
 } // namespace brivane

@@ -135,8 +135,6 @@ Q_SIGNALS:
 private:
     void load();
     [[nodiscard]] QVariant daysSinceLastCleaningVariant() const;
-    template<typename T>
-    void publish(T& field, const T& value, void (AppSettings::*changed)());
 
     UserDefaults& m_defaults;
     Clock& m_clock;

@@ -1,5 +1,7 @@
 #include "core/Navigation.h"
 
+#include "core/Publish.h"
+
 namespace brivane {
 
 std::unique_ptr<Navigation> Navigation::make(Composition& /*composition*/)
@@ -9,10 +11,7 @@ std::unique_ptr<Navigation> Navigation::make(Composition& /*composition*/)
 
 void Navigation::setAppMode(AppMode::Mode mode)
 {
-    if (m_appMode == mode)
-        return;
-    m_appMode = mode;
-    Q_EMIT appModeChanged();
+    publish(m_appMode, mode, this, &Navigation::appModeChanged);
 }
 
 } // namespace brivane

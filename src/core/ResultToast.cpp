@@ -1,5 +1,6 @@
 #include "core/ResultToast.h"
 
+#include "core/Publish.h"
 #include "platform/Clock.h"
 
 namespace brivane {
@@ -47,10 +48,7 @@ QCoro::Task<> ResultToast::hideLater()
 
 void ResultToast::setVisibleMessage(const QString& message)
 {
-    if (message == m_visibleMessage)
-        return;
-    m_visibleMessage = message;
-    Q_EMIT visibleMessageChanged();
+    publish(m_visibleMessage, message, this, &ResultToast::visibleMessageChanged);
 }
 
 } // namespace brivane

@@ -14,7 +14,7 @@ namespace brivane {
 /// Runs the commands of the system and gives back what they print. No instances.
 ///
 /// The caller's thread needs an event loop and is not blocked. There is no time-out and no way to
-/// stop a command; who needs that owns a Process. Commands that run at once share nothing.
+/// stop a command; who needs that owns a Command. Commands that run at once share nothing.
 class ShellRunner {
 public:
     /// A command that ended with another status than 0.
@@ -37,9 +37,9 @@ public:
 
     ShellRunner() = delete;
 
-    /// Standard output of `executable`, untrimmed; empty when it is no UTF-8. `executable` is a
-    /// path of the catalogue. Throws CommandError, or LaunchError when it cannot be started; both
-    /// name the path as it was given.
+    /// Standard output of `executable`, untrimmed; empty when it is no UTF-8, and a CommandError
+    /// when it is more than Command::outputLimit. `executable` is a path of the catalogue. Throws
+    /// CommandError, or LaunchError when it cannot be started; both name the path as it was given.
     static QCoro::Task<QString> run(Locations locations, QString executable, QStringList arguments);
 
     /// Runs a line of the shell with the rights of an administrator, for which the system asks the

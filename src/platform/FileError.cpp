@@ -1,5 +1,6 @@
 #include "platform/FileError.h"
 
+#include "platform/Locations.h"
 #include "platform/PathText.h"
 
 #include <cerrno>
@@ -40,6 +41,11 @@ QString verb(FileOperation operation)
     Q_UNREACHABLE();
 }
 
+QString line(const FileError& error, const QString& shownPath)
+{
+    return u"Cannot %1 “%2”: %3"_s.arg(verb(error.operation), shownPath, error.reason());
+}
+
 } // namespace
 
 QString FileError::reason() const
@@ -55,7 +61,12 @@ QString FileError::reason() const
 
 QString FileError::text() const
 {
-    return u"Cannot %1 “%2”: %3"_s.arg(verb(operation), PathText::forDisplay(path), reason());
+    return line(*this, PathText::forDisplay(path));
+}
+
+QString FileError::text(const Locations& locations) const
+{
+    return line(*this, locations.shown(path));
 }
 
 } // namespace brivane

@@ -4,6 +4,8 @@
 
 namespace brivane {
 
+class Locations;
+
 /// What was being done to a file when it failed.
 enum class FileOperation {
     Inspect,
@@ -31,8 +33,10 @@ struct FileError {
 
     /// The reason alone, as "Permission denied".
     [[nodiscard]] QString reason() const;
-    /// One line that names the operation, the path as it may be shown, and the reason.
+    /// One line that names the operation, the path and the reason: for the log, which names places
+    /// as the system does, and for the user of the machine that `locations` tells of.
     [[nodiscard]] QString text() const;
+    [[nodiscard]] QString text(const Locations& locations) const;
 };
 
 } // namespace brivane

@@ -1,5 +1,6 @@
 #include "platform/Locations.h"
 
+#include "platform/LiesIn.h"
 #include "platform/LocationAliases.h"
 #include "platform/PathText.h"
 #include "platform/PrivateDirectory.h"
@@ -42,7 +43,8 @@ struct Locations::Arrangement {
 
     QString home;
     QString realHome;
-    QString folder; ///< not empty: everything lies in this folder
+    QString folder;     ///< not empty: everything lies in this folder
+    QString realFolder; ///< the same, without links on the way
     std::vector<ResolvedAlias> aliases;
     QStringList temporaryCandidates; ///< in order of preference
 
@@ -60,12 +62,6 @@ QString withoutEndSlash(QString path)
     while (path.size() > 1 && path.endsWith(u'/'))
         path.chop(1);
     return path;
-}
-
-/// Whether `path` is `prefix` or lies below it.
-bool liesIn(QStringView path, QStringView prefix)
-{
-    return path.startsWith(prefix) && (path.size() == prefix.size() || path[prefix.size()] == u'/');
 }
 
 QString environmentPath(const char* name)
@@ -112,6 +108,7 @@ Locations Locations::insideFolder(const QString& folder)
     const QString plain = withoutEndSlash(folder);
     auto arrangement = std::make_shared<Arrangement>(plain % sandboxRoot % u"/Users/robin"_s);
     arrangement->folder = plain;
+    arrangement->realFolder = withoutLinks(plain);
     arrangement->temporaryCandidates += arrangement->folder + u"/temporary"_s;
     return Locations(std::move(arrangement));
 }
@@ -152,6 +149,22 @@ QString Locations::path(QStringView cataloguePath) const
         liesIn(cataloguePath, here.folder))
         return cataloguePath.toString();
     return withoutEndSlash(here.folder % sandboxRoot % cataloguePath);
+}
+
+QString Locations::shown(QStringView path) const
+{
+    const Arrangement& here = *m_arrangement;
+    if (here.folder.isEmpty())
+        return PathText::forDisplay(path);
+    for (const QString& folder : {here.folder, here.realFolder}) {
+        // What lies beside the machine's disk loses the folder as well.
+        for (const QString& root : {QString(folder % sandboxRoot), folder}) {
+            if (liesIn(path, root))
+                return path.size() > root.size() ? PathText::forDisplay(path.sliced(root.size()))
+                                                 : u"/"_s;
+        }
+    }
+    return PathText::forDisplay(path);
 }
 
 QString Locations::home() const

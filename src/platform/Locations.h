@@ -29,6 +29,12 @@ public:
     /// not touch the disk; a result need not exist.
     [[nodiscard]] QString path(QStringView cataloguePath) const;
 
+    /// `path`, which is one of this system's, as it may be shown: named as this machine names it,
+    /// so that no sandbox's folder is seen, and made harmless by PathText::forDisplay(). What an
+    /// alias leads to keeps the name that the user knows it by here. For the eye only: path() does
+    /// not lead back from it, and what is copied or opened is the path itself.
+    [[nodiscard]] QString shown(QStringView path) const;
+
     /// The home directory of the user, without a slash at its end.
     [[nodiscard]] QString home() const;
 

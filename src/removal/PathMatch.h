@@ -25,19 +25,12 @@ inline bool isSame(QStringView text, QStringView entry)
     return text.size() == entry.size() && startsWith(text, entry);
 }
 
-/// Whether `path` lies below `prefix`, which ends in a slash.
+/// Whether `path` lies below `prefix`, which ends in a slash and is not taken for lying in itself
+/// without it (for that, see platform/LiesIn.h).
 inline bool liesBelow(QStringView path, QStringView prefix)
 {
     return path.size() >= prefix.size() && path[prefix.size() - 1] == u'/' &&
            startsWith(path, prefix);
-}
-
-/// Whether `path` is `folder`, which is not empty, or lies below it.
-inline bool liesIn(QStringView path, QStringView folder)
-{
-    return path.size() >= folder.size() &&
-           (path.size() == folder.size() || path[folder.size()] == u'/') &&
-           startsWith(path, folder);
 }
 
 } // namespace brivane::PathMatch

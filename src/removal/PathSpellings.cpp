@@ -1,8 +1,8 @@
 #include "removal/PathSpellings.h"
 
+#include "platform/LiesIn.h"
 #include "platform/Locations.h"
 #include "platform/PathText.h"
-#include "removal/PathMatch.h"
 #include "removal/tables/BlockedPaths.h"
 #include "removal/tables/BlockedPrefixes.h"
 #include "removal/tables/CautionPrefixes.h"
@@ -14,7 +14,6 @@
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
-using brivane::PathMatch::liesIn;
 
 namespace brivane {
 

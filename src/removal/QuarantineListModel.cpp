@@ -21,10 +21,11 @@ std::strong_ordering compare(const Value& left, const Value& right)
 
 } // namespace
 
-QuarantineListModel::QuarantineListModel(QuarantineItemModel& source, const Clock& clock,
-                                         QObject* parent)
+QuarantineListModel::QuarantineListModel(QuarantineItemModel& source, Locations locations,
+                                         const Clock& clock, QObject* parent)
     : QSortFilterProxyModel(parent)
     , m_source(source)
+    , m_locations(std::move(locations))
     , m_clock(clock)
 {
     m_collator.setCaseSensitivity(Qt::CaseInsensitive);
@@ -100,7 +101,7 @@ QVariant QuarantineListModel::data(const QModelIndex& index, int role) const
     case CategoryRole:
         return PathText::forDisplay(item.categoryName);
     case PathRole:
-        return PathText::forDisplay(item.originalPath);
+        return m_locations.shown(item.originalPath);
     case SizeTextRole:
         return ByteCountFormatter::string(item.size);
     case DaysTextRole:

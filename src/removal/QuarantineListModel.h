@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Locations.h"
 #include "removal/QuarantineItemModel.h"
 #include "removal/tables/SortOrders.h"
 
@@ -30,7 +31,8 @@ public:
     };
 
     /// Both have to outlive this.
-    QuarantineListModel(QuarantineItemModel& source, const Clock& clock, QObject* parent = nullptr);
+    QuarantineListModel(QuarantineItemModel& source, Locations locations, const Clock& clock,
+                        QObject* parent = nullptr);
 
     [[nodiscard]] const QString& searchText() const { return m_searchText; }
     /// Keeps what has the text in its name or category, in small or capital letters.
@@ -65,6 +67,7 @@ private:
     }
 
     QuarantineItemModel& m_source;
+    const Locations m_locations;
     const Clock& m_clock;
     QCollator m_collator;
     QString m_searchText;

@@ -1,6 +1,7 @@
 #include "removal/QuarantineMoves.h"
 
 #include "platform/FileWriting.h"
+#include "platform/LiesIn.h"
 #include "platform/Parallel.h"
 #include "platform/PathText.h"
 #include "platform/Walk.h"
@@ -256,7 +257,7 @@ Result<Moved> moveBack(const QuarantineItem& item, const QString& quarantineDir,
     if (!StoreBoundary::isStored(stored, quarantineDir))
         return FileError{EINVAL, stored, FileOperation::Move};
     // No list of ours says so, and there it would be taken for the store's own, and removed.
-    if (item.originalPath.startsWith(quarantineDir + u'/'))
+    if (liesIn(item.originalPath, quarantineDir))
         return FileError{EINVAL, item.originalPath, FileOperation::Move};
     constexpr mode_t mode = 0777; // less the umask, as folders are made by hand
     // Without its parent the move fails, and says why.

@@ -2,6 +2,7 @@
 
 #include "core/AppSettings.h"
 #include "core/NotificationNames.h"
+#include "core/Publish.h"
 #include "removal/QuarantineService.h"
 #include "removal/RestoreJournal.h"
 #include "removal/StoreNames.h"
@@ -128,10 +129,7 @@ QCoro::Task<> QuarantineService::removeExpired(QStringList quarantinePaths)
 
 void QuarantineService::setReadOnlyReason(const QString& reason)
 {
-    if (reason == m_readOnlyReason)
-        return;
-    m_readOnlyReason = reason;
-    Q_EMIT readOnlyReasonChanged();
+    publish(m_readOnlyReason, reason, this, &QuarantineService::readOnlyReasonChanged);
 }
 
 } // namespace brivane

@@ -2,6 +2,7 @@
 
 #include "core/ByteCountFormatter.h"
 #include "core/NotificationNames.h"
+#include "core/Publish.h"
 #include "platform/PathText.h"
 #include "removal/RestoreJournal.h"
 
@@ -97,6 +98,7 @@ QuarantineService::quarantine(std::vector<QuarantineCandidate> candidates, QStri
     if (!self)
         co_return result;
 
+    const Locations locations = m_host.locations; // for after this is gone
     const int handOver = m_handOvers++;
     QString refusal = m_readOnlyReason;
     if (!moves.empty() && isWritable) {
@@ -129,7 +131,7 @@ QuarantineService::quarantine(std::vector<QuarantineCandidate> candidates, QStri
     if (isHeldBack && !moves.empty())
         result.refusal = refusal;
     else if (report.obstacle)
-        result.refusal = refusal.isEmpty() ? report.obstacle->text() : refusal;
+        result.refusal = refusal.isEmpty() ? report.obstacle->text(locations) : refusal;
     if (!self)
         co_return result;
 
@@ -193,9 +195,9 @@ QCoro::Task<bool> QuarantineService::putBack(QuarantineItem item)
         setLastResult(u"Restored: "_s + name);
     } else if (moved) {
         setLastResult(u"Restored: %1. Something of it stays in the quarantine: %2"_s.arg(
-            name, moved->leftBehind.front().text()));
+            name, moved->leftBehind.front().text(m_host.locations)));
     } else {
-        setLastResult(u"Failed to restore: "_s + moved.error().text());
+        setLastResult(u"Failed to restore: "_s + moved.error().text(m_host.locations));
     }
     co_return isRestored;
 }
@@ -318,10 +320,7 @@ QList<QuarantineItem> QuarantineService::itemsToRecord() const
 
 void QuarantineService::setLastResult(const QString& text)
 {
-    if (text == m_lastResult)
-        return;
-    m_lastResult = text;
-    Q_EMIT lastResultChanged();
+    publish(m_lastResult, text, this, &QuarantineService::lastResultChanged);
 }
 
 void QuarantineService::setProgress(const std::optional<OperationProgress>& progress)

@@ -3,6 +3,7 @@
 #include "components/ColorPalette.h"
 #include "core/ByteCountFormatter.h"
 #include "core/Composition.h"
+#include "core/Publish.h"
 #include "platform/Pasteboard.h"
 #include "platform/Workspace.h"
 #include "removal/QuarantineProvider.h"
@@ -17,7 +18,7 @@ QuarantineViewModel::QuarantineViewModel(Host& host, QuarantineService& service,
     : QObject(parent)
     , m_host(host)
     , m_service(service)
-    , m_rows(*service.itemModel(), host.clock)
+    , m_rows(*service.itemModel(), host.locations, host.clock)
     , m_toast(host.clock, service.lastResult())
 {
     const QuarantineItemModel* items = service.itemModel();
@@ -244,18 +245,13 @@ void QuarantineViewModel::setSelectedItems(const QSet<QUuid>& items)
 
 void QuarantineViewModel::setShowPurgeConfirm(bool isShown)
 {
-    if (isShown == m_showPurgeConfirm)
-        return;
-    m_showPurgeConfirm = isShown;
-    Q_EMIT showPurgeConfirmChanged();
+    publish(m_showPurgeConfirm, isShown, this, &QuarantineViewModel::showPurgeConfirmChanged);
 }
 
 void QuarantineViewModel::setShowRestoreAllConfirm(bool isShown)
 {
-    if (isShown == m_showRestoreAllConfirm)
-        return;
-    m_showRestoreAllConfirm = isShown;
-    Q_EMIT showRestoreAllConfirmChanged();
+    publish(m_showRestoreAllConfirm, isShown, this,
+            &QuarantineViewModel::showRestoreAllConfirmChanged);
 }
 
 QuarantineProgress QuarantineViewModel::progress() const

@@ -2,6 +2,7 @@
 
 #include "core/Composition.h"
 #include "platform/Host.h"
+#include "platform/LiesIn.h"
 #include "platform/PathText.h"
 #include "removal/PathMatch.h"
 #include "removal/tables/BlockedPaths.h"
@@ -16,7 +17,6 @@
 
 using namespace brivane::SafetyTables;
 using brivane::PathMatch::liesBelow;
-using brivane::PathMatch::liesIn;
 
 namespace brivane {
 
@@ -44,6 +44,9 @@ QStringView firstMatch(const Table& table, QStringView path, Matches matches)
         std::ranges::find_if(table, [=](QStringView entry) { return matches(path, entry); });
     return found != std::end(table) ? *found : QStringView();
 }
+
+/// liesIn() as a table is searched with it.
+constexpr auto isIn = [](QStringView path, QStringView entry) { return liesIn(path, entry); };
 
 QStringView lastComponent(QStringView path)
 {
@@ -77,11 +80,11 @@ QStringView applicationFolder(QStringView relative)
 
 Level rateInHome(QStringView relative)
 {
-    if (const auto entry = firstMatch(homeBlockedPaths, relative, liesIn); !entry.isNull())
+    if (const auto entry = firstMatch(homeBlockedPaths, relative, isIn); !entry.isNull())
         return level(Case::blocked, u"'", entry,
                      u"' contains security credentials (passwords, keys, tokens). Deleting it "
                      u"will lock you out of services.");
-    if (const auto entry = firstMatch(homeWarningPaths, relative, liesIn); !entry.isNull())
+    if (const auto entry = firstMatch(homeWarningPaths, relative, isIn); !entry.isNull())
         return level(Case::warning, u"'", entry,
                      u"' contains important user data. Deleting it may cause data loss. Make a "
                      u"backup first.");
@@ -179,7 +182,7 @@ bool SafetyChecker::isInCleanerArea(QStringView path) const
         return false;
     const QStringView inHome = path.sliced(m_spellings.home().size());
     return !firstMatch(homeCleanerAreas, inHome, liesBelow).isNull() ||
-           !firstMatch(homeCleanerFolders, inHome, liesIn).isNull();
+           !firstMatch(homeCleanerFolders, inHome, isIn).isNull();
 }
 
 } // namespace brivane

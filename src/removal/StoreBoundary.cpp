@@ -1,5 +1,6 @@
 #include "removal/StoreBoundary.h"
 
+#include "platform/LiesIn.h"
 #include "platform/PathText.h"
 #include "removal/StoreNames.h"
 
@@ -12,16 +13,13 @@ namespace brivane {
 
 namespace {
 
-/// `path` without links on the way and at the end; as it is, where that cannot be found out. Empty
-/// for "/", so that a component can be put behind it.
+/// `path` without links on the way and at the end; as it is, where that cannot be found out.
 QString resolved(const QString& path)
 {
     std::error_code failure;
     const std::filesystem::path real =
         std::filesystem::canonical(PathText::toBytes(path).toStdString(), failure);
-    if (failure)
-        return path;
-    return real == "/" ? QString() : PathText::fromBytes(real.native());
+    return failure ? path : PathText::fromBytes(real.native());
 }
 
 bool isPlainlySpelled(const QString& path)
@@ -32,11 +30,6 @@ bool isPlainlySpelled(const QString& path)
     return std::ranges::none_of(components, [](QStringView component) {
         return component.isEmpty() || component == u"." || component == u"..";
     });
-}
-
-bool isOrLeadsTo(const QString& path, const QString& place)
-{
-    return place == path || place.startsWith(path + u'/');
 }
 
 } // namespace
@@ -55,13 +48,16 @@ std::optional<QString> StoreBoundary::accepted(const QString& path) const
         return {};
     // The object itself may be a link, which is then what goes; the way to it is looked through.
     const qsizetype slash = path.lastIndexOf(u'/');
-    const QString real = slash > 0 ? resolved(path.first(slash)) + path.sliced(slash) : path;
+    QString real = slash > 0 ? resolved(path.first(slash)) : QString();
+    if (real == u"/"_s)
+        real.clear();
+    real += path.sliced(slash);
     return isForbidden(real) ? std::nullopt : std::optional(real);
 }
 
 bool StoreBoundary::isStored(const QString& path, const QString& quarantineDir)
 {
-    if (!path.startsWith(quarantineDir + u'/'))
+    if (!liesIn(path, quarantineDir) || path.size() == quarantineDir.size())
         return false;
     const QString name = path.sliced(quarantineDir.size() + 1);
     return !name.isEmpty() && name != u"."_s && name != u".."_s && !name.contains(u'/') &&
@@ -71,10 +67,10 @@ bool StoreBoundary::isStored(const QString& path, const QString& quarantineDir)
 bool StoreBoundary::isForbidden(const QString& path) const
 {
     for (const QString* place : {&m_dir, &m_realDir, &m_home, &m_realHome}) {
-        if (isOrLeadsTo(path, *place))
+        if (liesIn(*place, path))
             return true;
     }
-    return isOrLeadsTo(m_dir, path) || isOrLeadsTo(m_realDir, path);
+    return liesIn(path, m_dir) || liesIn(path, m_realDir);
 }
 
 } // namespace brivane

@@ -14,6 +14,8 @@
 
 namespace brivane {
 
+class Locations;
+
 class Clock;
 
 /// Turns a path into a tree of FileNode in one walk.
@@ -39,14 +41,19 @@ public:
         static ScanError cancelled();
 
         [[nodiscard]] Case which() const { return m_case; }
-        /// For the user.
-        [[nodiscard]] QString errorDescription() const { return m_description; }
+        /// With the path as the system has it.
+        [[nodiscard]] QString errorDescription() const { return m_before + m_path + m_after; }
+        /// For the user of the machine that `locations` tells of.
+        [[nodiscard]] QString shownDescription(const Locations& locations) const;
 
     private:
-        ScanError(Case which, const QString& description);
+        ScanError(Case which, const QString& before, const QString& path = {},
+                  const QString& after = {});
 
         Case m_case;
-        QString m_description;
+        QString m_before; ///< what is said before the path, all of it if there is none
+        QString m_path;
+        QString m_after;
     };
 
     /// Called on the walking thread, at most twice a second and once at the end.
@@ -65,8 +72,6 @@ public:
     void resume();
 
 private:
-    class Builder;
-
     /// Whether there was a pause.
     bool waitWhilePaused();
 

@@ -2,7 +2,6 @@
 
 #include "core/ByteFormatter.h"
 #include "platform/Pasteboard.h"
-#include "platform/PathText.h"
 #include "platform/Workspace.h"
 #include "scanner/DeleteService.h"
 
@@ -65,7 +64,7 @@ QStringList NodeActions::stagedLines() const
     QStringList lines;
     const QList<FileNodePtr> nodes = m_deleteService.pendingItems();
     for (const FileNodePtr& node : nodes)
-        lines += PathText::forDisplay(node->path()) + u"  ("_s +
+        lines += m_host.locations.shown(node->path()) + u"  ("_s +
                  ByteFormatter::format(node->size()) + u')';
     return lines;
 }

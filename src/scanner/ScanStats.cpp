@@ -16,14 +16,6 @@ namespace {
 /// A path may be of any length, and laying out a text costs its length at every report.
 constexpr qsizetype longestShownPath = 400;
 
-QString shortened(const QString& path)
-{
-    if (path.size() <= longestShownPath)
-        return PathText::forDisplay(path);
-    constexpr qsizetype half = longestShownPath / 2;
-    return PathText::forDisplay(path.left(half) + u'…' + path.right(half));
-}
-
 /// A size below which something could not be read is a lower bound.
 QString sizeText(const FileNode& node)
 {
@@ -33,9 +25,11 @@ QString sizeText(const FileNode& node)
 
 } // namespace
 
-ScanStats::ScanStats(const ScanViewModel& viewModel, const Clock& clock, QObject* parent)
+ScanStats::ScanStats(const ScanViewModel& viewModel, Locations locations, const Clock& clock,
+                     QObject* parent)
     : QObject(parent)
     , m_viewModel(viewModel)
+    , m_locations(std::move(locations))
     , m_clock(clock)
 {
     connect(&viewModel, &ScanViewModel::progressChanged, this, &ScanStats::progressChanged);
@@ -47,6 +41,15 @@ ScanStats::ScanStats(const ScanViewModel& viewModel, const Clock& clock, QObject
     // and the first tree comes after one.
     connect(&viewModel, &ScanViewModel::rootNodeChanged, this, &ScanStats::progressChanged);
     connect(&viewModel, &ScanViewModel::scanResultChanged, this, &ScanStats::progressChanged);
+}
+
+QString ScanStats::shown(const QString& path) const
+{
+    const QString shown = m_locations.shown(path);
+    if (shown.size() <= longestShownPath)
+        return shown;
+    constexpr qsizetype half = longestShownPath / 2;
+    return shown.left(half) + u'…' + shown.right(half);
 }
 
 QString ScanStats::filesText() const
@@ -69,13 +72,13 @@ QString ScanStats::rateText() const
 
 QString ScanStats::currentPath() const
 {
-    return shortened(m_viewModel.progress().currentPath);
+    return shown(m_viewModel.progress().currentPath);
 }
 
 QString ScanStats::focusPath() const
 {
     const FileNodeRef& focus = m_viewModel.focusedNode();
-    return focus.isValid() ? shortened(focus.node()->path()) : QString();
+    return focus.isValid() ? shown(focus.node()->path()) : QString();
 }
 
 QString ScanStats::focusName() const
@@ -138,7 +141,7 @@ QStringList ScanStats::issueLines() const
     if (!m_viewModel.rootNode().isValid())
         return lines;
     for (const ScanIssue& issue : m_viewModel.rootNode().node()->tree().issues()) {
-        lines += PathText::forDisplay(PathText::fromBytes(issue.path)) + u": "_s +
+        lines += m_locations.shown(PathText::fromBytes(issue.path)) + u": "_s +
                  QString::fromLocal8Bit(std::strerror(issue.error));
     }
     return lines;

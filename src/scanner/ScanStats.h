@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Locations.h"
+
 #include <QObject>
 #include <QStringList>
 #include <QtQml/qqmlregistration.h>
@@ -30,7 +32,8 @@ class ScanStats : public QObject {
     Q_PROPERTY(int issueCount READ issueCount NOTIFY progressChanged)
 
 public:
-    ScanStats(const ScanViewModel& viewModel, const Clock& clock, QObject* parent);
+    ScanStats(const ScanViewModel& viewModel, Locations locations, const Clock& clock,
+              QObject* parent);
 
     [[nodiscard]] QString filesText() const;
     [[nodiscard]] QString bytesText() const;
@@ -58,7 +61,11 @@ Q_SIGNALS:
     void resultChanged();
 
 private:
+    /// `path` as the machine names it, its middle left out when it is long.
+    [[nodiscard]] QString shown(const QString& path) const;
+
     const ScanViewModel& m_viewModel;
+    const Locations m_locations;
     const Clock& m_clock;
 };
 

@@ -2,6 +2,7 @@
 
 #include "core/Composition.h"
 #include "core/NotificationNames.h"
+#include "core/Publish.h"
 #include "platform/PathText.h"
 #include "scanner/ScanCommands.h"
 
@@ -29,7 +30,7 @@ ScanViewModel::ScanViewModel(Host& host, QObject* parent)
     , m_deleteService(host)
     , m_actions(host, m_deleteService, this)
     , m_volumeModel(host.locations.path(u"/"))
-    , m_stats(*this, host.clock, this)
+    , m_stats(*this, host.locations, host.clock, this)
 {
     refreshVolumes();
     host.notifications.subscribe(NotificationNames::diskSpaceChanged, this,
@@ -76,7 +77,6 @@ QCoro::Task<> ScanViewModel::listVolumes()
     if (!self || request != m_volumeRequest)
         co_return;
     m_volumeModel.setVolumes(found);
-    Q_EMIT volumesChanged();
     if (!m_selectedVolume && !found.isEmpty())
         setSelectedVolume(found.first());
 }
@@ -222,7 +222,7 @@ void ScanViewModel::receive(const ScanProgress& progress)
 void ScanViewModel::endWalk(const WalkRunner::Outcome& outcome)
 {
     if (outcome.error)
-        fail(outcome.error->errorDescription());
+        fail(outcome.error->shownDescription(m_host.locations));
     else
         finish(outcome);
 }
@@ -341,34 +341,22 @@ QString ScanViewModel::selectedMountPoint() const
 
 void ScanViewModel::setSelectedVolume(const std::optional<DiskInfo>& volume)
 {
-    if (m_selectedVolume == volume)
-        return;
-    m_selectedVolume = volume;
-    Q_EMIT selectedVolumeChanged();
+    publish(m_selectedVolume, volume, this, &ScanViewModel::selectedVolumeChanged);
 }
 
 void ScanViewModel::setHoveredNode(const FileNodeRef& node)
 {
-    if (m_hoveredNode == node)
-        return;
-    m_hoveredNode = node;
-    Q_EMIT hoveredNodeChanged();
+    publish(m_hoveredNode, node, this, &ScanViewModel::hoveredNodeChanged);
 }
 
 void ScanViewModel::setSelectedNode(const FileNodeRef& node)
 {
-    if (m_selectedNode == node)
-        return;
-    m_selectedNode = node;
-    Q_EMIT selectedNodeChanged();
+    publish(m_selectedNode, node, this, &ScanViewModel::selectedNodeChanged);
 }
 
 void ScanViewModel::setScanState(ScanState state)
 {
-    if (m_scanState == state)
-        return;
-    m_scanState = state;
-    Q_EMIT scanStateChanged();
+    publish(m_scanState, state, this, &ScanViewModel::scanStateChanged);
 }
 
 void ScanViewModel::setRootNode(const FileNodePtr& node)
@@ -396,18 +384,12 @@ void ScanViewModel::setProgress(const ScanProgress& progress)
 
 void ScanViewModel::setErrorMessage(const std::optional<QString>& message)
 {
-    if (m_errorMessage == message)
-        return;
-    m_errorMessage = message;
-    Q_EMIT errorMessageChanged();
+    publish(m_errorMessage, message, this, &ScanViewModel::errorMessageChanged);
 }
 
 void ScanViewModel::setPaused(bool paused)
 {
-    if (m_isPaused == paused)
-        return;
-    m_isPaused = paused;
-    Q_EMIT isPausedChanged();
+    publish(m_isPaused, paused, this, &ScanViewModel::isPausedChanged);
 }
 
 } // namespace brivane

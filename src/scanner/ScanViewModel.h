@@ -131,7 +131,6 @@ public:
     static std::uint64_t hiddenSpace(const DiskInfo& disk, std::uint64_t treeSize);
 
 Q_SIGNALS:
-    void volumesChanged();
     void selectedVolumeChanged();
     void scanStateChanged();
     void scanResultChanged();

@@ -1,8 +1,12 @@
 #include "platform/Locations.h"
 
+#include "platform/LiesIn.h"
 #include "platform/LocationAliases.h"
 #include "support/FileTestSupport.h"
 #include "support/Variable.h"
+
+#include <QFile>
+#include <QTemporaryDir>
 
 #include <set>
 
@@ -41,6 +45,41 @@ TEST(Locations, NoPathLeavesTheSandbox)
     EXPECT_EQ(Locations::asWritten(u"/Users/a"_s).path(u"~/x"), u"/Users/a/x");
     EXPECT_EQ(Locations::asWritten(u"/Users/a"_s).path(u"~b/x"), u"~b/x");
     EXPECT_EQ(Locations::asWritten(u"/Users/a"_s).path(u"/bin/ps"), u"/bin/ps");
+}
+
+TEST(Locations, WhatIsShownNamesNoSandboxFolder)
+{
+    const QTemporaryDir folder;
+    ASSERT_TRUE(QFile::link(folder.path(), folder.path() + u"/link"_s));
+    const Locations direct = Locations::insideFolder(folder.path());
+    const Locations byLink = Locations::insideFolder(folder.path() + u"/link"_s);
+    for (const QString& path : {u"/"_s, u"/Users/robin/a"_s, u"/tmp/x"_s}) {
+        EXPECT_EQ(direct.shown(direct.path(path)), path);
+        EXPECT_EQ(byLink.shown(byLink.path(path)), path);
+        EXPECT_EQ(byLink.shown(direct.path(path)), path) << "found by its real name";
+    }
+    EXPECT_EQ(direct.shown(folder.path() + u"/temporary/a\nb"_s), u"/temporary/a\uFFFDb");
+    EXPECT_EQ(direct.shown(folder.path() + u"s/a"_s), folder.path() + u"s/a"_s);
+    EXPECT_EQ(Locations::asWritten(u"/Users/a"_s).shown(u"/Users/a/b"), u"/Users/a/b");
+}
+
+TEST(LiesIn, ComponentsCountAndSlashesAtTheEndDoNot)
+{
+    struct Row {
+        QByteArray path;
+        QByteArray folder;
+        bool isIn;
+    };
+    const Row rows[] = {
+        {"/a/b", "/a/b", true},  {"/a/b/c", "/a/b", true}, {"/a/bc", "/a/b", false},
+        {"/a/b", "/a/b/", true}, {"/a/b/", "/a/b", true},  {"/a/bc", "/a/b/", false},
+        {"/a", "/a/b", false},   {"/A/b", "/a", false},    {"/", "/", true},
+        {"/a", "/", true},       {"a", "/", false},        {"", "/", false},
+        {"/a", "", false},       {".ssh/id", ".ssh", true}};
+    for (const auto& [path, folder, isIn] : rows) {
+        EXPECT_EQ(liesIn(path, folder), isIn) << path.data() << ' ' << folder.data();
+        EXPECT_EQ(liesIn(QString::fromUtf8(path), QString::fromUtf8(folder)), isIn);
+    }
 }
 
 TEST(Locations, AliasesTakeTheLongestWholeComponents)

@@ -1,6 +1,7 @@
 #include "platform/FileMove.h"
 
 #include "platform/FileWriting.h"
+#include "platform/LiesIn.h"
 #include "platform/PathText.h"
 #include "platform/linux/LentAccess.h"
 #include "platform/linux/PathPlace.h"
@@ -91,7 +92,7 @@ int renameOrLink(int fromFolder, const char* from, int toFolder, const char* to,
 int rename(const PathPlace& from, const PathPlace& to, const FileStatus& status)
 {
     // Into itself: so the system says, too, but for file systems that cannot do the rename it asks.
-    if (to.path().startsWith(from.path() + u'/'))
+    if (to.path() != from.path() && liesIn(to.path(), from.path()))
         return EINVAL;
     return moveLending(
         from, status,

@@ -14,7 +14,7 @@ namespace brivane {
 
 namespace {
 
-enum class Base { Home, Cache, Config, Data, Libexec, Media };
+enum class Base { Cache, Config, Data, Libexec, Media };
 
 struct Row {
     QStringView cataloguePath;
@@ -56,9 +56,6 @@ std::vector<ResolvedAlias> resolvedAliases(const AliasBases& bases)
     for (const Row& row : table) {
         QString target;
         switch (row.base) {
-        case Base::Home:
-            target = bases.home;
-            break;
         case Base::Cache:
             target = bases.cache;
             break;

@@ -1,6 +1,7 @@
 #include "platform/linux/MountInfo.h"
 
 #include "platform/FileDescriptor.h"
+#include "platform/LiesIn.h"
 
 #include <QList>
 
@@ -15,12 +16,6 @@
 namespace brivane {
 
 namespace {
-
-bool liesIn(const QByteArray& path, const QByteArray& folder)
-{
-    return path.startsWith(folder) &&
-           (path.size() == folder.size() || folder.endsWith('/') || path[folder.size()] == '/');
-}
 
 /// Blank, tab, newline and backslash stand as three octal digits.
 QByteArray unescaped(const QByteArray& field)

@@ -1,16 +1,11 @@
 #include "scanner/privileged/PrivilegedScanner.h"
 
-#include "core/DataCollector.h"
 #include "core/Log.h"
-#include "core/ShellRunner.h"
-#include "platform/PathText.h"
-#include "scanner/privileged/HelperFiles.h"
-#include "scanner/privileged/LineQueue.h"
-#include "scanner/privileged/TreeMerger.h"
+#include "core/Publish.h"
+#include "scanner/privileged/AdminRun.h"
 
 #include <QCoroFuture>
 #include <QPointer>
-#include <QPromise>
 
 namespace brivane {
 
@@ -18,139 +13,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int endingMilliseconds = 1500;
+/// How long a program that ends waits for a command that was asked to.
+constexpr std::chrono::milliseconds endingTime{1500};
 
-QString shellQuoted(QString text)
+void throwIfNotStarted(const CommandEnd& end, const QString& executable)
 {
-    text.replace(u'\'', u"'\\''"_s);
-    return u'\'' + text + u'\'';
-}
-
-QString withoutEndSlashes(QString path)
-{
-    while (path.size() > 1 && path.endsWith(u'/'))
-        path.chop(1);
-    return path;
-}
-
-/// The tree that entries of `path` belong to. Nodes know their path by their place, so entries from
-/// elsewhere cannot be put into the tree that there is.
-FileNodePtr rootFor(const QString& path, const FileNodePtr& existingRoot)
-{
-    if (existingRoot) {
-        const QString root = withoutEndSlashes(existingRoot->path());
-        const bool isBelow = path.startsWith(root.endsWith(u'/') ? root : root + u'/');
-        if (path == root || isBelow)
-            return existingRoot;
-    }
-    return FileTree::create(PathText::toBytes(path))->root()->shared();
+    if (end.isSkipped)
+        throw PrivilegedScanner::AdminScanError::cancelled();
+    end.throwIfNotStarted(executable);
 }
 
 } // namespace
-
-/// What became of a command.
-struct PrivilegedScanner::CommandEnd {
-    bool isSkipped = false;    ///< cancelled before it was started
-    int launchErrorNumber = 0; ///< not 0 when it could not be started
-    bool isSuccess = false;
-    QByteArray error{};
-
-    void throwIfNotStarted(const QString& executable) const
-    {
-        if (isSkipped)
-            throw AdminScanError::cancelled();
-        if (launchErrorNumber != 0)
-            throw LaunchError(executable, launchErrorNumber);
-    }
-};
-
-/// One scan. Outlives the scanner where someone still waits for it.
-struct PrivilegedScanner::Run {
-    /// A command that runs: how it ends is told once, by whoever knows first.
-    class Command {
-    public:
-        Command() { m_promise.start(); }
-        [[nodiscard]] QFuture<CommandEnd> future() const { return m_promise.future(); }
-
-        void finish(const CommandEnd& end)
-        {
-            if (m_hasEnded.exchange(true))
-                return;
-            m_promise.addResult(end);
-            m_promise.finish();
-            m_end.release();
-        }
-        void waitForEnd(int milliseconds) { m_end.tryAcquire(1, milliseconds); }
-
-        DataCollector error;
-
-    private:
-        std::atomic<bool> m_hasEnded = false;
-        QPromise<CommandEnd> m_promise;
-        QSemaphore m_end;
-    };
-
-    Run(Host& host, const QString& scannedPath, const FileNodePtr& existingRoot)
-        : locations(host.locations)
-        , path(withoutEndSlashes(scannedPath))
-        , root(rootFor(path, existingRoot))
-        , files(host.locations, host.fileSystem)
-    {
-    }
-
-    // For the worker.
-    void readOutput();
-    /// How many entries were added; negative when the scan was cancelled before.
-    qint64 merge();
-    void clear();
-    /// Nothing of what the helper prints is wanted any more.
-    void drop();
-
-    const Locations locations;
-    const QString path;
-    const FileNodePtr root;
-    HelperFiles files;                  ///< the worker's
-    std::unique_ptr<TreeMerger> merger; ///< the worker's
-    LineQueue lines;
-    bool isCancelled = false;            ///< the GUI thread's
-    std::atomic<bool> isDropped = false; ///< the helper's output, or the whole scan
-    std::shared_ptr<Process> process;    ///< the GUI thread's; null unless a command runs
-    std::shared_ptr<Command> command;    ///< likewise
-};
-
-void PrivilegedScanner::Run::readOutput()
-{
-    // A walk of this tree that was stopped may not have ended yet.
-    FileTree::BuildingRight right = root->tree().waitToBuild(&isDropped);
-    if (!right.tree())
-        return;
-    merger = std::make_unique<TreeMerger>(std::move(right));
-    AdminHelperScript::EntryDecoder decoder;
-    lines.forEachLine([&](std::string_view line) {
-        if (const AdminHelperScript::ScanEntry* entry = decoder.decode(line))
-            merger->take(*entry);
-    });
-}
-
-qint64 PrivilegedScanner::Run::merge()
-{
-    if (isDropped)
-        return -1;
-    merger->merge();
-    return merger->takenCount();
-}
-
-void PrivilegedScanner::Run::clear()
-{
-    merger.reset();
-    files.remove();
-}
-
-void PrivilegedScanner::Run::drop()
-{
-    isDropped = true;
-    lines.cancel();
-}
 
 PrivilegedScanner::PrivilegedScanner(Host& host, QObject* parent)
     : QObject(parent)
@@ -162,14 +35,11 @@ PrivilegedScanner::~PrivilegedScanner()
 {
     if (!m_run)
         return;
-    m_run->isCancelled = true;
-    m_run->drop();
+    m_run->cancel();
     m_worker.waitForDone();
-    if (m_run->process) {
-        m_run->process->terminate();
-        m_run->command->waitForEnd(endingMilliseconds);
-        m_run->process.reset();
-        m_run->command->finish({});
+    if (m_run->command) {
+        m_run->command->waitForEnd(endingTime);
+        m_run->command.reset();
     }
     m_run->clear();
 }
@@ -179,7 +49,7 @@ QCoro::Task<FileNodePtr> PrivilegedScanner::scanAsAdmin(QString path, FileNodePt
     if (m_isRunning)
         throw AdminScanError::alreadyRunning();
     const QPointer<PrivilegedScanner> self(this);
-    const auto run = std::make_shared<Run>(m_host, path, existingRoot);
+    const auto run = std::make_shared<AdminRun>(m_host, path, existingRoot);
     existingRoot.reset();
     m_run = run;
     setRunning(true);
@@ -219,29 +89,25 @@ void PrivilegedScanner::logOutcome(std::chrono::nanoseconds start) const
     Log::perf.info(u"Admin scan rate: %1 files/s"_s.arg(static_cast<qint64>(rate)));
 }
 
-QCoro::Task<FileNodePtr> PrivilegedScanner::perform(std::shared_ptr<Run> run)
+QCoro::Task<FileNodePtr> PrivilegedScanner::perform(std::shared_ptr<AdminRun> run)
 {
     const QPointer<PrivilegedScanner> self(this);
     co_await prepare(run);
 
     setProgress(u"Requesting administrator privileges..."_s);
-    const QString executable = u"/usr/bin/osascript"_s;
-    const QString line = shellQuoted(run->files.binary()) + u' ' + shellQuoted(run->path);
-    const QStringList arguments = {u"-e"_s, ShellRunner::adminScript(line)};
-    QCoro::Task<CommandEnd> running = runCommand(run, executable, arguments);
-    // Stands in line behind the start of the command.
+    const HelperCommands::CommandLine line =
+        HelperCommands::runAsAdmin(run->files.binary(), run->path);
+    QCoro::Task<CommandEnd> running = runCommand(run, line, run->lines);
     const QFuture<void> reading = m_worker.run([run] { run->readOutput(); });
     const CommandEnd end = co_await running;
-    if (end.isSuccess && !run->isCancelled)
-        run->lines.close();
-    else
-        run->drop();
+    if (!end.isSuccess() || run->isCancelled())
+        run->dropOutput();
     co_await reading;
 
-    end.throwIfNotStarted(executable);
+    throwIfNotStarted(end, line.executable);
     if (!self)
         throw AdminScanError::cancelled();
-    if (!end.isSuccess) {
+    if (!end.isSuccess()) {
         const QString message =
             end.error.isValidUtf8() ? QString::fromUtf8(end.error) : u"Unknown error"_s;
         if (message.contains(u"User canceled") || message.contains(u"-128"))
@@ -249,7 +115,7 @@ QCoro::Task<FileNodePtr> PrivilegedScanner::perform(std::shared_ptr<Run> run)
         Log::scanner.error(u"Admin scan failed: "_s + message);
         throw AdminScanError::scriptFailed(message);
     }
-    if (run->isCancelled)
+    if (run->isCancelled())
         throw AdminScanError::cancelled();
 
     setProgress(u"Building file tree..."_s);
@@ -262,89 +128,66 @@ QCoro::Task<FileNodePtr> PrivilegedScanner::perform(std::shared_ptr<Run> run)
     co_return run->root;
 }
 
-QCoro::Task<> PrivilegedScanner::prepare(std::shared_ptr<Run> run)
+QCoro::Task<> PrivilegedScanner::prepare(std::shared_ptr<AdminRun> run)
 {
     const QPointer<PrivilegedScanner> self(this);
     const auto throwIfCancelled = [self, run] {
-        if (!self || run->isCancelled)
+        if (!self || run->isCancelled())
             throw AdminScanError::cancelled();
     };
     const QFuture<Result<>> writing = m_worker.run([run] { return run->files.write(); });
     const Result<> written = co_await writing;
     throwIfCancelled();
     if (!written)
-        throw std::runtime_error(written.error().text().toStdString());
+        throw std::runtime_error(written.error().text(run->locations).toStdString());
 
     setProgress(u"Compiling scanner..."_s);
-    const QString executable = u"/usr/bin/swiftc"_s;
-    const QStringList arguments = {u"-O"_s, u"-o"_s, run->files.binary(), run->files.source()};
-    const CommandEnd end = co_await runCommand(run, executable, arguments);
+    const HelperCommands::CommandLine line =
+        HelperCommands::compile(run->files.source(), run->files.binary());
+    QCoro::Task<CommandEnd> compiling = runCommand(run, line, nullptr);
+    const CommandEnd end = co_await compiling;
     throwIfCancelled();
-    end.throwIfNotStarted(executable);
+    throwIfNotStarted(end, line.executable);
     const QFuture<bool> judging = m_worker.run([run] { return run->files.isBinaryTrustworthy(); });
     const bool isTrustworthy = co_await judging;
     throwIfCancelled();
-    if (!end.isSuccess || !isTrustworthy)
+    if (!end.isSuccess() || !isTrustworthy)
         throw AdminScanError::compileFailed();
 }
 
-QCoro::Task<PrivilegedScanner::CommandEnd>
-PrivilegedScanner::runCommand(std::shared_ptr<Run> run, QString executable, QStringList arguments)
+QCoro::Task<CommandEnd> PrivilegedScanner::runCommand(std::shared_ptr<AdminRun> run,
+                                                      HelperCommands::CommandLine line,
+                                                      std::shared_ptr<LineQueue> lines)
 {
-    const auto command = std::make_shared<Run::Command>();
-    auto process = std::make_shared<Process>(run->locations.path(executable), arguments);
-    process->setOutputHandler([run](QByteArrayView bytes) { run->lines.append(bytes); });
-    process->setErrorHandler([command](QByteArrayView bytes) { command->error.append(bytes); });
-    process->setTerminationHandler([command](ProcessEnd end) {
-        command->finish({.isSuccess = end.isSuccess(), .error = command->error.data()});
-    });
-    run->command = command;
-    run->process = process;
-    m_worker.run([run, command, process = std::move(process)] {
-        if (run->isDropped)
-            return command->finish({.isSkipped = true});
-        try {
-            process->start();
-        } catch (const LaunchError& failure) {
-            command->finish({.launchErrorNumber = failure.errorNumber()});
-        }
-        if (run->isDropped)
-            process->terminate();
-    });
-    const QFuture<CommandEnd> future = command->future();
-    const CommandEnd end = co_await future;
-    run->process.reset();
+    run->command = std::make_unique<Command>(run->locations.path(line.executable), line.arguments);
+    run->command->sendLinesTo(lines);
+    const QFuture<CommandEnd> ending = run->command->start(run->stop());
+    const CommandEnd end = co_await ending;
     run->command.reset();
     co_return end;
 }
 
 void PrivilegedScanner::cancel()
 {
-    if (!m_run || m_run->isCancelled)
+    if (!m_run || m_run->isCancelled())
         return;
-    m_run->isCancelled = true;
-    m_run->drop();
-    if (m_run->process)
-        m_run->process->terminate();
+    m_run->cancel();
     Log::scanner.notice(u"Admin scan cancelled"_s);
 }
 
 void PrivilegedScanner::setRunning(bool isRunning)
 {
-    if (std::exchange(m_isRunning, isRunning) != isRunning)
-        Q_EMIT isRunningChanged();
+    publish(m_isRunning, isRunning, this, &PrivilegedScanner::isRunningChanged);
 }
 
 void PrivilegedScanner::setProgress(const QString& progress)
 {
-    if (std::exchange(m_progress, progress) != progress)
-        Q_EMIT progressChanged();
+    publish(m_progress, progress, this, &PrivilegedScanner::progressChanged);
 }
 
 void PrivilegedScanner::setFilesFound(qint64 count)
 {
-    if (std::exchange(m_filesFound, count) != count)
-        Q_EMIT filesFoundChanged();
+    publish(m_filesFound, count, this, &PrivilegedScanner::filesFoundChanged);
 }
 
 } // namespace brivane

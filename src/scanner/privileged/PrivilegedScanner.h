@@ -1,9 +1,10 @@
 #pragma once
 
+#include "core/Command.h"
 #include "platform/Host.h"
-#include "platform/Process.h"
 #include "platform/Worker.h"
 #include "scanner/FileNode.h"
+#include "scanner/privileged/HelperCommands.h"
 
 #include <QCoroTask>
 #include <QObject>
@@ -13,7 +14,7 @@
 
 namespace brivane {
 
-class TreeMerger;
+class AdminRun;
 
 /// Scans as administrator: writes out the source of a small helper, has it compiled, runs it as
 /// root through the system's prompt, and adds what it prints to the tree that the user has.
@@ -79,13 +80,12 @@ Q_SIGNALS:
     void filesFoundChanged();
 
 private:
-    struct Run;
-    struct CommandEnd;
-
-    QCoro::Task<FileNodePtr> perform(std::shared_ptr<Run> run);
-    QCoro::Task<> prepare(std::shared_ptr<Run> run);
-    QCoro::Task<CommandEnd> runCommand(std::shared_ptr<Run> run, QString executable,
-                                       QStringList arguments);
+    QCoro::Task<FileNodePtr> perform(std::shared_ptr<AdminRun> run);
+    QCoro::Task<> prepare(std::shared_ptr<AdminRun> run);
+    /// `lines` takes what it prints, if given.
+    QCoro::Task<CommandEnd> runCommand(std::shared_ptr<AdminRun> run,
+                                       HelperCommands::CommandLine line,
+                                       std::shared_ptr<LineQueue> lines);
     void logOutcome(std::chrono::nanoseconds start) const;
     void setRunning(bool isRunning);
     void setProgress(const QString& progress);
@@ -95,7 +95,7 @@ private:
     bool m_isRunning = false;
     QString m_progress;
     qint64 m_filesFound = 0;
-    std::shared_ptr<Run> m_run;                    ///< null unless a scan runs
+    std::shared_ptr<AdminRun> m_run;               ///< null unless a scan runs
     Worker m_worker{QStringLiteral("admin scan")}; ///< steps stand in line
 };
 

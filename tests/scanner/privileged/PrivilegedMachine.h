@@ -55,13 +55,13 @@ protected:
         m_machine.setMode(command, 0755);
     }
 
-    /// A stand-in that answers as it is told from now on, in place of the script.
+    /// A recording command that answers as it is told from now on, in place of the script.
     SandboxCommand useAnswers(const QString& command) const
     {
         ::unlink(PathText::toBytes(m_machine.path(command)));
-        SandboxCommand standIn = m_machine.command(command);
-        standIn.forgetAnswers();
-        return standIn;
+        SandboxCommand recording = m_machine.command(command);
+        recording.forgetAnswers();
+        return recording;
     }
 
     FileNodePtr scan(const QString& path, const FileNodePtr& existingRoot = {})

@@ -1,6 +1,6 @@
 #include "platform/PathText.h"
 #include "scanner/privileged/AdminHelperScript.h"
-#include "scanner/privileged/LineQueue.h"
+#include "core/LineQueue.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

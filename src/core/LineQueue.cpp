@@ -1,4 +1,4 @@
-#include "scanner/privileged/LineQueue.h"
+#include "core/LineQueue.h"
 
 #include <utility>
 

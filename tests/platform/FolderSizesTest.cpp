@@ -1,0 +1,111 @@
+#include "platform/FolderSizes.h"
+
+#include "support/FileTestSupport.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace brivane;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::uint64_t bytesByFts(const QByteArray& path)
+{
+    std::uint64_t bytes = 0;
+    forEachByFts(path, FTS_XDEV, [&](const FTSENT& entry) {
+        if (entry.fts_info == FTS_F)
+            bytes += static_cast<std::uint64_t>(entry.fts_statp->st_size);
+    });
+    return bytes;
+}
+
+void makeFolder(const QByteArray& path)
+{
+    ASSERT_EQ(::mkdir(path, 0700), 0);
+}
+
+} // namespace
+
+TEST(FolderSizes, EachPathIsWhatFtsFindsInItAlsoWhereTheyOverlap)
+{
+    const TestFolder folder;
+    const NastyTreeCounts counts = buildNastyTree(folder / "nasty", {.unreadableFolders = false});
+    buildFlatFolder(folder / "flat", 300);
+    writeFile(folder / "file", "12345");
+    ASSERT_EQ(::symlink("nasty", folder / "link"), 0);
+    QStringList paths = {text(folder.path()), text(folder / "file"), text(folder / "link"),
+                         text(folder / "missing"), text(folder.path())};
+    for (const QString& name : namesIn(text(folder / "nasty")))
+        paths += text(folder / "nasty") + u'/' + name;
+
+    FolderSizes sizes;
+    QFuture<FolderSize> measuring = sizes.measure(paths);
+    measuring.waitForFinished();
+    ASSERT_EQ(measuring.resultCount(), paths.size());
+    for (int i = 0; i < paths.size(); ++i)
+        EXPECT_EQ(measuring.resultAt(i).bytes, bytesByFts(PathText::toBytes(paths[i]))) << i;
+    EXPECT_EQ(measuring.resultAt(0).bytes, counts.logicalBytes + 5);
+    EXPECT_EQ(measuring.resultAt(0).files, counts.files + 301);
+    EXPECT_EQ(measuring.resultAt(1).start, WalkKind::File);
+    EXPECT_EQ(measuring.resultAt(2).start, WalkKind::SymbolicLink);
+    EXPECT_EQ(measuring.resultAt(3).start, WalkKind::NoAttributes);
+    EXPECT_EQ(measuring.resultAt(3).unreadable, 0);
+    const std::vector<FolderSize> withLinks =
+        FolderSizes::measureNow({text(folder / "link")}, {.includeLinks = true});
+    EXPECT_EQ(withLinks.front().bytes, 5);
+}
+
+TEST(FolderSizes, WhatIsExcludedCountsNowhereAndItsNamesakesDo)
+{
+    const TestFolder folder;
+    for (const char* name : {"a", "a/out", "a/out/deep", "b", "b/out", "a/.hidden"})
+        makeFolder(folder / name);
+    writeFile(folder / "a/out/deep/one", "1");
+    writeFile(folder / "a/kept", "22");
+    writeFile(folder / "b/out/kept", "333");
+    writeFile(folder / "b/file", "4444");
+    writeFile(folder / "a/.hidden/five", "55555");
+    const FolderSizeOptions options{.includeHidden = false,
+                                    .excluded = {text(folder / "a/out"), text(folder / "b/file")}};
+    const std::vector<FolderSize> sizes = FolderSizes::measureNow(
+        {text(folder.path()), text(folder / "a/out/deep"), text(folder / "b")}, options);
+    EXPECT_EQ(sizes[0].bytes, 5);
+    EXPECT_EQ(sizes[1].bytes, 0);
+    EXPECT_EQ(sizes[2].bytes, 3);
+}
+
+TEST(FolderSizes, AStopIsHeardAndEveryPathStillHasAResult)
+{
+    const TestFolder folder;
+    buildFlatFolder(folder / "flat", 5);
+    const auto stop = std::make_unique<std::stop_source>();
+    std::size_t told = 0;
+    const std::vector<FolderSize> sizes =
+        FolderSizes::measureNow(QStringList(200, text(folder / "flat")), {}, stop->get_token(),
+                                [&](std::size_t, const FolderSize&) {
+                                    ++told;
+                                    stop->request_stop();
+                                });
+    EXPECT_EQ(told, sizes.size());
+    EXPECT_TRUE(sizes.back().isStopped);
+    EXPECT_EQ(sizes.back().files, 0);
+}
+
+TEST(FolderSizes, WhatCannotBeReadIsTold)
+{
+    const TestFolder folder;
+    makeFolder(folder / "open");
+    writeFile(folder / "open/file", "1");
+    makeFolder(folder / "open/closed");
+    writeFile(folder / "open/closed/file", "22");
+    ASSERT_EQ(::chmod(folder / "open/closed", 0), 0);
+    for (const QByteArray& way : {folder.path(), folder / "open"})
+        ASSERT_EQ(::chmod(way, 0755), 0);
+    EXPECT_TRUE(passesUnprivileged([&] {
+        const FolderSize size = FolderSizes::measureNow({text(folder / "open")}).front();
+        EXPECT_EQ(size.bytes, 1);
+        EXPECT_EQ(size.unreadable, 1);
+    }));
+}

@@ -1,5 +1,6 @@
 #include "removal/QuarantineContents.h"
 
+#include "platform/Host.h"
 #include "platform/PathText.h"
 #include "platform/Worker.h"
 #include "removal/QuarantineMoves.h"
@@ -99,9 +100,9 @@ QString claim(const QString& quarantineDir, FileSystemProviding& fileSystem,
 
 } // namespace
 
-QuarantineContents QuarantineContents::read(const QString& quarantineDir, const QString& home,
-                                            FileSystemProviding& fileSystem, const QDateTime& now)
+QuarantineContents QuarantineContents::read(const Host& host, const QString& quarantineDir)
 {
+    FileSystemProviding& fileSystem = host.fileSystem;
     QuarantineContents contents{.manifest = QuarantineManifest(quarantineDir, fileSystem)};
     const Result<> made = fileSystem.makeDirectory(quarantineDir, 0700);
     contents.hasFolder = bool(made);
@@ -134,7 +135,8 @@ QuarantineContents QuarantineContents::read(const QString& quarantineDir, const 
         if (isTemporaryName(name)) {
             contents.leftovers += quarantineDir + u'/' + name;
         } else if (!StoreNames::isOwn(name)) {
-            contents.items += recovered(name, quarantineDir, home, now);
+            contents.items +=
+                recovered(name, quarantineDir, host.locations.home(), host.clock.now());
             contents.hasUnrecorded = true;
         }
     }

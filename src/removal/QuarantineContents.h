@@ -11,6 +11,8 @@
 
 namespace brivane {
 
+struct Host;
+
 /// What a store holds when it is opened, and how to go on listing it.
 struct QuarantineContents {
     QuarantineManifest manifest;
@@ -28,9 +30,8 @@ struct QuarantineContents {
     ///
     /// Listed is what lies in this folder, however the list spells the way there. What lies there
     /// and is not in the list, left by an older crash or put there by another hand, is listed as of
-    /// now in the category "Recovered", and belongs into "Recovered" in `home`.
-    static QuarantineContents read(const QString& quarantineDir, const QString& home,
-                                   FileSystemProviding& fileSystem, const QDateTime& now);
+    /// now in the category "Recovered", and belongs into "Recovered" in the machine's home.
+    static QuarantineContents read(const Host& host, const QString& quarantineDir);
 };
 
 } // namespace brivane

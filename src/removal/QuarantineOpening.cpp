@@ -14,42 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace brivane {
 
-namespace {
-
-QuarantineContents read(Host& host, const QString& quarantineDir)
-{
-    return QuarantineContents::read(quarantineDir, host.locations.home(), host.fileSystem,
-                                    host.clock.now());
-}
-
-} // namespace
-
-QuarantineService::QuarantineService(Host& host, const AppSettings& settings,
-                                     const QString& quarantineDir, QObject* parent)
-    : QuarantineService(host, settings, quarantineDir, read(host, quarantineDir), parent)
-{
-}
-
-QuarantineService::QuarantineService(Host& host, const AppSettings& settings, QString quarantineDir,
-                                     QuarantineContents contents, QObject* parent)
-    : QObject(parent)
-    , m_host(host)
-    , m_settings(settings)
-    , m_quarantineDir(std::move(quarantineDir))
-    , m_journal(std::make_shared<RestoreJournal>(m_quarantineDir + u'/' + StoreNames::journal,
-                                                 host.fileSystem))
-{
-    connect(&m_items, &QuarantineItemModel::totalSizeChanged, this,
-            &QuarantineService::totalSizeChanged);
-    adopt(std::move(contents));
-}
-
-QuarantineService::~QuarantineService()
-{
-    using namespace std::chrono_literals;
-    m_sweeper.leave(500ms);
-}
-
 void QuarantineService::adopt(QuarantineContents contents)
 {
     const auto purgeDays = m_settings.quarantinePurgeDays();
@@ -80,7 +44,7 @@ QCoro::Task<bool> QuarantineService::makeWritable()
     const QPointer<QuarantineService> self(this);
     if (!m_opening) {
         m_opening = m_stored.run([&host = m_host, dir = m_quarantineDir] {
-            return std::make_shared<QuarantineContents>(read(host, dir));
+            return std::make_shared<QuarantineContents>(QuarantineContents::read(host, dir));
         });
     }
     const Opening opening = *m_opening;
@@ -99,37 +63,6 @@ QCoro::Task<> QuarantineService::refresh()
 {
     QCoro::Task<bool> trying = makeWritable();
     co_await trying;
-}
-
-void QuarantineService::purgeExpired()
-{
-    constexpr double millisecondsOfDay = 86'400'000;
-    const QDateTime now = m_host.clock.now();
-    const double limit = static_cast<double>(m_settings.quarantinePurgeDays()) * millisecondsOfDay;
-    QStringList expired;
-    for (const QuarantineItem& item : items()) {
-        if (static_cast<double>(item.quarantineDate.msecsTo(now)) > limit)
-            expired += item.quarantinePath;
-    }
-    if (!expired.isEmpty())
-        removeExpired(std::move(expired));
-}
-
-QCoro::Task<> QuarantineService::removeExpired(QStringList quarantinePaths)
-{
-    const QPointer<QuarantineService> self(this);
-    const QFuture<QSet<QString>> removing = startRemoval(std::move(quarantinePaths));
-    const QSet<QString> removed = co_await removing;
-    if (!self)
-        co_return;
-    m_items.removeStored(removed);
-    (void)save();
-    m_host.notifications.post(NotificationNames::diskSpaceChanged);
-}
-
-void QuarantineService::setReadOnlyReason(const QString& reason)
-{
-    publish(m_readOnlyReason, reason, this, &QuarantineService::readOnlyReasonChanged);
 }
 
 } // namespace brivane

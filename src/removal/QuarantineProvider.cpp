@@ -9,15 +9,6 @@
 
 namespace brivane {
 
-namespace {
-
-QuarantineContents read(const Host& host, const QString& dir)
-{
-    return QuarantineContents::read(dir, host.locations.home(), host.fileSystem, host.clock.now());
-}
-
-} // namespace
-
 QuarantineProvider::QuarantineProvider(Host& host, const AppSettings& settings)
     : m_host(host)
     , m_settings(settings)
@@ -35,7 +26,7 @@ QCoro::Task<QuarantineService*> QuarantineProvider::open()
         co_return m_service.get();
     if (!m_opening) {
         m_opening = m_worker.run([&host = m_host, dir = quarantineDir()] {
-            return std::make_shared<QuarantineContents>(read(host, dir));
+            return std::make_shared<QuarantineContents>(QuarantineContents::read(host, dir));
         });
     }
     const QPointer<QuarantineProvider> self(this);
@@ -47,8 +38,8 @@ QCoro::Task<QuarantineService*> QuarantineProvider::open()
 QuarantineService& QuarantineProvider::openNow()
 {
     if (!m_service) {
-        QuarantineContents contents =
-            m_opening ? std::move(*m_opening->result()) : read(m_host, quarantineDir());
+        QuarantineContents contents = m_opening ? std::move(*m_opening->result())
+                                                : QuarantineContents::read(m_host, quarantineDir());
         m_service = std::make_unique<QuarantineService>(m_host, m_settings, quarantineDir(),
                                                         std::move(contents));
     }

@@ -14,34 +14,27 @@ namespace brivane {
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// For a question to a volume that may never answer.
-constexpr auto leavingPatience = 500ms;
-
-} // namespace
-
 ScanViewModel::ScanViewModel(Host& host, QObject* parent)
-    : QObject(parent)
+    : TreeBrowser(parent)
     , m_host(host)
-    , m_enumerator(host.volumes)
+    , m_volumes(host)
     , m_walks(host)
     , m_privilegedScanner(host)
     , m_deleteService(host)
     , m_actions(host, m_deleteService, this)
-    , m_volumeModel(host.locations.path(u"/"))
     , m_stats(*this, host.locations, host.clock, this)
 {
-    refreshVolumes();
+    connect(&m_volumes, &VolumeSelection::selectedChanged, this,
+            &ScanViewModel::selectedVolumeChanged);
     host.notifications.subscribe(NotificationNames::diskSpaceChanged, this,
                                  [this] { refreshVolumes(); });
-    connect(&m_deleteService, &DeleteService::pendingItemsChanged, &m_folderModel,
+    connect(&m_deleteService, &DeleteService::pendingItemsChanged, folderModel(),
             &FolderModel::noteMarks);
     connect(&m_walks, &WalkRunner::reported, this, &ScanViewModel::receive);
     connect(&m_walks, &WalkRunner::ended, this, &ScanViewModel::endWalk);
     connect(&m_walks, &WalkRunner::resolved, this, [this](const QString& folder) {
         m_scannedVolume = madeUpVolume(folder);
-        setSelectedVolume(m_scannedVolume);
+        m_volumes.select(m_scannedVolume);
     });
 }
 
@@ -55,38 +48,6 @@ std::unique_ptr<ScanViewModel> ScanViewModel::make(Composition& composition)
 ScanViewModel::~ScanViewModel()
 {
     stopScan();
-    m_volumeWorker.cancel();
-    m_volumeWorker.leave(leavingPatience);
-}
-
-void ScanViewModel::refreshVolumes()
-{
-    listVolumes();
-}
-
-QCoro::Task<> ScanViewModel::listVolumes()
-{
-    const QPointer<ScanViewModel> self(this);
-    const unsigned request = ++m_volumeRequest;
-    m_volumeWorker.cancel(); // the answer to an earlier question is not wanted
-    const QFuture<QList<DiskInfo>> future =
-        m_volumeWorker.run([enumerator = m_enumerator](const std::stop_token& stop) {
-            return stop.stop_requested() ? QList<DiskInfo>() : enumerator.enumerateVolumes();
-        });
-    const QList<DiskInfo> found = co_await future;
-    if (!self || request != m_volumeRequest)
-        co_return;
-    m_volumeModel.setVolumes(found);
-    if (!m_selectedVolume && !found.isEmpty())
-        setSelectedVolume(found.first());
-}
-
-void ScanViewModel::selectVolume(const QString& mountPoint)
-{
-    for (const DiskInfo& volume : volumes()) {
-        if (volume.mountPoint == mountPoint)
-            return setSelectedVolume(volume);
-    }
 }
 
 void ScanViewModel::scanFolder(const QString& path)
@@ -113,7 +74,7 @@ void ScanViewModel::showVolumes()
 
 void ScanViewModel::startScan(const QString& path)
 {
-    startWalk({.path = path, .needsVolume = !m_selectedVolume});
+    startWalk({.path = path, .needsVolume = !m_volumes.selected()});
 }
 
 void ScanViewModel::startWalk(const WalkRunner::Order& order)
@@ -121,7 +82,7 @@ void ScanViewModel::startWalk(const WalkRunner::Order& order)
     ++m_scanRequest;
     m_privilegedScanner.cancel();
     m_scanStart = m_host.clock.monotonicNow();
-    m_scannedVolume = m_selectedVolume;
+    m_scannedVolume = m_volumes.selected();
     m_walks.start(order);
     setPaused(false);
     // Before the state, or the screen of the scan would be made for the old tree.
@@ -142,8 +103,8 @@ void ScanViewModel::startProgress()
 
 void ScanViewModel::rescan()
 {
-    if (m_selectedVolume)
-        startScan(m_selectedVolume->mountPoint);
+    if (m_volumes.selected())
+        startScan(m_volumes.selected()->mountPoint);
 }
 
 void ScanViewModel::scanAsAdmin(const QString& path)
@@ -153,7 +114,7 @@ void ScanViewModel::scanAsAdmin(const QString& path)
     ++m_scanRequest;
     m_walks.abandon();
     m_scanStart = m_host.clock.monotonicNow();
-    m_scannedVolume = m_selectedVolume;
+    m_scannedVolume = m_volumes.selected();
     setPaused(false);
     if (!m_isAdminScan) {
         m_isAdminScan = true;
@@ -173,7 +134,7 @@ QCoro::Task<> ScanViewModel::runAdminScan(QString path)
     std::optional<QString> failure;
     bool isRefused = false;
     try {
-        QCoro::Task<FileNodePtr> scan = m_privilegedScanner.scanAsAdmin(path, m_rootNode.node());
+        QCoro::Task<FileNodePtr> scan = m_privilegedScanner.scanAsAdmin(path, rootNode().node());
         outcome.root = co_await scan;
     } catch (const PrivilegedScanner::AdminScanError&) {
         isRefused = true;
@@ -188,8 +149,7 @@ QCoro::Task<> ScanViewModel::runAdminScan(QString path)
         co_return fail(*failure);
     outcome.filesScanned = m_privilegedScanner.filesFound();
     if (!m_scannedVolume) {
-        const QFuture<std::optional<DiskInfo>> future = m_volumeWorker.run(
-            [path, enumerator = m_enumerator] { return enumerator.getVolumeInfo(path); });
+        const QFuture<std::optional<DiskInfo>> future = m_volumes.infoFor(path);
         outcome.volume = co_await future;
         if (!self || request != m_scanRequest)
             co_return;
@@ -199,8 +159,8 @@ QCoro::Task<> ScanViewModel::runAdminScan(QString path)
 
 void ScanViewModel::rescanAsAdmin()
 {
-    if (m_selectedVolume)
-        scanAsAdmin(m_selectedVolume->mountPoint);
+    if (m_volumes.selected())
+        scanAsAdmin(m_volumes.selected()->mountPoint);
 }
 
 void ScanViewModel::receive(const ScanProgress& progress)
@@ -212,10 +172,10 @@ void ScanViewModel::receive(const ScanProgress& progress)
     if (!progress.partialTree)
         return;
     setRootNode(progress.partialTree);
-    if (!m_focusedNode.isValid())
+    if (!focusedNode().isValid())
         setFocusedNode(progress.partialTree);
     ++m_scanTick;
-    m_folderModel.refresh();
+    folderModel()->refresh();
     Q_EMIT scanTickChanged();
 }
 
@@ -243,11 +203,11 @@ void ScanViewModel::finish(const WalkRunner::Outcome& outcome)
     setRootNode(outcome.root);
     setFocusedNode(outcome.root);
     // A scan as administrator keeps the selection, and may bring another tree.
-    if (m_selectedNode.isValid() && &m_selectedNode.node()->tree() != &outcome.root->tree())
+    if (selectedNode().isValid() && &selectedNode().node()->tree() != &outcome.root->tree())
         setSelectedNode({});
-    if (outcome.file && !m_selectedNode.isValid())
+    if (outcome.file && !selectedNode().isValid())
         setSelectedNode(FileNodeRef(outcome.file));
-    m_folderModel.refresh();
+    folderModel()->refresh();
     m_deleteService.carryOver(outcome.root);
     m_scanResult = result;
     Q_EMIT scanResultChanged();
@@ -298,82 +258,9 @@ void ScanViewModel::togglePause()
     }
 }
 
-void ScanViewModel::setHovered(const FileNodeRef& node, bool isHovered)
-{
-    if (isHovered)
-        setHoveredNode(node);
-    else if (m_hoveredNode == node)
-        setHoveredNode({});
-}
-
-void ScanViewModel::drillDown(const FileNodeRef& node)
-{
-    if (!node.isDirectory())
-        return;
-    setFocusedNode(node.node());
-    setSelectedNode({});
-}
-
-void ScanViewModel::drillUp()
-{
-    if (!m_focusedNode.isValid())
-        return;
-    const FileNode* focused = m_focusedNode.node().get();
-    const FileNodePtr target = focused->parent() ? focused->parent()->shared() : m_rootNode.node();
-    if (!target || target.get() == focused)
-        return;
-    setFocusedNode(target);
-    setSelectedNode({});
-}
-
-void ScanViewModel::drillToRoot()
-{
-    if (m_focusedNode == m_rootNode)
-        return;
-    setFocusedNode(m_rootNode.node());
-    setSelectedNode({});
-}
-
-QString ScanViewModel::selectedMountPoint() const
-{
-    return m_selectedVolume ? m_selectedVolume->mountPoint : QString();
-}
-
-void ScanViewModel::setSelectedVolume(const std::optional<DiskInfo>& volume)
-{
-    publish(m_selectedVolume, volume, this, &ScanViewModel::selectedVolumeChanged);
-}
-
-void ScanViewModel::setHoveredNode(const FileNodeRef& node)
-{
-    publish(m_hoveredNode, node, this, &ScanViewModel::hoveredNodeChanged);
-}
-
-void ScanViewModel::setSelectedNode(const FileNodeRef& node)
-{
-    publish(m_selectedNode, node, this, &ScanViewModel::selectedNodeChanged);
-}
-
 void ScanViewModel::setScanState(ScanState state)
 {
     publish(m_scanState, state, this, &ScanViewModel::scanStateChanged);
-}
-
-void ScanViewModel::setRootNode(const FileNodePtr& node)
-{
-    if (m_rootNode.node() == node)
-        return;
-    m_rootNode = FileNodeRef(node);
-    Q_EMIT rootNodeChanged();
-}
-
-void ScanViewModel::setFocusedNode(const FileNodePtr& node)
-{
-    if (m_focusedNode.node() == node)
-        return;
-    m_focusedNode = FileNodeRef(node);
-    m_folderModel.setDirectory(node);
-    Q_EMIT focusedNodeChanged();
 }
 
 void ScanViewModel::setProgress(const ScanProgress& progress)

@@ -1,15 +1,12 @@
 #pragma once
 
 #include "platform/Host.h"
-#include "platform/Worker.h"
 #include "scanner/DeleteService.h"
-#include "scanner/FileNodeRef.h"
-#include "scanner/FolderModel.h"
 #include "scanner/NodeActions.h"
 #include "scanner/ScanResult.h"
 #include "scanner/ScanStats.h"
-#include "scanner/VolumeEnumerator.h"
-#include "scanner/VolumeListModel.h"
+#include "scanner/TreeBrowser.h"
+#include "scanner/VolumeSelection.h"
 #include "scanner/WalkRunner.h"
 #include "scanner/privileged/PrivilegedScanner.h"
 
@@ -28,20 +25,13 @@ class Composition;
 /// loop. The tree changes in place while it grows, and scanTick goes up with each report. A start
 /// of either kind ends the scan before it, of which nothing is shown any more. Neither a stop nor
 /// the end of the view model waits for a walk.
-class ScanViewModel : public QObject {
+class ScanViewModel : public TreeBrowser {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The application brings it")
     Q_PROPERTY(brivane::VolumeListModel* volumes READ volumeModel CONSTANT)
     Q_PROPERTY(QString selectedMountPoint READ selectedMountPoint NOTIFY selectedVolumeChanged)
     Q_PROPERTY(ScanState scanState READ scanState NOTIFY scanStateChanged)
-    Q_PROPERTY(bool hasTree READ hasTree NOTIFY rootNodeChanged)
-    Q_PROPERTY(brivane::FileNodeRef rootNode READ rootNode NOTIFY rootNodeChanged)
-    Q_PROPERTY(brivane::FileNodeRef focusedNode READ focusedNode NOTIFY focusedNodeChanged)
-    Q_PROPERTY(brivane::FileNodeRef hoveredNode READ hoveredNode NOTIFY hoveredNodeChanged)
-    Q_PROPERTY(brivane::FileNodeRef selectedNode READ selectedNode WRITE setSelectedNode NOTIFY
-                   selectedNodeChanged)
-    Q_PROPERTY(brivane::FolderModel* folder READ folderModel CONSTANT)
     Q_PROPERTY(brivane::ScanStats* stats READ stats CONSTANT)
     Q_PROPERTY(brivane::NodeActions* actions READ actions CONSTANT)
     Q_PROPERTY(uint scanTick READ scanTick NOTIFY scanTickChanged)
@@ -61,9 +51,9 @@ public:
 
     /// Lists the volumes again, in the background: a volume that does not answer holds up nobody.
     /// The selected volume stays as it was; an empty selection becomes the first volume.
-    Q_INVOKABLE void refreshVolumes();
+    Q_INVOKABLE void refreshVolumes() { m_volumes.refresh(); }
     /// Makes the volume at `mountPoint` the target of scans; nothing if it is not listed.
-    Q_INVOKABLE void selectVolume(const QString& mountPoint);
+    Q_INVOKABLE void selectVolume(const QString& mountPoint) { m_volumes.select(mountPoint); }
     /// Scans a folder, and makes it the target of scans, as a volume of its own, once it is known:
     /// a link is resolved, since the walk itself does not follow any. A file stands for its folder,
     /// and is selected in it at the end, unless something else is by then.
@@ -89,35 +79,21 @@ public:
     Q_INVOKABLE void stopScan();
     Q_INVOKABLE void togglePause();
 
-    /// The pointer came to, or left, what stands for `node`. In any order: who left is forgotten
-    /// only if nobody else has come.
-    Q_INVOKABLE void setHovered(const brivane::FileNodeRef& node, bool isHovered);
-    /// Shows `node`, a directory, in the list and the charts.
-    Q_INVOKABLE void drillDown(const brivane::FileNodeRef& node);
-    /// Shows the parent of the directory that is shown.
-    Q_INVOKABLE void drillUp();
-    /// Shows the root of the scan again.
-    Q_INVOKABLE void drillToRoot();
-
     /// Blocks until no walk runs. For tests and benchmarks.
     void waitForWalk() { m_walks.waitForDone(); }
 
-    [[nodiscard]] const QList<DiskInfo>& volumes() const { return m_volumeModel.volumes(); }
-    [[nodiscard]] VolumeListModel* volumeModel() { return &m_volumeModel; }
-    [[nodiscard]] FolderModel* folderModel() { return &m_folderModel; }
+    [[nodiscard]] const QList<DiskInfo>& volumes() const { return m_volumes.model()->volumes(); }
+    [[nodiscard]] VolumeListModel* volumeModel() { return m_volumes.model(); }
     [[nodiscard]] ScanStats* stats() { return &m_stats; }
     [[nodiscard]] DeleteService& deleteService() { return m_deleteService; }
     [[nodiscard]] NodeActions* actions() { return &m_actions; }
-    [[nodiscard]] const std::optional<DiskInfo>& selectedVolume() const { return m_selectedVolume; }
-    [[nodiscard]] QString selectedMountPoint() const;
+    [[nodiscard]] const std::optional<DiskInfo>& selectedVolume() const
+    {
+        return m_volumes.selected();
+    }
+    [[nodiscard]] QString selectedMountPoint() const { return m_volumes.selectedMountPoint(); }
     [[nodiscard]] ScanState scanState() const { return m_scanState; }
     [[nodiscard]] const std::optional<ScanResult>& scanResult() const { return m_scanResult; }
-    [[nodiscard]] bool hasTree() const { return m_rootNode.isValid(); }
-    [[nodiscard]] const FileNodeRef& rootNode() const { return m_rootNode; }
-    [[nodiscard]] const FileNodeRef& focusedNode() const { return m_focusedNode; }
-    [[nodiscard]] const FileNodeRef& hoveredNode() const { return m_hoveredNode; }
-    [[nodiscard]] const FileNodeRef& selectedNode() const { return m_selectedNode; }
-    void setSelectedNode(const FileNodeRef& node);
     [[nodiscard]] const ScanProgress& progress() const { return m_progress; }
     [[nodiscard]] uint scanTick() const { return m_scanTick; }
     [[nodiscard]] QString errorMessage() const { return m_errorMessage.value_or(QString()); }
@@ -134,10 +110,6 @@ Q_SIGNALS:
     void selectedVolumeChanged();
     void scanStateChanged();
     void scanResultChanged();
-    void rootNodeChanged();
-    void focusedNodeChanged();
-    void hoveredNodeChanged();
-    void selectedNodeChanged();
     void progressChanged();
     void scanTickChanged();
     void errorMessageChanged();
@@ -145,7 +117,6 @@ Q_SIGNALS:
     void isPausedChanged();
 
 private:
-    QCoro::Task<> listVolumes();
     QCoro::Task<> runAdminScan(QString path);
     void startWalk(const WalkRunner::Order& order);
     void startProgress();
@@ -154,37 +125,24 @@ private:
     void finish(const WalkRunner::Outcome& outcome);
     void fail(const QString& message);
 
-    void setSelectedVolume(const std::optional<DiskInfo>& volume);
     void setScanState(ScanState state);
-    void setRootNode(const FileNodePtr& node);
-    void setFocusedNode(const FileNodePtr& node);
-    void setHoveredNode(const FileNodeRef& node);
     void setProgress(const ScanProgress& progress);
     void setErrorMessage(const std::optional<QString>& message);
     void setPaused(bool paused);
 
     Host& m_host;
-    VolumeEnumerator m_enumerator;
+    VolumeSelection m_volumes;
     WalkRunner m_walks;
     PrivilegedScanner m_privilegedScanner;
     DeleteService m_deleteService;
     NodeActions m_actions;
-    VolumeListModel m_volumeModel;
-    FolderModel m_folderModel;
     ScanStats m_stats;
-    Worker m_volumeWorker{QStringLiteral("volumes")};
-    unsigned m_volumeRequest = 0;
     unsigned m_scanRequest = 0; ///< counts starts and stops: whom a late end belongs to
     std::chrono::nanoseconds m_scanStart{};
     std::optional<DiskInfo> m_scannedVolume; ///< the one selected at the start
 
-    std::optional<DiskInfo> m_selectedVolume;
     ScanState m_scanState = Idle;
     std::optional<ScanResult> m_scanResult;
-    FileNodeRef m_rootNode;
-    FileNodeRef m_focusedNode;
-    FileNodeRef m_hoveredNode;
-    FileNodeRef m_selectedNode;
     ScanProgress m_progress;
     uint m_scanTick = 0;
     std::optional<QString> m_errorMessage;

@@ -1,7 +1,6 @@
 #include "demo/DemoMachine.h"
 
 #include "demo/DemoContent.h"
-#include "platform/DefaultFileSystem.h"
 
 namespace brivane {
 
@@ -15,8 +14,8 @@ DemoMachine::DemoMachine(std::unique_ptr<Clock> clock)
     m_volumes = volumes.get();
     const QString drive = m_machine.directory(u"/Volumes/Archive"_s);
     volumes->mount(drive, SandboxVolumes::externalDrive(u"Archive"_s));
-    m_host = std::make_unique<OwnedHost>(m_machine.locations(), DefaultFileSystem::shared(),
-                                         std::move(volumes), std::move(clock));
+    m_host =
+        std::make_unique<OwnedHost>(m_machine.locations(), std::move(volumes), std::move(clock));
 }
 
 } // namespace brivane

@@ -31,7 +31,7 @@ private:
 class Ground {
 public:
     Ground()
-        : m_host(m_machine.locations(), DefaultFileSystem::shared())
+        : m_host(m_machine.locations())
         , m_settings(m_host.host().defaults, m_host.host().clock, m_machine.locations().home())
     {
         m_machine.directory(u"~");
@@ -106,9 +106,9 @@ void moveHuge(Ground& ground)
     std::printf("20 GB in one folder\n%-22s %.1f ms, %.2f GB\n", "measure", measuring.elapsed(),
                 static_cast<double>(moves.at(0).size) / 1e9);
     const Stopwatch moving;
-    RestoreJournal journal(ground.store() + u"/.restoring.json"_s, DefaultFileSystem::shared());
-    const auto report =
-        QuarantineMoves::moveToQuarantine(moves, journal, DefaultFileSystem::shared());
+    DefaultFileSystem fileSystem;
+    RestoreJournal journal(ground.store() + u"/.restoring.json"_s, fileSystem);
+    const auto report = QuarantineMoves::moveToQuarantine(moves, journal, fileSystem);
     std::printf("%-22s %.2f ms, %lld moved\n", "move", moving.elapsed(),
                 static_cast<long long>(report.outcomes.size()));
 }

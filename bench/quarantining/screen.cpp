@@ -28,7 +28,7 @@ void runFor(int milliseconds)
 /// Fills the store before the program has looked at it.
 void fill(const SandboxMachine& machine, int count)
 {
-    OwnedHost host(machine.locations(), DefaultFileSystem::shared());
+    OwnedHost host(machine.locations());
     const AppSettings settings(host.host().defaults, host.host().clock, machine.locations().home());
     QuarantineService service(host.host(), settings, machine.path(u"~/.Brivane_Quarantine"));
     QStringList paths;

@@ -30,8 +30,9 @@ void prepareHome(const SandboxMachine& machine)
     for (const char* name : {"XDG_CACHE_HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME"})
         qunsetenv(name);
     qputenv("HOME", machine.directory(u"~").toUtf8());
+    DefaultFileSystem fileSystem;
     UserDefaults defaults(Locations::onLinux().path(u"~/Library/Preferences/com.brivane.app.plist"),
-                          DefaultFileSystem::shared());
+                          fileSystem);
     defaults.setBool(u"onboardingCompleted"_s, true);
     if (!defaults.waitUntilSaved())
         throw std::runtime_error("the preferences could not be written");

@@ -4,7 +4,6 @@
 #include "app/ShellViewModel.h"
 #include "core/Composition.h"
 #include "core/Log.h"
-#include "platform/DefaultFileSystem.h"
 #include "platform/Volumes.h"
 #include "sandbox/SandboxMachine.h"
 #include "scanner/ScanViewModel.h"
@@ -19,7 +18,7 @@ class RealWindow {
 public:
     RealWindow()
         : m_machine(SandboxMachine::temporary())
-        , m_host(m_machine.locations(), DefaultFileSystem::shared())
+        , m_host(m_machine.locations())
     {
         BrivaneApp::prepareProcess();
         m_app = std::make_unique<BrivaneApp>(m_composition);

@@ -5,12 +5,6 @@
 
 namespace brivane {
 
-DefaultFileSystem& DefaultFileSystem::shared()
-{
-    static DefaultFileSystem fileSystem;
-    return fileSystem;
-}
-
 Result<QString> DefaultFileSystem::trashItem(const QString& path,
                                              const std::optional<FileIdentity>& expected)
 {

@@ -7,8 +7,6 @@ namespace brivane {
 /// The machine's own file system. Has no state: any thread, any number at a time.
 class DefaultFileSystem final : public FileSystemProviding {
 public:
-    static DefaultFileSystem& shared();
-
     Result<QString> trashItem(const QString& path,
                               const std::optional<FileIdentity>& expected = {}) override;
     [[nodiscard]] RemovalReport

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "platform/DefaultFileSystem.h"
 #include "platform/Locations.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Pasteboard.h"
@@ -11,7 +12,6 @@
 
 namespace brivane {
 
-class FileSystemProviding;
 class Volumes;
 
 /// The machine, as far as the program reaches it: the one value that services take.
@@ -32,20 +32,29 @@ struct Host {
     static Host& shared();
 };
 
-/// A Host together with what it refers to, except the file system.
+/// A Host together with what it refers to.
 class OwnedHost {
 public:
-    /// The preferences lie where `locations` puts them, and are saved when this ends. Volumes,
-    /// clock, workspace and pasteboard are the machine's own unless others are given.
+    /// The preferences lie where `locations` puts them, and are saved when this ends. What is null
+    /// is the machine's own.
+    explicit OwnedHost(const Locations& locations, std::unique_ptr<Volumes> volumes = nullptr,
+                       std::unique_ptr<Clock> clock = nullptr,
+                       std::unique_ptr<Workspace> workspace = nullptr,
+                       std::unique_ptr<Pasteboard> pasteboard = nullptr);
+    /// With another file system, which has to outlive this.
     OwnedHost(const Locations& locations, FileSystemProviding& fileSystem,
-              std::unique_ptr<Volumes> volumes = nullptr, std::unique_ptr<Clock> clock = nullptr,
-              std::unique_ptr<Workspace> workspace = nullptr,
-              std::unique_ptr<Pasteboard> pasteboard = nullptr);
+              std::unique_ptr<Clock> clock = nullptr);
     ~OwnedHost();
 
     [[nodiscard]] Host& host() { return m_host; }
 
 private:
+    OwnedHost(const Locations& locations, FileSystemProviding* fileSystem,
+              std::unique_ptr<Volumes> volumes, std::unique_ptr<Clock> clock,
+              std::unique_ptr<Workspace> workspace, std::unique_ptr<Pasteboard> pasteboard);
+
+    DefaultFileSystem m_ownFileSystem;
+    FileSystemProviding& m_fileSystem;
     UserDefaults m_defaults;
     std::unique_ptr<Volumes> m_volumes;
     std::unique_ptr<Clock> m_clock;

@@ -25,7 +25,7 @@ protected:
     {
         for (const auto& earlier : m_defaults)
             EXPECT_TRUE(earlier->waitUntilSaved());
-        m_defaults.push_back(std::make_unique<UserDefaults>(file, DefaultFileSystem::shared()));
+        m_defaults.push_back(std::make_unique<UserDefaults>(file, m_fileSystem));
         return *m_defaults.back();
     }
     /// As a new start of the program loads them.
@@ -39,6 +39,7 @@ protected:
     ManualClock clock;
 
 private:
+    DefaultFileSystem m_fileSystem;
     std::vector<std::unique_ptr<UserDefaults>> m_defaults;
 };
 

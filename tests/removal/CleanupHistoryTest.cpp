@@ -1,6 +1,5 @@
 #include "removal/CleanupHistory.h"
 
-#include "platform/DefaultFileSystem.h"
 #include "platform/Host.h"
 #include "platform/PathText.h"
 #include "platform/Volumes.h"
@@ -19,7 +18,7 @@ class CleanupHistoryTest : public ::testing::Test {
 protected:
     SandboxMachine m_machine = SandboxMachine::temporary();
     ManualClock m_clock;
-    OwnedHost m_host{m_machine.locations(), DefaultFileSystem::shared()};
+    OwnedHost m_host{m_machine.locations()};
     CleanupHistory m_history{m_host.host().defaults, m_clock};
 };
 

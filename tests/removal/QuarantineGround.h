@@ -95,7 +95,7 @@ public:
     int posts = 0;                        ///< of diskSpaceChanged
 
 private:
-    OwnedHost m_owned{machine.locations(), fileSystem, nullptr, std::unique_ptr<Clock>(clock)};
+    OwnedHost m_owned{machine.locations(), fileSystem, std::unique_ptr<Clock>(clock)};
     QObject m_receiver;
 
 public:

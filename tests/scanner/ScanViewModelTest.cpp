@@ -1,6 +1,5 @@
 #include "scanner/ScanViewModel.h"
 
-#include "platform/DefaultFileSystem.h"
 #include "platform/PathText.h"
 #include "sandbox/HoldableClock.h"
 #include "sandbox/SandboxMachine.h"
@@ -32,8 +31,8 @@ protected:
         // Every entry is reported.
         auto clock = std::make_unique<HoldableClock>(std::chrono::milliseconds(500));
         m_clock = clock.get();
-        m_owned = std::make_unique<OwnedHost>(m_machine.locations(), DefaultFileSystem::shared(),
-                                              std::move(volumes), std::move(clock));
+        m_owned = std::make_unique<OwnedHost>(m_machine.locations(), std::move(volumes),
+                                              std::move(clock));
         m_scan = std::make_unique<ScanViewModel>(m_owned->host());
         EXPECT_TRUE(waitUntil([&] { return m_scan->volumes().size() == 1; }));
     }

@@ -4,7 +4,6 @@
 #include "app/ShellViewModel.h"
 #include "core/AppSettings.h"
 #include "core/Composition.h"
-#include "platform/DefaultFileSystem.h"
 #include "removal/QuarantineProvider.h"
 #include "sandbox/AdvanceScreen.h"
 #include "sandbox/HoldableClock.h"
@@ -44,9 +43,9 @@ public:
         auto volumes = std::make_unique<SandboxVolumes>(machine);
         if (!hasDisk)
             volumes->unmount(volumes->startupDisk());
-        return std::make_unique<OwnedHost>(
-            machine.locations(), DefaultFileSystem::shared(), std::move(volumes),
-            std::make_unique<HoldableClock>(clockStep), std::make_unique<SandboxWorkspace>());
+        return std::make_unique<OwnedHost>(machine.locations(), std::move(volumes),
+                                           std::make_unique<HoldableClock>(clockStep),
+                                           std::make_unique<SandboxWorkspace>());
     }
 
     SandboxMachine machine;

@@ -117,7 +117,7 @@ private:
         before(operation, path);
     }
 
-    FileSystemProviding& m_real = DefaultFileSystem::shared();
+    DefaultFileSystem m_real;
     std::atomic<qint64> m_room = 0; ///< on a full disk: bytes that a reserve has given back
     mutable QMutex m_mutex;
     QStringList m_calls;         ///< guarded by m_mutex

@@ -1,4 +1,3 @@
-#include "platform/DefaultFileSystem.h"
 #include "platform/Host.h"
 #include "platform/Volumes.h"
 
@@ -7,8 +6,7 @@ namespace brivane {
 Host& Host::shared()
 {
     // Never destroyed: threads may still use it while the process ends.
-    static OwnedHost* const owned =
-        new OwnedHost(Locations::onLinux(), DefaultFileSystem::shared());
+    static OwnedHost* const owned = new OwnedHost(Locations::onLinux());
     return owned->host();
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/DefaultFileSystem.h"
 #include "platform/FileDescriptor.h"
 #include "platform/Host.h"
 #include "platform/LocationAliases.h"
@@ -101,7 +100,7 @@ protected:
 
     LogCapture m_log;
     SandboxMachine m_machine = SandboxMachine::temporary();
-    OwnedHost m_owned{m_machine.locations(), DefaultFileSystem::shared()};
+    OwnedHost m_owned{m_machine.locations()};
     std::unique_ptr<PrivilegedScanner> m_scanner;
 };
 

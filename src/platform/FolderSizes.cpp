@@ -18,9 +18,9 @@ namespace brivane {
 
 namespace {
 
-/// Behind each of several walks: while one waits for the disk another works, and the last large
-/// tree of many is not left with a single reader.
-constexpr unsigned fewestWorkers = 2;
+/// Behind each of several walks, as many as one takes for itself on a small machine: while one
+/// waits for the disk another works, and the last large tree of many has no fewer than alone.
+constexpr unsigned fewestWorkers = 3;
 
 /// The paths that are left out, by their names first: the path of an entry is put together for
 /// those few alone that have one of the names.

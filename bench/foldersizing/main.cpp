@@ -10,6 +10,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -54,26 +55,35 @@ double median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
+/// What one way of measuring took, round by round.
+struct Times {
+    std::vector<double> elapsed;
+    std::vector<double> busy; ///< of all cores together
+
+    std::uint64_t take(std::uint64_t (*measure)(const QStringList&), const QStringList& paths)
+    {
+        const auto start = std::chrono::steady_clock::now();
+        const std::clock_t before = std::clock();
+        const std::uint64_t bytes = measure(paths);
+        busy.push_back(static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC);
+        const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
+        elapsed.push_back(passed.count());
+        return bytes;
+    }
+};
+
 /// Whether both saw the same.
 bool compare(const char* what, const QStringList& paths, int rounds)
 {
-    std::vector<double> bare;
-    std::vector<double> own;
-    bool isSame = true;
-    for (int round = -1; round < rounds; ++round) { // the first warms the caches
-        const auto start = std::chrono::steady_clock::now();
-        const std::uint64_t expected = byBareWalks(paths);
-        const auto between = std::chrono::steady_clock::now();
-        isSame = byFolderSizes(paths) == expected && isSame;
-        const auto end = std::chrono::steady_clock::now();
-        if (round < 0)
-            continue;
-        bare.push_back(std::chrono::duration<double>(between - start).count());
-        own.push_back(std::chrono::duration<double>(end - between).count());
-    }
-    std::printf("%-28s %6lld paths  walks %7.3f s  sizes %7.3f s  ratio %.2f%s\n", what,
-                static_cast<long long>(paths.size()), median(bare), median(own),
-                median(own) / median(bare), isSame ? "" : "  (they differ)");
+    Times bare;
+    Times own;
+    bool isSame = byFolderSizes(paths) == byBareWalks(paths); // warms the caches
+    for (int round = 0; round < rounds; ++round)
+        isSame = bare.take(byBareWalks, paths) == own.take(byFolderSizes, paths) && isSame;
+    std::printf("%-26s %5lld paths, walks %6.3f s, sizes %6.3f s: %.2f; busy %6.3f s, %6.3f s%s\n",
+                what, static_cast<long long>(paths.size()), median(bare.elapsed),
+                median(own.elapsed), median(own.elapsed) / median(bare.elapsed), median(bare.busy),
+                median(own.busy), isSame ? "" : "  (they differ)");
     return isSame;
 }
 

@@ -18,6 +18,10 @@ namespace brivane {
 
 namespace {
 
+/// Behind each of several walks, as many as one takes for itself on a small machine: while one
+/// waits for the disk another works, and the last large tree of many has no fewer than alone.
+constexpr unsigned fewestWorkers = 3;
+
 /// The paths that are left out, by their names first: the path of an entry is put together for
 /// those few alone that have one of the names.
 class Excluded {
@@ -127,7 +131,8 @@ std::vector<FolderSize> FolderSizes::measureNow(const QStringList& paths,
         const WalkOptions walkOptions{
             .includeHidden = options.includeHidden,
             .cancelled = &isStopped,
-            .workers = atOnce == 1 ? 0U : static_cast<unsigned>(cores / atOnce),
+            .workers =
+                atOnce == 1 ? 0U : std::max(fewestWorkers, static_cast<unsigned>(cores / atOnce)),
         };
         FolderSize& size = sizes[index];
         const QByteArray path = PathText::toBytes(paths[static_cast<qsizetype>(index)]);

@@ -1,5 +1,7 @@
 #include "Journey.h"
 
+#include <QAccessible>
+
 #include <numeric>
 
 using namespace Qt::StringLiterals;
@@ -25,8 +27,28 @@ void Journey::SetUp()
 
 void Journey::TearDown()
 {
+    EXPECT_EQ(textsOfTheSandbox(), QStringList()) << "the window tells where the machine lies";
     m_app.reset();
     changeDisk([] {});
+}
+
+QStringList Journey::textsOfTheSandbox()
+{
+    const QString folder = m_disk.machine.path(u"/").chopped(u"/Macintosh HD"_s.size());
+    QStringList found;
+    QList<QQuickItem*> open = {m_app->window().contentItem()};
+    while (!open.isEmpty()) {
+        QQuickItem* item = open.takeLast();
+        QStringList texts = {item->property("text").toString()};
+        if (QAccessibleInterface* told = QAccessible::queryAccessibleInterface(item)) {
+            for (const auto kind :
+                 {QAccessible::Name, QAccessible::Description, QAccessible::Value})
+                texts += told->text(kind);
+        }
+        found += texts.filter(folder);
+        open += item->childItems();
+    }
+    return found;
 }
 
 void Journey::changeDisk(const std::function<void()>& change)

@@ -17,7 +17,7 @@ inline void prepareQuarantine(const SandboxMachine& machine)
 }
 
 /// A person before the program's window, with a mouse, a keyboard and eyes. In the end, nothing may
-/// have happened to the disk.
+/// have happened to the disk, and no text tells where the make-believe machine lies.
 ///
 /// Each look of the walk at the clock takes as long as there is between two reports, so that every
 /// entry is reported, and a walk that is held at one shows what lies before it.
@@ -72,6 +72,9 @@ protected:
     QStringList log() const;
 
 private:
+    /// What the window shows or tells a screen reader that names the folder of the machine.
+    QStringList textsOfTheSandbox();
+
     /// What has the keyboard, and the window meanwhile.
     struct Stop {
         const QQuickItem* item;

@@ -61,7 +61,8 @@ TEST_F(VolumeJourney, VanishedOneFailsUntilItIsBack)
     moveFolder(u"/Volumes/Archive", u"/Volumes/away");
     app().click(card(u"Archive"_s));
     ASSERT_TRUE(app().showsText(u"Scan Failed"_s));
-    EXPECT_TRUE(reads(u"Failed to open %1 for scanning: No such file or directory"_s.arg(drive())));
+    EXPECT_TRUE(
+        reads(u"Failed to open /Volumes/Archive for scanning: No such file or directory"_s));
     app().press(Qt::Key_Return);
     ASSERT_TRUE(app().showsText(u"Scan Failed"_s));
     moveFolder(u"/Volumes/away", u"/Volumes/Archive");

@@ -10,6 +10,7 @@
 #include <QCoroTimer>
 #include <QCursor>
 #include <QDeadlineTimer>
+#include <QFile>
 #include <QGuiApplication>
 #include <QImage>
 #include <QMetaEnum>
@@ -93,6 +94,7 @@ QCoro::Task<bool> Tour::run()
     for (const AppMode::NavSection section : AppMode::allSections()) {
         for (const AppMode::Mode mode : AppMode::modes(section)) {
             shell().setAppMode(mode);
+            m_heading = AppMode::title(mode);
             bool isShown = false;
             for (const Chapter* chapter : chapters()) {
                 if (chapter->mode != mode)
@@ -106,13 +108,32 @@ QCoro::Task<bool> Tour::run()
         }
     }
     shell().setAppMode(AppMode::dashboard);
+    m_heading = u"The window"_s;
     for (const Chapter* chapter : chapters()) {
         if (chapter->mode)
             continue;
         QCoro::Task<> showing = chapter->show(*this);
         co_await showing;
     }
+    writeIndex();
     co_return m_isWell;
+}
+
+void Tour::writeIndex()
+{
+    QByteArray text = "# Brivane in pictures\n";
+    QString heading;
+    for (const auto& [title, file] : std::as_const(m_taken)) {
+        if (heading != title)
+            text += "\n## " + title.toUtf8() + "\n\n";
+        heading = title;
+        text += "![" + file.toUtf8() + "](" + file.toUtf8() + ")\n";
+    }
+    QFile index(m_pictures + u"/index%1.md"_s.arg(m_suffix));
+    if (!index.open(QIODevice::WriteOnly) || index.write(text) != text.size()) {
+        std::fprintf(stderr, "%s could not be written\n", qPrintable(index.fileName()));
+        m_isWell = false;
+    }
 }
 
 ShellViewModel& Tour::shell()
@@ -169,7 +190,9 @@ void Tour::takePicture(QQuickWindow& window, const QString& name)
 
 void Tour::capture(QQuickWindow& window, const QString& name)
 {
-    const QString file = m_pictures + u'/' + name + m_suffix + u".png"_s;
+    const QString picture = name + m_suffix + u".png"_s;
+    const QString file = m_pictures + u'/' + picture;
+    m_taken.append({m_heading, picture});
     window.grabWindow(); // what is new settles in its first frame
     if (!window.grabWindow().save(file)) {
         std::fprintf(stderr, "%s could not be written\n", qPrintable(file));

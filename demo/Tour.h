@@ -5,6 +5,7 @@
 #include "core/Composition.h"
 
 #include <QCoroTask>
+#include <QList>
 #include <QPoint>
 #include <QString>
 
@@ -63,6 +64,9 @@ public:
     QCoro::Task<> waitFor(QString state, std::function<bool()> isReached);
 
 private:
+    /// Lists the pictures, module by module.
+    void writeIndex();
+
     DemoMachine& m_machine;
     HoldableClock& m_clock;
     Composition m_composition;
@@ -71,6 +75,8 @@ private:
     const QString m_suffix;
     QQuickWindow* m_window = nullptr; ///< belongs to m_app
     bool m_isWell = true;
+    QString m_heading = QStringLiteral("The first start");
+    QList<std::pair<QString, QString>> m_taken; ///< under which heading, which file
 };
 
 } // namespace brivane

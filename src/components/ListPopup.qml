@@ -15,6 +15,9 @@ AppPopup {
 
     y: -height - Metrics.spacingSmall
     implicitWidth: 560
+    // A popup has the keyboard once it is in: at once, so that no key goes to what lies below.
+    enter: null
+    exit: null
 
     contentItem: ColumnLayout {
         spacing: Metrics.spacingMedium

@@ -18,6 +18,7 @@ AppPopup {
     // A popup has the keyboard once it is in: at once, so that no key goes to what lies below.
     enter: null
     exit: null
+    onAboutToShow: contentItem.children[0].focus = true // and not the button that had it last time
 
     contentItem: ColumnLayout {
         spacing: Metrics.spacingMedium

@@ -51,7 +51,7 @@ Item {
         cornerRadius: Metrics.radiusSmall
         toolTip: menu.visible ? "" : qsTr("Menu")
         Accessible.name: qsTr("Menu")
-        Accessible.role: Accessible.ButtonMenu
+        role: Accessible.ButtonMenu
         onClicked: menu.toggle(visualFocus)
 
         background: Rectangle {

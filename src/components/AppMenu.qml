@@ -2,9 +2,20 @@ import QtQuick
 import QtQuick.Templates as T
 import Brivane.Components
 
-// A menu of AppMenuItems. Arrows move, Enter chooses, Escape closes.
+// A menu of AppMenuItems. Arrows move, Enter chooses, Escape closes; afterwards the keyboard is where it was.
+//
+// The menu of a list's rows is one for all of them: it keeps the entry that it was opened for, whatever
+// becomes of the list meanwhile.
 T.Menu {
     id: root
+
+    property var entry
+
+    function openFor(what: var, at: Item, x: real, y: real): void {
+        entry = what;
+        parent = at;
+        popup(at, x, y);
+    }
 
     margins: Metrics.spacingSmall
     padding: Metrics.spacingTiny + 2
@@ -12,6 +23,11 @@ T.Menu {
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     overlap: 0
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+    onAboutToShow: focusReturn.remember(parent)
+    onAboutToHide: focusReturn.giveBack()
+    onClosed: focusReturn.giveBack()
+
+    readonly property FocusReturn focusReturn: FocusReturn {}
 
     enter: Transition {
         NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Motion.quick }
@@ -20,17 +36,7 @@ T.Menu {
         NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Motion.quick }
     }
 
-    background: Rectangle {
-        radius: Metrics.radiusMedium
-        color: ColorPalette.surfaceLight
-        border.width: 1
-        border.color: ColorPalette.hairlineStrong
-
-        SoftShadow {
-            z: -1
-            radius: parent.radius
-        }
-    }
+    background: PopupPanel {}
 
     contentItem: ListView {
         implicitWidth: {
@@ -44,5 +50,6 @@ T.Menu {
         interactive: false
         currentIndex: root.currentIndex
         Accessible.role: Accessible.PopupMenu
+        Accessible.name: root.title.length > 0 ? root.title : qsTr("Menu")
     }
 }

@@ -3,11 +3,12 @@ import QtQuick.Layouts
 import QtQuick.Templates as T
 import Brivane.Components
 
-// One line of an AppMenu: a symbol, what it does, and the keys that do the same.
+// One line of an AppMenu: a symbol, what it does, and the keys that do the same; or a choice.
 T.MenuItem {
     id: root
 
     property string keys
+    property bool isChosen: false // of choices, the one that holds
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: Metrics.controlHeight
@@ -15,7 +16,7 @@ T.MenuItem {
     rightPadding: Metrics.spacingSmall
     Accessible.name: text
     // A state "disabled" is not told to screen readers.
-    Accessible.description: enabled ? keys : qsTr("unavailable")
+    Accessible.description: !enabled ? qsTr("unavailable") : isChosen ? qsTr("chosen") : keys
     Accessible.onPressAction: if (enabled) root.triggered()
 
     background: Rectangle {
@@ -28,6 +29,7 @@ T.MenuItem {
         opacity: root.enabled ? 1 : 0.45
 
         Symbol {
+            visible: root.icon.name.length > 0
             name: root.icon.name
             size: 16
             color: ColorPalette.secondaryText
@@ -36,6 +38,11 @@ T.MenuItem {
             Layout.fillWidth: true
             text: root.text
             Accessible.ignored: true
+        }
+        Symbol {
+            visible: root.isChosen
+            name: "checkmark"
+            size: 16
         }
         AppText {
             Layout.leftMargin: Metrics.spacingLarge

@@ -66,7 +66,10 @@ Rectangle {
                         accent: ColorPalette.purple
                     }
                 }
-                GalleryType { Layout.fillWidth: true; Layout.fillHeight: true; Layout.preferredWidth: 1 }
+                GalleryChoices { Layout.fillWidth: true; Layout.fillHeight: true; Layout.preferredWidth: 1 }
+                GalleryLists { Layout.fillWidth: true; Layout.fillHeight: true; Layout.preferredWidth: 1 }
+                GalleryPages { Layout.fillWidth: true; Layout.fillHeight: true; Layout.preferredWidth: 1 }
+                GalleryType { Layout.fillWidth: true; Layout.columnSpan: root.width >= 1000 ? 2 : 1 }
             }
         }
     }

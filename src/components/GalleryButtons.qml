@@ -39,6 +39,7 @@ GallerySection {
     }
     SegmentedPills {
         objectName: "segmentedPills"
+        name: qsTr("Sensitivity")
         selection: root.sensitivity
         options: [
             { value: 0, label: qsTr("Near-identical") },
@@ -46,6 +47,16 @@ GallerySection {
             { value: 2, label: qsTr("Loosely similar") },
         ]
         onActivated: value => root.sensitivity = value
+    }
+    SegmentedPills {
+        name: qsTr("Chart")
+        selection: 0
+        options: [
+            { value: 0, objectName: "sunburst", label: qsTr("Sunburst"), icon: "circle.circle.fill" },
+            { value: 1, objectName: "treemap", label: qsTr("Treemap"), icon: "square.grid.2x2.fill" },
+        ]
+        accent: ColorPalette.faded(ColorPalette.accent, 0.24)
+        chosenTextColor: ColorPalette.lightened(ColorPalette.accent, 0.4)
     }
     Flow {
         Layout.fillWidth: true

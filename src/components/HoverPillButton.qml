@@ -10,8 +10,6 @@ BaseButton {
 
     text: label
     leftPadding: icon.name.length > 0 ? Metrics.spacingMedium - 2 : Metrics.spacingMedium
-    Accessible.checkable: checkable
-    Accessible.checked: checked
 
     background: Rectangle {
         radius: height / 2

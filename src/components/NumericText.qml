@@ -12,6 +12,26 @@ Item {
     property int weight: Font.DemiBold
 
     property alias textFont: metrics.font
+    // The first text is there at once.
+    property bool isRolling: false
+    property bool isComplete: false
+
+    function widthOf(character: string): real {
+        return metrics.advanceWidth(character >= "0" && character <= "9" ? "0" : character);
+    }
+
+    // Places come, and stay without a character when the text gets shorter.
+    function showText(): void {
+        while (places.count < text.length)
+            places.append({});
+        isRolling = isComplete && text.length > 0;
+    }
+
+    onTextChanged: showText()
+    Component.onCompleted: {
+        isComplete = true;
+        showText();
+    }
 
     implicitWidth: row.implicitWidth
     implicitHeight: Math.ceil(metrics.height)
@@ -30,27 +50,27 @@ Item {
         layoutDirection: Qt.RightToLeft // places keep their identity: units stay units
 
         Repeater {
-            model: root.text.length
+            model: ListModel { id: places } // which keeps the cells that are there when others come
 
             Item {
                 id: cell
 
                 required property int index
                 readonly property string character: root.text.charAt(root.text.length - 1 - index)
-                readonly property bool isDigit: character >= "0" && character <= "9"
                 property string shown
                 property string leaving
                 property real progress: 1
 
-                implicitWidth: isDigit ? metrics.advanceWidth("0") : metrics.advanceWidth(character)
+                // Room for a place that comes or goes is made while it does.
+                implicitWidth: root.widthOf(leaving) + (root.widthOf(shown) - root.widthOf(leaving)) * progress
                 implicitHeight: root.implicitHeight
 
                 onCharacterChanged: {
-                    if (character.length === 0 || character === shown)
+                    if (character === shown)
                         return;
                     leaving = shown;
                     shown = character;
-                    if (leaving.length > 0)
+                    if (root.isRolling)
                         roll.restart();
                 }
 

@@ -1,43 +1,52 @@
 import QtQuick
-import QtQuick.Templates as T
 import Brivane.Components
 
 // One option of SegmentedPills, which decides whether it is the chosen one.
-T.AbstractButton {
+Item {
     id: root
 
     required property int index
     required property var modelData
     property bool chosen: false
+    property bool hasKeyboard: false
     property color accent: ColorPalette.accent
     property color chosenTextColor: ColorPalette.textOn(accent)
 
-    objectName: "pill" + index
-    text: modelData.label
-    focusPolicy: Qt.NoFocus
-    hoverEnabled: true
-    implicitWidth: Math.ceil(implicitContentWidth) + 2 * Metrics.spacingMedium
+    signal clicked()
+
+    objectName: modelData.objectName ?? "pill" + index
+    implicitWidth: Math.ceil(label.implicitWidth) + 2 * Metrics.spacingMedium
     implicitHeight: Metrics.controlHeight - 4
 
     Accessible.role: Accessible.RadioButton
-    Accessible.name: text
+    Accessible.name: modelData.label
     Accessible.checkable: true
     Accessible.checked: chosen
+    Accessible.focused: hasKeyboard
     Accessible.onPressAction: if (root.enabled) root.clicked()
 
-    background: Rectangle {
+    HoverHandler { id: pointer }
+    TapHandler {
+        id: press
+
+        gesturePolicy: TapHandler.ReleaseWithinBounds
+        onTapped: root.clicked()
+    }
+
+    Rectangle {
+        anchors.fill: parent
         radius: height / 2
         color: root.chosen ? root.accent
-            : ColorPalette.faded("white", root.down ? 0.12 : root.hovered ? 0.07 : 0)
+            : ColorPalette.faded("white", press.pressed ? 0.12 : pointer.hovered ? 0.07 : 0)
         Behavior on color { ColorAnimation { duration: Motion.quick } }
     }
-    contentItem: AppText {
-        text: root.text
-        textStyle: AppText.Style.Callout
-        font.weight: Font.Medium
+    ButtonLabel {
+        id: label
+
+        anchors.centerIn: parent
+        symbol: root.modelData.icon ?? ""
+        text: root.modelData.label
+        symbolSize: 15
         color: root.chosen ? root.chosenTextColor : ColorPalette.secondaryText
-        horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
-        Accessible.ignored: true
     }
 }

@@ -1,14 +1,14 @@
 import QtQuick
-import QtQuick.Templates as T
 import Brivane.Components
 
 // One choice of a few. One stop of the Tab key; arrows, Home and End move the choice.
 //
 // The choice belongs to the screen: bind `selection`, and assign it in `onActivated`.
-T.Control {
+PlainControl {
     id: root
 
-    property var options: [] // of { value, label }
+    property string name // what is chosen
+    property var options: [] // of { value, label }, perhaps with { icon, objectName }
     property var selection
     property color accent: ColorPalette.accent
     property color chosenTextColor: ColorPalette.textOn(accent)
@@ -22,10 +22,13 @@ T.Control {
             activated(options[index].value);
     }
 
-    padding: 2
+    leftPadding: 2
+    rightPadding: 2
+    topPadding: 2
+    bottomPadding: 2
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    focusPolicy: Qt.StrongFocus
+    activeFocusOnTab: true
     opacity: enabled ? 1 : 0.5
 
     Keys.onLeftPressed: activate(currentIndex - 1)
@@ -41,6 +44,10 @@ T.Control {
     }
 
     Accessible.role: Accessible.Grouping
+    Accessible.name: name
+    Accessible.description: currentIndex >= 0 ? options[currentIndex].label : ""
+    Accessible.focusable: true
+    Accessible.focused: activeFocus
 
     background: Rectangle {
         radius: height / 2
@@ -64,6 +71,7 @@ T.Control {
                 chosen: index === root.currentIndex
                 accent: root.accent
                 chosenTextColor: root.chosenTextColor
+                hasKeyboard: chosen && root.activeFocus
                 onClicked: root.activate(index)
             }
         }

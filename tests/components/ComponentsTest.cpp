@@ -1,10 +1,12 @@
 #include "QmlScene.h"
 #include "components/ColorPalette.h"
+#include "components/Motion.h"
 #include "components/SpringCurve.h"
 #include "components/SymbolTable.h"
 
 #include <QEasingCurve>
 #include <QRawFont>
+#include <QTest>
 
 #include <cmath>
 
@@ -139,4 +141,27 @@ TEST(NumericText, CountingPastAPowerOfTenLeavesNoStaleDigit)
         EXPECT_EQ(shown, text);
     }
     EXPECT_EQ(scene.warnings().join(u'\n'), QString());
+}
+
+TEST(NumericText, PlacesThatComeOrGoRollAsWell)
+{
+    brivane::Motion::instance().setEnabled(true);
+    {
+        QmlScene scene("NumericText { text: '9' }");
+        const auto rollingAt = [&](qsizetype place) {
+            const QQuickItem* cell =
+                scene.root()->childItems().constFirst()->childItems().value(place);
+            return cell && cell->property("progress").toReal() < 1;
+        };
+        EXPECT_FALSE(rollingAt(0)) << "the first text is to be there at once";
+        for (const QString& text : {u"10"_s, u"9"_s}) {
+            const double before = scene.root()->implicitWidth();
+            scene.root()->setProperty("text", text);
+            EXPECT_TRUE(rollingAt(0) && rollingAt(1)) << qPrintable(text);
+            EXPECT_NEAR(scene.root()->implicitWidth(), before, 1) << "what is beside it jumps";
+            EXPECT_TRUE(QTest::qWaitFor([&] { return !rollingAt(0) && !rollingAt(1); }, 5000));
+            EXPECT_NE(scene.root()->implicitWidth(), before);
+        }
+    }
+    brivane::Motion::instance().setEnabled(false);
 }

@@ -46,8 +46,8 @@ TEST_F(ChartJourney, BothChartsAreWalkedWithoutTheMouse)
     press({Qt::Key_Return});
     ASSERT_TRUE(app().showsText(u"Completed"_s));
 
-    ASSERT_TRUE(tabTo(u"treemapToggle"_s));
-    press({Qt::Key_Space});
+    ASSERT_TRUE(tabTo(u"chartPicker"_s));
+    press({Qt::Key_Right});
     const QString treemap = u"treemapView"_s;
     ASSERT_TRUE(tabTo(treemap));
     EXPECT_EQ(block(treemap), u"Users"_s);
@@ -64,8 +64,8 @@ TEST_F(ChartJourney, BothChartsAreWalkedWithoutTheMouse)
     press({Qt::Key_Backspace, Qt::Key_Backspace, Qt::Key_Backspace});
     EXPECT_EQ(folder(), u"Macintosh HD"_s);
 
-    ASSERT_TRUE(tabTo(u"sunburstToggle"_s));
-    press({Qt::Key_Space});
+    ASSERT_TRUE(tabTo(u"chartPicker"_s));
+    press({Qt::Key_Left});
     const QString sunburst = u"sunburstChart"_s;
     ASSERT_TRUE(tabTo(sunburst));
     EXPECT_EQ(block(sunburst), u"Users"_s);

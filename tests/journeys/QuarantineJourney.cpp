@@ -203,7 +203,7 @@ TEST_F(QuarantineJourney, KeyboardAndScreenReaderComeThroughAStoreThatAnotherPro
         std::make_unique<QuarantineService>(host->host(), app().composition().get<AppSettings>(),
                                             disk().machine.path(u"~/.Brivane_Quarantine"));
     app().press(Qt::Key_5, Qt::ControlModifier);
-    ASSERT_TRUE(app().shows(u"quarantineEmptyTitle"_s));
+    ASSERT_TRUE(app().shows(u"emptyPageTitle"_s));
     ASSERT_TRUE(waitUntil([&] { return focus() == u"tryAgain"_s; })) << "empty, it is a trap";
     expectTabStops({u"menuButton"_s, u"tryAgain"_s});
     const auto heard = [&](const QString& name) {

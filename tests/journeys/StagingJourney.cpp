@@ -132,6 +132,7 @@ TEST_F(StagingJourney, WhatGoesAwayGivesTheKeyboardBack)
         ASSERT_TRUE(tabTo(u"stagedButton"_s));
         app().press(Qt::Key_Return);
         ASSERT_TRUE(app().shows(u"popupAction"_s));
+        app().picture(); // rows are made with the picture
         app().press(Qt::Key_Tab);
         app().press(key);
         ASSERT_TRUE(waitUntil([&] { return !app().item(u"popupAction"_s); }));

@@ -36,11 +36,11 @@ RowLayout {
     }
     SegmentedPills {
         objectName: "quarantineSort"
+        name: qsTr("Order")
         options: root.viewModel.sortOrders
         selection: root.viewModel.sortOrder
         accent: ColorPalette.faded("white", 0.08)
         chosenTextColor: ColorPalette.primaryText
-        Accessible.name: qsTr("Order")
         onActivated: value => root.orderChosen(value)
     }
 }

@@ -2,19 +2,11 @@ import QtQuick
 import Brivane.Components
 import Brivane.Removal
 
-// What can be done with one item. It keeps the item that it was opened for, whatever becomes of the list
-// meanwhile.
+// What can be done with one item.
 AppMenu {
     id: root
 
     required property QuarantineViewModel viewModel
-    property quarantineItem item
-
-    function openFor(entry: quarantineItem, row: Item, x: real, y: real): void {
-        item = entry;
-        parent = row;
-        popup(row, x, y);
-    }
 
     objectName: "quarantineMenu"
 
@@ -23,26 +15,26 @@ AppMenu {
         enabled: !root.viewModel.isReadOnly
         text: qsTr("Restore")
         icon.name: "arrow.uturn.backward"
-        onTriggered: root.viewModel.restore(root.item)
+        onTriggered: root.viewModel.restore(root.entry)
     }
     AppMenuItem {
         objectName: "menuDelete"
         enabled: !root.viewModel.isReadOnly
         text: qsTr("Delete Permanently")
         icon.name: "trash"
-        onTriggered: root.viewModel.permanentlyDelete(root.item)
+        onTriggered: root.viewModel.permanentlyDelete(root.entry)
     }
     AppMenuItem {
         objectName: "menuReveal"
         text: qsTr("Reveal Original Folder")
         icon.name: "folder"
-        onTriggered: root.viewModel.revealOriginalFolder(root.item)
+        onTriggered: root.viewModel.revealOriginalFolder(root.entry)
     }
     AppMenuItem {
         objectName: "menuCopyPath"
         text: qsTr("Copy Original Path")
         icon.name: "doc.on.clipboard.fill"
         keys: qsTr("Ctrl+C")
-        onTriggered: root.viewModel.copyOriginalPath(root.item)
+        onTriggered: root.viewModel.copyOriginalPath(root.entry)
     }
 }

@@ -11,17 +11,17 @@ RowLayout {
 
     spacing: Metrics.spacingSmall
 
-    QuarantineStatPill {
+    StatPill {
         objectName: "itemsPill"
         value: root.viewModel.itemCount
         label: qsTr("Items")
     }
-    QuarantineStatPill {
+    StatPill {
         objectName: "totalPill"
         value: root.viewModel.totalSizeText
         label: qsTr("Total")
     }
-    QuarantineStatPill {
+    StatPill {
         objectName: "autoPurgePill"
         value: qsTr("7 days")
         label: qsTr("Auto-purge")

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 import Brivane.Components
+import Brivane.Core
 import Brivane.Removal
 
 // The module of the quarantine: what it holds, and the ways back and out.
@@ -37,10 +38,13 @@ FocusScope {
     objectName: "quarantineView"
     Component.onCompleted: viewModel.enter()
 
-    QuarantineEmptyView {
-        anchors.centerIn: parent
-        width: Math.min(parent.width - 2 * Metrics.spacingHuge, 460)
+    EmptyPage {
+        anchors.fill: parent
         visible: root.isEmpty
+        icon: "checkmark.shield.fill"
+        tint: ColorPalette.green
+        title: qsTr("Quarantine is Empty")
+        text: qsTr("Files cleaned from Smart Clean will appear here.\nYou have 7 days to restore before permanent deletion.")
     }
 
     QuarantineReadOnlyBanner {
@@ -78,17 +82,18 @@ FocusScope {
             onFilterLeft: list.forceActiveFocus(Qt.TabFocusReason)
             onOrderChosen: order => list.rearrange(() => root.viewModel.sortOrder = order)
         }
-        OperationProgressBar {
+        ProgressPanel {
             objectName: "quarantineProgress"
             Layout.fillWidth: true
             Layout.leftMargin: Metrics.spacingHuge
             Layout.rightMargin: Metrics.spacingHuge
             Layout.bottomMargin: Metrics.spacingMedium
             visible: root.viewModel.hasProgress
-            label: root.viewModel.progressLabel
-            completed: root.viewModel.progressCompleted
-            total: root.viewModel.progressTotal
-            bytesProcessed: root.viewModel.progressBytes
+            text: "%1 %2 of %3…".arg(root.viewModel.progressLabel).arg(root.viewModel.progressCompleted)
+                .arg(root.viewModel.progressTotal)
+            detail: ByteCountFormatter.string(root.viewModel.progressBytes)
+            fraction: root.viewModel.progressTotal < 1 ? 0
+                : root.viewModel.progressCompleted / root.viewModel.progressTotal
             tint: root.viewModel.progressTint
         }
         QuarantineList {
@@ -99,13 +104,6 @@ FocusScope {
             Layout.leftMargin: Metrics.spacingMedium
             focus: true
             viewModel: root.viewModel
-
-            AppText {
-                anchors.centerIn: parent
-                visible: list.count === 0
-                text: qsTr("Nothing matches the filter")
-                color: ColorPalette.secondaryText
-            }
         }
         QuarantineSelectionBar {
             id: selectionBar
@@ -121,27 +119,35 @@ FocusScope {
         visibleMessage: root.viewModel.toast.visibleMessage
     }
 
-    QuarantineConfirmOverlay {
+    ConfirmOverlay {
         objectName: "purgeConfirm"
-        isAsked: root.viewModel.showPurgeConfirm
+        asked: root.viewModel.showPurgeConfirm
         icon: "trash.fill"
-        iconColor: ColorPalette.danger
+        tint: ColorPalette.danger
         title: qsTr("Permanently Delete All?")
-        message: root.viewModel.purgeMessage
-        confirmLabel: qsTr("Delete All")
-        onConfirm: root.viewModel.confirmPurge()
-        onCancel: root.viewModel.showPurgeConfirm = false
+        text: root.viewModel.purgeMessage
+        answers: ConfirmAnswer {
+            objectName: "confirmAccept"
+            label: qsTr("Delete All")
+            style: ConfirmAnswer.Style.Destructive
+            onChosen: root.viewModel.confirmPurge()
+        }
+        onDismissed: root.viewModel.showPurgeConfirm = false
     }
-    QuarantineConfirmOverlay {
+    ConfirmOverlay {
         objectName: "restoreAllConfirm"
-        isAsked: root.viewModel.showRestoreAllConfirm
+        asked: root.viewModel.showRestoreAllConfirm
         icon: "arrow.uturn.backward.circle.fill"
-        iconColor: ColorPalette.blue
+        tint: ColorPalette.blue
         title: qsTr("Restore All Files?")
-        message: root.viewModel.restoreAllMessage
-        confirmLabel: qsTr("Restore All")
-        onConfirm: root.viewModel.confirmRestoreAll()
-        onCancel: root.viewModel.showRestoreAllConfirm = false
+        text: root.viewModel.restoreAllMessage
+        answers: ConfirmAnswer {
+            objectName: "confirmAccept"
+            label: qsTr("Restore All")
+            style: ConfirmAnswer.Style.Prominent
+            onChosen: root.viewModel.confirmRestoreAll()
+        }
+        onDismissed: root.viewModel.showRestoreAllConfirm = false
     }
 
     Shortcut {

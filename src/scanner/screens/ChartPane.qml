@@ -86,6 +86,5 @@ FocusScope {
         id: menu
 
         actions: root.viewModel.actions
-        onClosed: chart.forceActiveFocus()
     }
 }

@@ -10,23 +10,27 @@ StatsBar {
 
     objectName: "completedStatsBar"
 
-    StatItem {
+    StatPill {
+        isBare: true
         value: root.viewModel.stats.resultFilesText
-        caption: qsTr("files")
+        label: qsTr("files")
     }
-    StatItem {
+    StatPill {
+        isBare: true
         value: root.viewModel.stats.resultSizeText
-        caption: qsTr("total")
+        label: qsTr("total")
     }
-    StatItem {
+    StatPill {
+        isBare: true
         icon: "clock"
         value: root.viewModel.stats.durationText
     }
-    StatItem {
+    StatPill {
+        isBare: true
         visible: value.length > 0
         icon: "eye.slash.fill"
         value: root.viewModel.stats.hiddenSpaceText
-        caption: qsTr("hidden space")
+        label: qsTr("hidden space")
     }
     IssuesButton {
         stats: root.viewModel.stats

@@ -1,32 +1,19 @@
 import QtQuick
-import QtQuick.Templates as T
 import Brivane.Components
 import Brivane.Scanner
 
-// What the focused folder holds, largest first. Up and Down move, Enter and Right go into a folder,
-// Left and Backspace go out of it, Delete stages or unstages, the Menu key opens the row's menu.
+// What the focused folder holds, largest first. Enter and Right go into a folder, Left and Backspace go out
+// of it, Delete stages or unstages.
 FocusScope {
     id: root
 
     required property ScanViewModel viewModel
 
-    // Puts the keyboard on a row, and that into sight.
-    function moveTo(index: int): void {
-        list.currentIndex = Math.max(0, Math.min(list.count - 1, index));
-        list.positionViewAtIndex(list.currentIndex, ListView.Contain);
-    }
-
-    // The keyboard is always on a row.
-    function showCurrent(): void {
-        if (list.activeFocus && list.currentIndex < 0 && list.count > 0)
-            list.currentIndex = 0;
-    }
-
     // A file that was dropped is selected by the end of its scan, and may lie far down.
     function showSelected(): void {
         const row = viewModel.folder.rowOf(viewModel.selectedNode);
         if (row >= 0)
-            moveTo(row);
+            list.moveTo(row);
     }
 
     objectName: "liveFolderTree"
@@ -116,7 +103,7 @@ FocusScope {
         color: ColorPalette.secondaryText
     }
 
-    ListView {
+    KeyboardList {
         id: list
 
         objectName: "folderList"
@@ -127,69 +114,44 @@ FocusScope {
         anchors.leftMargin: Metrics.spacingMedium
         anchors.rightMargin: Metrics.spacingMedium
         focus: true
-        clip: true
+        name: qsTr("Contents of %1").arg(root.viewModel.stats.focusName)
         model: root.viewModel.folder
-        currentIndex: -1
-        boundsBehavior: Flickable.StopAtBounds
         reuseItems: true
         transform: Translate { id: slide }
-        highlightFollowsCurrentItem: false // it would scroll also when a report moves the current row
-        keyNavigationEnabled: false
-        activeFocusOnTab: true
-        onActiveFocusChanged: root.showCurrent()
-        onCountChanged: root.showCurrent()
-        Accessible.role: Accessible.List
-        Accessible.name: qsTr("Contents of %1").arg(root.viewModel.stats.focusName)
+        onEntered: (list.currentRow as FolderTreeRow).activate(list.currentEntry)
 
         delegate: FolderTreeRow {
-            id: row
-
             width: ListView.view.width
             viewModel: root.viewModel
+            menu: rowMenu
             // A report that moves the row takes the keyboard along, and does not scroll.
             ListView.onIsCurrentItemChanged: {
                 if (ListView.isCurrentItem)
                     root.viewModel.folder.follow(node);
             }
-            hasMenu: menu.visible && menu.node === node
-            onMenuRequested: (entry, x, y) => menu.openFor(entry, row, x, y)
         }
 
-        T.ScrollBar.vertical: AppScrollBar {}
-
         Keys.onPressed: event => {
-            const row = list.currentItem as FolderTreeRow;
             if (event.key === Qt.Key_Left || event.key === Qt.Key_Backspace)
                 root.viewModel.drillUp();
-            else if (!row)
+            else if (!list.currentRow)
                 return;
-            else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter || event.key === Qt.Key_Right)
-                row.activate(row.node);
+            else if (event.key === Qt.Key_Right)
+                (list.currentRow as FolderTreeRow).activate(list.currentEntry);
             else if (event.key === Qt.Key_Delete)
-                root.viewModel.actions.toggleStaged(row.node);
-            else if (event.key === Qt.Key_Menu || (event.key === Qt.Key_F10 && event.modifiers & Qt.ShiftModifier))
-                menu.openFor(row.node, row, Metrics.spacingHuge, row.height);
+                root.viewModel.actions.toggleStaged(list.currentEntry);
             else if (event.matches(StandardKey.Copy))
-                root.viewModel.actions.copyPath(row.node);
-            else if (event.key === Qt.Key_Up || event.key === Qt.Key_Down)
-                root.moveTo(list.currentIndex + (event.key === Qt.Key_Down ? 1 : -1));
-            else if (event.key === Qt.Key_PageDown || event.key === Qt.Key_PageUp)
-                root.moveTo(list.currentIndex + (event.key === Qt.Key_PageDown ? 1 : -1) * list.rowsInSight);
-            else if (event.key === Qt.Key_Home || event.key === Qt.Key_End)
-                root.moveTo(event.key === Qt.Key_Home ? 0 : list.count - 1);
+                root.viewModel.actions.copyPath(list.currentEntry);
             else
                 return;
             event.accepted = true;
         }
-
-        readonly property int rowsInSight: currentItem ? Math.max(1, Math.floor(height / currentItem.height) - 1) : 1
     }
 
     RowMenu {
-        id: menu
+        id: rowMenu
 
         actions: root.viewModel.actions
-        onClosed: list.forceActiveFocus()
     }
 
     ParallelAnimation {

@@ -10,15 +10,18 @@ StatsBar {
 
     objectName: "liveStatsBar"
 
-    StatItem {
+    StatPill {
+        isBare: true
         value: root.viewModel.stats.filesText
-        caption: qsTr("files")
+        label: qsTr("files")
     }
-    StatItem {
+    StatPill {
+        isBare: true
         value: root.viewModel.stats.bytesText
-        caption: qsTr("scanned")
+        label: qsTr("scanned")
     }
-    StatItem {
+    StatPill {
+        isBare: true
         value: root.viewModel.stats.rateText
     }
     IssuesButton {

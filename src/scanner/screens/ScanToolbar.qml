@@ -1,6 +1,5 @@
 import QtQuick
 import Brivane.Components
-import Brivane.Scanner
 
 // Over a scan: which chart is shown, and what the scan is doing.
 Item {
@@ -37,38 +36,18 @@ Item {
             onClicked: root.back()
         }
 
-        Rectangle {
+        SegmentedPills {
+            objectName: "chartPicker"
             anchors.verticalCenter: parent.verticalCenter
-            width: charts.width + 4
-            height: Metrics.controlHeight
-            radius: height / 2
-            color: ColorPalette.faded("white", 0.04)
-            border.width: 1
-            border.color: ColorPalette.hairline
-            Accessible.role: Accessible.Grouping
-            Accessible.name: qsTr("Chart")
-
-            Row {
-                id: charts
-
-                anchors.centerIn: parent
-                spacing: 2
-
-                ChartToggleButton {
-                    objectName: "sunburstToggle"
-                    icon.name: "circle.circle.fill"
-                    label: qsTr("Sunburst")
-                    isActive: root.showsSunburst
-                    onClicked: root.chartChosen(true)
-                }
-                ChartToggleButton {
-                    objectName: "treemapToggle"
-                    icon.name: "square.grid.2x2.fill"
-                    label: qsTr("Treemap")
-                    isActive: !root.showsSunburst
-                    onClicked: root.chartChosen(false)
-                }
-            }
+            name: qsTr("Chart")
+            options: [
+                { value: true, label: qsTr("Sunburst"), icon: "circle.circle.fill", objectName: "sunburstToggle" },
+                { value: false, label: qsTr("Treemap"), icon: "square.grid.2x2.fill", objectName: "treemapToggle" }
+            ]
+            selection: root.showsSunburst
+            accent: ColorPalette.faded(ColorPalette.accent, 0.24)
+            chosenTextColor: ColorPalette.lightened(ColorPalette.accent, 0.4)
+            onActivated: isSunburst => root.chartChosen(isSunburst)
         }
 
         Badge {

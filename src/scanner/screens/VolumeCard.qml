@@ -1,7 +1,6 @@
 import QtQuick
 import QtQuick.Layouts
 import Brivane.Components
-import Brivane.Scanner
 
 // A volume to choose: what it is, how full it is.
 BaseButton {

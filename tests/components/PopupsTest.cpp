@@ -1,0 +1,140 @@
+#include "QmlScene.h"
+#include "tests/support/PrintText.h"
+
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool reaches(const std::function<bool()>& isReached)
+{
+    return QTest::qWaitFor(isReached, 5000);
+}
+
+bool hasKeyboard(QmlScene& scene, const QString& name)
+{
+    const QQuickItem* item = scene.view().activeFocusItem();
+    return item && item->objectName() == name;
+}
+
+/// Three buttons, the middle one of which opens a menu that does `action`.
+QByteArray between(const QByteArray& action)
+{
+    return "Row { HoverPillButton { objectName: 'before'; label: 'A' }"
+           " Loader { id: middle; sourceComponent: HoverPillButton { id: opener; objectName: "
+           "'opener';"
+           " label: 'B'; onClicked: menu.popup(opener, 0, height) } }"
+           " HoverPillButton { objectName: 'after'; label: 'C' }"
+           " AppMenu { id: menu; AppMenuItem { text: 'Do'; onTriggered: { " +
+           action + " } } } }";
+}
+
+} // namespace
+
+struct Opening {
+    QString opener;
+    Qt::Key key;
+};
+
+TEST(Popups, EachKindGivesTheKeyboardBack)
+{
+    QmlScene scene("Gallery {}", {1200, 3000});
+    for (const auto& [opener, key] :
+         {Opening{u"askOne"_s, Qt::Key_Space}, Opening{u"askTwo"_s, Qt::Key_Return},
+          Opening{u"openMenu"_s, Qt::Key_Space}, Opening{u"openLines"_s, Qt::Key_Space},
+          Opening{u"picker"_s, Qt::Key_Down}, Opening{u"galleryList"_s, Qt::Key_Menu}}) {
+        scene.focused(opener);
+        const QQuickItem* place = scene.view().activeFocusItem(); // of a list, its row
+        scene.press(key);
+        ASSERT_TRUE(reaches([&] { return !place->hasActiveFocus(); })) << qPrintable(opener);
+        for (int count = 0; count < 4; ++count) {
+            scene.press(Qt::Key_Tab);
+            EXPECT_FALSE(place->hasActiveFocus()) << "Tab leaves what " << qPrintable(opener);
+        }
+        scene.press(Qt::Key_Escape);
+        EXPECT_TRUE(reaches([&] { return place->hasActiveFocus(); })) << qPrintable(opener);
+        QTest::qWait(50);
+        EXPECT_TRUE(place->hasActiveFocus()) << qPrintable(opener) << " lost it afterwards";
+    }
+    EXPECT_EQ(scene.warnings().join(u'\n'), QString());
+}
+
+TEST(Popups, LinesHaveTheKeyboardAtOnceAndAreOneStop)
+{
+    QmlScene scene("Gallery {}", {1200, 3000});
+    scene.focused(u"openLines"_s);
+    scene.press(Qt::Key_Space);
+    ASSERT_TRUE(reaches([&] { return !hasKeyboard(scene, u"openLines"_s); }));
+    EXPECT_FALSE(scene.view().grabWindow().isNull()); // rows are made with the picture
+    const QByteArray first = scene.view().activeFocusItem()->metaObject()->className();
+    scene.press(Qt::Key_Tab);
+    EXPECT_TRUE(hasKeyboard(scene, u"popupAction"_s))
+        << "from " << first.constData() << " to "
+        << scene.view().activeFocusItem()->metaObject()->className();
+}
+
+TEST(Popups, WhatGoesMeanwhileHasAnHeir)
+{
+    for (const QByteArray& action : {"middle.item.visible = false"_ba, "middle.active = false"_ba,
+                                     "middle.item.enabled = false"_ba}) {
+        QmlScene scene(between(action));
+        scene.focused(u"opener"_s);
+        scene.press(Qt::Key_Space);
+        ASSERT_TRUE(reaches([&] { return !hasKeyboard(scene, u"opener"_s); }));
+        scene.press(Qt::Key_Down);
+        scene.press(Qt::Key_Return);
+        EXPECT_TRUE(reaches([&] { return hasKeyboard(scene, u"after"_s); }))
+            << action.constData() << ": " << scene.view().activeFocusItem();
+    }
+}
+
+TEST(Popups, KeyboardThatWasTakenElsewhereStaysThere)
+{
+    QmlScene scene(between("after.forceActiveFocus()")
+                       .replace("objectName: 'after'", "objectName: 'after'; id: after"));
+    scene.focused(u"opener"_s);
+    scene.press(Qt::Key_Space);
+    ASSERT_TRUE(reaches([&] { return !hasKeyboard(scene, u"opener"_s); }));
+    scene.press(Qt::Key_Down);
+    scene.press(Qt::Key_Return);
+    QTest::qWait(50);
+    EXPECT_TRUE(hasKeyboard(scene, u"after"_s));
+}
+
+TEST(ConfirmOverlay, SafeAnswerIsAtHandAndEveryWayOutTakesTheQuestionBack)
+{
+    QmlScene scene("Item { id: scene; property bool asks; property int said; ConfirmOverlay {"
+                   " asked: scene.asks; title: 'Sure?'; onDismissed: scene.asks = false; answers: ["
+                   " ConfirmAnswer { objectName: 'yes'; label: 'Yes'; onChosen: ++scene.said },"
+                   " ConfirmAnswer { objectName: 'no'; label: 'No'; enabled: false } ] } }",
+                   {600, 500});
+    int expected = 0;
+    for (const QList<Qt::Key>& keys :
+         QList<QList<Qt::Key>>{{Qt::Key_Escape}, {Qt::Key_Return}, {Qt::Key_Tab, Qt::Key_Return}}) {
+        scene.root()->setProperty("asks", true);
+        ASSERT_TRUE(reaches([&] { return hasKeyboard(scene, u"confirmCancel"_s); }));
+        for (const Qt::Key key : keys)
+            scene.press(key);
+        EXPECT_TRUE(reaches([&] { return !scene.root()->property("asks").toBool(); }));
+        expected += keys.size() == 2;
+        EXPECT_EQ(scene.root()->property("said"), expected);
+    }
+}
+
+TEST(MenuPicker, ForeignValueIsShownAndHeldUntilAChoice)
+{
+    QmlScene scene("MenuPicker { selection: 5; options: [{ value: 3, label: 'three' },"
+                   " { value: 7, label: 'seven' }]; onChosen: value => selection = value }");
+    scene.focused(QString());
+    EXPECT_EQ(scene.item(u"pickedValue"_s)->property("text"), u"5"_s);
+    scene.press(Qt::Key_Space);
+    scene.press(Qt::Key_Escape);
+    EXPECT_EQ(scene.root()->property("selection"), 5);
+    scene.press(Qt::Key_Down);
+    scene.press(Qt::Key_Down);
+    scene.press(Qt::Key_Return);
+    EXPECT_EQ(scene.item(u"pickedValue"_s)->property("text"), u"seven"_s);
+}

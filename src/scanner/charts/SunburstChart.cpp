@@ -74,7 +74,7 @@ SunburstFrame SunburstChart::frame() const
     return {size(), ringReveal(), m_layout};
 }
 
-void SunburstChart::rebuild(std::span<const SizedNode> children, std::vector<TreemapItem>& items)
+void SunburstChart::rebuild(std::span<const SizedNode> children, std::vector<ChartItem>& items)
 {
     const FileNodeRef& focus = viewModel()->focusedNode();
     m_segments = m_layout.buildSegments(children, focus.isValid() ? focus.node()->size() : 0);
@@ -85,7 +85,7 @@ void SunburstChart::rebuild(std::span<const SizedNode> children, std::vector<Tre
     m_segments.erase(end, m_segments.end());
     items.clear();
     for (std::size_t i = 0; i < m_segments.size(); ++i) { // one ring, so a segment for each child
-        TreemapItem item;
+        ChartItem item;
         item.node = m_segments[i].node;
         item.size = children[i].size;
         item.colorIndex = m_segments[i].colorIndex;

@@ -314,9 +314,10 @@ TEST_F(WalkTest, BindMountsAreShownAndNotEntered)
             Walk walk(m_folder.path(), {.directoryAttributes = isAsked});
             ASSERT_TRUE(walk.next());
             // The table of mounts that the second walk knows does not have this one.
-            if (!isAsked)
+            if (!isAsked) {
                 ASSERT_EQ(
                     ::mount(m_folder / "source", m_folder / "later", nullptr, MS_BIND, nullptr), 0);
+            }
             while (const WalkEntry* entry = walk.next()) {
                 inside += entry->kind == WalkKind::Directory && entry->name == "inside";
                 mountPoints += entry->kind == WalkKind::Directory && entry->isMountPoint;

@@ -117,7 +117,7 @@ public:
     /// What the owner has of a directory that it delivers.
     struct Delivery {
         Directory* directory = nullptr; ///< null when the owner has all of it: it may be gone
-        Batch batch;                    ///< the last one that was taken
+        Batch batch{};                  ///< the last one that was taken
         int error = 0;                  ///< of the directory, when the owner has all of it
     };
     enum class Next { Batch, End, Read, Stopped };

@@ -3,7 +3,6 @@
 #include "components/ColorPalette.h"
 #include "scanner/charts/ChartNavigation.h"
 #include "scanner/charts/ChartPalette.h"
-#include "scanner/charts/RingPicture.h"
 
 #include <QEasingCurve>
 #include <QPainter>
@@ -153,7 +152,7 @@ void SunburstChart::paint(QPainter* painter)
         const QColor color = segmentColor(m_segments[i].colorIndex, m_segments[i].depth);
         unlit.push_back({arc->startAngle, arc->endAngle, faded(color, restingFill)});
     }
-    paintRing(*painter, band, unlit);
+    m_ring.paint(*painter, band, unlit);
     // What stands out lies above its neighbours.
     for (const std::size_t index : lit)
         paintLitArc(*painter, now, index);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "scanner/charts/ChartView.h"
+#include "scanner/charts/RingPicture.h"
 #include "scanner/charts/SunburstFrame.h"
 
 namespace brivane {
@@ -53,6 +54,7 @@ private:
 
     const SunburstLayout m_layout;
     std::vector<SunburstSegmentData> m_segments;
+    RingPicture m_ring; ///< of what is not lit
     int m_leftOutCount = 0;
     double m_elapsed = 0; ///< milliseconds of the reveal
 };

@@ -19,7 +19,6 @@ namespace {
 
 constexpr auto reportInterval = 500ms;
 constexpr auto pausePoll = 100ms;
-constexpr std::int64_t entriesBetweenLooks = 10; ///< at the clock
 
 double seconds(std::chrono::nanoseconds duration)
 {
@@ -89,9 +88,7 @@ FileNodePtr DiskScanner::scan(const QString& path, const Progress& report,
         if (entry->depth == 0 && entry->kind == WalkKind::NoAttributes)
             throw ScanError::ftsOpenFailed(path, entry->error);
         ++progress.filesScanned;
-        const bool isLooking = progress.filesScanned % entriesBetweenLooks == 0;
-        if (const auto now = isLooking ? m_clock.monotonicNow() : lastReport;
-            now - lastReport >= reportInterval) {
+        if (const auto now = m_clock.monotonicNow(); now - lastReport >= reportInterval) {
             builder.settle();
             progress.currentPath = PathText::fromBytes(walk.path());
             FileTree::setFileCount(builder.tree().root(), progress.filesScanned);

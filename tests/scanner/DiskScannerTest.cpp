@@ -24,8 +24,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Goes on by a fixed step at every look, and the scanner looks once in ten entries: so a test knows
-/// at which entry a report is due.
+/// Goes on by a fixed step at every look, and the scanner looks once an entry: so a test knows at
+/// which entry a report is due.
 class SteppingClock final : public Clock {
 public:
     explicit SteppingClock(std::chrono::milliseconds step = 0ms)
@@ -118,7 +118,7 @@ TEST(DiskScanner, EveryReportShowsSizesThatAddUp)
     const SandboxMachine machine = SandboxMachine::temporary();
     fill(machine, u"/data"_s, 5, 4);
     // A report every 50 entries: half a second at a hundredth of a second for an entry.
-    SteppingClock clock(100ms);
+    SteppingClock clock(10ms);
     DiskScanner scanner(clock);
     int reports = 0;
     std::int64_t before = 0;
@@ -185,7 +185,7 @@ TEST(DiskScanner, ACancelEndsARunningAndAPausedWalkAndKeepsWhatWasFound)
 {
     const SandboxMachine machine = SandboxMachine::temporary();
     fill(machine, u"/data"_s, 4, 4);
-    SteppingClock clock(100ms);
+    SteppingClock clock(10ms);
     DiskScanner scanner(clock);
     for (const bool isPausedFirst : {false, true}) {
         FileNodePtr partial;

@@ -1,6 +1,8 @@
 // Complete scans of one tree, side by side with other tools and with two loops that build nothing.
 // Each round runs everybody once, so that a busy machine is busy for all; the figures are medians.
+// Everything is in the caches, or with --cold nothing is before each run.
 
+#include "Caches.h"
 #include "Contender.h"
 #include "Loops.h"
 #include "core/Log.h"
@@ -12,6 +14,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <span>
+#include <string_view>
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -73,13 +77,21 @@ void printRatios(const std::vector<Contender>& contenders)
 
 int main(int argc, char** argv)
 {
-    if (argc < 2) {
-        std::fprintf(stderr, "usage: bench_scan PATH [ROUNDS]\n");
+    const bool isCold = argc > 1 && std::string_view(argv[1]) == "--cold";
+    const std::span<char*> arguments =
+        std::span(argv, static_cast<std::size_t>(argc)).subspan(isCold ? 2 : 1);
+    if (arguments.empty()) {
+        std::fprintf(stderr, "usage: bench_scan [--cold] PATH [ROUNDS]\n");
         return 2;
     }
-    const std::string path = argv[1];
+    if (isCold && !emptyCaches()) {
+        std::fprintf(stderr, "bench_scan: only root may empty the caches, which --cold needs\n");
+        return 2;
+    }
+    const std::string path = arguments[0];
     const QString text = PathText::fromBytes(path.c_str());
-    const int rounds = argc > 2 ? std::max(1, std::atoi(argv[2])) : 7;
+    const int usualRounds = isCold ? 3 : 7;
+    const int rounds = arguments.size() > 1 ? std::max(1, std::atoi(arguments[1])) : usualRounds;
     void* shared = ::mmap(nullptr, sizeof(TreeFigures), PROT_READ | PROT_WRITE,
                           MAP_SHARED | MAP_ANONYMOUS, -1, 0);
     if (shared == MAP_FAILED)
@@ -94,33 +106,41 @@ int main(int argc, char** argv)
     };
     contenders.push_back({.name = "bare loop, 2 threads", .body = loop(bareLoop)});
     contenders.push_back({.name = "plain fts, 1 thread", .body = loop(plainFts)});
+    const char* const namesOnly = "find (names only)"; // no peer of who reads sizes
     const std::pair<const char*, std::vector<std::string>> commands[] = {
         {"du -s", {"du", "-sx", path}},
-        {"find (names only)", {"find", path, "-xdev"}},
+        {namesOnly, {"find", path, "-xdev"}},
         {"find -printf %s", {"find", path, "-xdev", "-printf", "%s\\n"}},
         {"ncdu -o", {"ncdu", "-0", "-x", "-o", "/dev/null", path}},
         {"gdu -n", {"gdu", "-n", "-p", "-x", path}},
     };
-    for (const auto& [name, arguments] : commands) {
-        if (std::optional<Contender> peer = command(name, arguments))
+    for (const auto& [name, words] : commands) {
+        if (std::optional<Contender> peer = command(name, words)) {
+            peer->isPeer = name != namesOnly;
             contenders.push_back(std::move(*peer));
-        else
+        } else {
             std::printf("%s: not installed, left out\n", name);
+        }
     }
 
-    for (Contender& contender : contenders) // warms the caches
-        runOnce(contender);
-    for (Contender& contender : contenders)
-        contender.seconds.clear();
+    if (!isCold) {
+        for (Contender& contender : contenders) // warms the caches
+            runOnce(contender);
+        for (Contender& contender : contenders)
+            contender.seconds.clear();
+    }
     for (int round = 0; round < rounds; ++round) {
         for (Contender& contender : contenders) {
+            if (isCold)
+                emptyCaches();
             if (!runOnce(contender))
                 std::printf("%s did not end well\n", contender.name.c_str());
         }
     }
 
     const std::size_t names = lengthOfNames(path.c_str());
-    std::printf("%s: %zu nodes, %d rounds, warm\n", path.c_str(), figures->nodes, rounds);
+    std::printf("%s: %zu nodes, %d rounds, %s\n", path.c_str(), figures->nodes, rounds,
+                isCold ? "cold" : "warm");
     if (figures->nodes > 0)
         std::printf("tree: %.1f bytes for a node, %.1f of them its name\n",
                     static_cast<double>(figures->bytes) / static_cast<double>(figures->nodes),

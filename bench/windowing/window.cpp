@@ -1,5 +1,6 @@
 // Scans in the real window. A timer of 10 ms on the GUI thread shows what keeps it from its work.
 
+#include "Caches.h"
 #include "Lateness.h"
 #include "RealWindow.h"
 #include "platform/PathText.h"
@@ -12,9 +13,6 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include <fcntl.h>
-#include <unistd.h>
-
 using namespace brivane;
 
 namespace {
@@ -24,15 +22,6 @@ void runFor(Milliseconds duration)
     QElapsedTimer clock;
     clock.start();
     runUntil([&] { return static_cast<double>(clock.nsecsElapsed()) / 1e6 >= duration; });
-}
-
-bool emptyCaches()
-{
-    const int file = ::open("/proc/sys/vm/drop_caches", O_WRONLY | O_CLOEXEC);
-    ::sync();
-    const bool isDone = file >= 0 && ::write(file, "3", 1) == 1;
-    ::close(file);
-    return isDone;
 }
 
 void scanOnce(ScanViewModel& scan, const QString& path, Lateness& lateness, const char* what)

@@ -15,7 +15,8 @@
 // in the order of a depth-first walk, each directory once before and once after what it holds, and
 // what one directory holds in the order in which the file system lists it.
 //
-// Threads: a Walk belongs to the thread that calls it. Behind it, workers read ahead on all cores:
+// Threads: a Walk belongs to the thread that calls it. Behind it, workers read ahead on all cores,
+// and with more threads than that where they wait for a disk:
 // they open directories and stat their entries in about the order in which they will be asked for,
 // as far as a bounded buffer allows. A small tree never starts them. The owner of the walk is the
 // only thread that sees entries, so whatever it builds from them has one writer. Where no thread
@@ -63,11 +64,18 @@ struct WalkEntry {
 
 struct WalkOptions {
     bool includeHidden = true; ///< false leaves out names that begin with a dot, and what they hold
+    /// Whether attributes of directories are needed. Without, those below the start are not asked
+    /// where the listing tells what they are, which saves a tenth of the questions: they come with
+    /// their type as the mode, and all else zero. Nothing changes in what is entered, but a file
+    /// system that is mounted after the walk began, or whose parts differ in device without being
+    /// mounted, shows as an empty directory and not as a mount point.
+    bool directoryAttributes = true;
     /// Polled at every entry by all threads of the walk; once true, next() gives no more entries.
     const std::atomic<bool>* cancelled = nullptr;
     /// How many entries may be read ahead; about 120 bytes each.
     std::uint32_t readAhead = 65536;
-    /// How many threads read ahead; 0 chooses by the number of cores.
+    /// How many threads read ahead. 0 is as many as make sense: about one for each core, and more
+    /// while they wait for a disk.
     unsigned workers = 0;
 };
 

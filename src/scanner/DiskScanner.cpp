@@ -79,7 +79,7 @@ FileNodePtr DiskScanner::scan(const QString& path, const Progress& report,
         throw ScanError::cancelled();
     };
 
-    Walk walk(bytes, {.cancelled = m_isCancelled.raw()});
+    Walk walk(bytes, {.directoryAttributes = false, .cancelled = m_isCancelled.raw()});
     auto lastReport = start;
     while (const WalkEntry* entry = walk.next()) {
         stopIfCancelled(false);

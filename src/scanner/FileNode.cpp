@@ -59,20 +59,20 @@ std::vector<FileNode*> FileNode::children() const
     const std::lock_guard lock(tree().m_mutex);
     if (!m_children)
         return {};
-    return {m_children->nodes(), m_children->nodes() + m_children->count};
+    return {m_children->nodes(), m_children->nodes() + m_children->count.load()};
 }
 
 std::size_t FileNode::childCount() const
 {
     const std::lock_guard lock(tree().m_mutex);
-    return m_children ? m_children->count : 0;
+    return m_children ? m_children->count.load() : 0;
 }
 
 std::span<FileNode*> FileNode::ownChildren() const
 {
     if (!m_children)
         return {};
-    return {m_children->nodes(), m_children->count};
+    return {m_children->nodes(), m_children->count.load()};
 }
 
 void FileNode::setFlag(Flag flag, bool on)

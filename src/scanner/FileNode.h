@@ -21,7 +21,8 @@
 //
 // Threads: one thread builds a tree. Any other may read it meanwhile: `size`, `fileCount` and the
 // flags are atomic and lag behind by a moment, and children() copies the list under the lock that
-// every change of a list takes, so a reader never sees one in mid-change.
+// is taken to move or reorder one, so a reader never sees it in mid-change. What is appended counts
+// only once it is there.
 namespace brivane {
 
 class FileNode;
@@ -88,7 +89,7 @@ private:
 
     /// The children of a directory; the slots follow.
     struct ChildList {
-        std::uint32_t count;
+        std::atomic<std::uint32_t> count; ///< grows without the lock
         std::uint32_t capacity;
 
         FileNode** nodes() { return reinterpret_cast<FileNode**>(this + 1); }

@@ -143,13 +143,13 @@ void FileTree::attach(FileNode* node, FileNode* parent, std::uint32_t expected)
 {
     using ChildList = FileNode::ChildList;
     node->m_parent = parent;
-    const std::lock_guard lock(m_mutex);
-    ChildList* list = parent->m_children;
-    if (!list || list->count == list->capacity) {
-        const std::uint32_t count = list ? list->count : 0;
+    ChildList* list = parent->m_children; // nobody else changes it
+    const std::uint32_t count = list ? list->count.load(std::memory_order_relaxed) : 0;
+    if (!list || count == list->capacity) {
         const std::uint32_t capacity =
             count + std::max({expected + 1, count / 2, expected > 0 ? 0 : firstCapacity});
         const std::size_t bytes = sizeof(ChildList) + capacity * sizeof(FileNode*);
+        const std::lock_guard lock(m_mutex);
         void* memory = std::realloc(list, bytes);
         if (!memory)
             throw std::bad_alloc();
@@ -157,7 +157,8 @@ void FileTree::attach(FileNode* node, FileNode* parent, std::uint32_t expected)
         list = new (memory) ChildList{count, capacity};
         parent->m_children = list;
     }
-    list->nodes()[list->count++] = node;
+    list->nodes()[count] = node;
+    list->count.store(count + 1, std::memory_order_release);
 }
 
 void FileTree::addSize(FileNode* node, std::uint64_t bytes)

@@ -14,9 +14,9 @@
 // and its tree through the slab's head. Lists of children are blocks of their own.
 //
 // Threads: make(), attach() and the rest that changes the tree belong to one thread at a time: to
-// whoever has the BuildingRight. The lock keeps readers on other threads from a list in mid-change
-// and is held for no longer than one change. The root stays the same from the first report of a
-// scan to the end of the tree.
+// whoever has the BuildingRight. The lock keeps readers on other threads from a list that moves or
+// is put into order, and is held for no longer than that. The root stays the same from the first
+// report of a scan to the end of the tree.
 namespace brivane {
 
 /// An entry that a scan could not read.

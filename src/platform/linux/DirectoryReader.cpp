@@ -2,6 +2,7 @@
 
 #include "platform/linux/SystemCall.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -50,7 +51,8 @@ void readAttributes(int descriptor, const char* name, Record& record)
     struct statx status;
     // Cached attributes serve: a walk shows a moment of the past in any case.
     constexpr int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_STATX_DONT_SYNC;
-    if (::statx(descriptor, name, flags, STATX_BASIC_STATS, &status) != 0) {
+    const int ofItself = *name == '\0' ? AT_EMPTY_PATH : 0;
+    if (::statx(descriptor, name, flags | ofItself, STATX_BASIC_STATS, &status) != 0) {
         record.kind = WalkKind::NoAttributes;
         record.error = errno;
         return;
@@ -80,7 +82,8 @@ DirectoryReader::DirectoryReader(WalkQueue& queue)
 void DirectoryReader::read(Directory* directory)
 {
     const int descriptor = m_queue.open(directory);
-    while (descriptor >= 0 && !m_queue.isStopped()) {
+    const bool isListed = descriptor >= 0 && !isElsewhere(directory, descriptor);
+    while (isListed && !m_queue.isStopped()) {
         const ssize_t listed = posix::uninterrupted(
             [&] { return ::getdents64(descriptor, m_listing.data(), m_listing.size()); });
         if (listed <= 0) {
@@ -98,7 +101,8 @@ void DirectoryReader::read(Directory* directory)
             const char* name = entry + nameOffset;
             if (isSelfOrParent(name) || (!m_queue.options.includeHidden && name[0] == '.'))
                 continue;
-            append(directory, descriptor, name);
+            append(directory, descriptor, name,
+                   static_cast<std::uint8_t>(entry[offsetof(ListedEntry, type)]));
         }
         // A small directory ends with the next call; what it holds goes out in one piece with that.
         if (static_cast<std::size_t>(listed) > listingSize / 2)
@@ -107,7 +111,18 @@ void DirectoryReader::read(Directory* directory)
     m_queue.publish(directory, takeBatch(), m_children, true);
 }
 
-void DirectoryReader::append(Directory* directory, int descriptor, const char* name)
+/// Nobody has asked yet whether another file system begins there, if attributes are not wanted.
+bool DirectoryReader::isElsewhere(const Directory* directory, int descriptor) const
+{
+    if (m_queue.options.directoryAttributes || !directory->parent)
+        return false;
+    Record record;
+    readAttributes(descriptor, "", record);
+    return record.isMountPoint || record.attributes.device != m_queue.device;
+}
+
+void DirectoryReader::append(Directory* directory, int descriptor, const char* name,
+                             std::uint8_t type)
 {
     const std::size_t nameLength = std::strlen(name);
     const std::size_t stride = Record::strideFor(nameLength);
@@ -125,15 +140,32 @@ void DirectoryReader::append(Directory* directory, int descriptor, const char* n
         record->isMountPoint = true;
         return;
     }
+    if (isPlainDirectory(type, record->name())) {
+        record->kind = WalkKind::Directory;
+        record->attributes.mode = S_IFDIR;
+        return enterLater(directory, *record);
+    }
     readAttributes(descriptor, name, *record);
     if (record->kind != WalkKind::Directory)
         return;
     if (record->attributes.device != m_queue.device)
         record->isMountPoint = true;
-    if (!record->isMountPoint) {
-        record->directory = WalkQueue::make(directory, record->name());
-        m_children.push_back(record->directory);
-    }
+    if (!record->isMountPoint)
+        enterLater(directory, *record);
+}
+
+/// Needs no attributes: those are not wanted, and none of the mount points is named like it. What
+/// the table of mounts does not tell, it is asked for itself when it has been opened.
+bool DirectoryReader::isPlainDirectory(std::uint8_t type, std::string_view name) const
+{
+    return type == DT_DIR && !m_queue.options.directoryAttributes &&
+           !std::ranges::binary_search(m_queue.mountNames, name);
+}
+
+void DirectoryReader::enterLater(Directory* directory, Record& record)
+{
+    record.directory = WalkQueue::make(directory, record.name());
+    m_children.push_back(record.directory);
 }
 
 bool DirectoryReader::isUntouchable(const Directory* directory, std::string_view name) const

@@ -15,7 +15,10 @@ public:
     void read(Directory* directory);
 
 private:
-    void append(Directory* directory, int descriptor, const char* name);
+    [[nodiscard]] bool isElsewhere(const Directory* directory, int descriptor) const;
+    void append(Directory* directory, int descriptor, const char* name, std::uint8_t type);
+    [[nodiscard]] bool isPlainDirectory(std::uint8_t type, std::string_view name) const;
+    void enterLater(Directory* directory, Record& record);
     [[nodiscard]] bool isUntouchable(const Directory* directory, std::string_view name) const;
     Batch takeBatch();
 
@@ -27,8 +30,9 @@ private:
     std::uint32_t m_count = 0;
 };
 
-/// Fills `record` with what lstat says of `name` in `descriptor` (AT_FDCWD for a path): kind,
-/// error, attributes and whether a mount begins there.
+/// Fills `record` with what lstat says of `name` in `descriptor` (AT_FDCWD for a path), or of the
+/// descriptor itself when the name is empty: kind, error, attributes and whether a mount begins
+/// there.
 void readAttributes(int descriptor, const char* name, Record& record);
 
 } // namespace brivane::walking

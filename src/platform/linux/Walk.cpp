@@ -14,6 +14,7 @@ using walking::Batch;
 using walking::Directory;
 using walking::DirectoryReader;
 using walking::Record;
+using walking::WalkPace;
 using walking::WalkQueue;
 
 namespace {
@@ -21,29 +22,49 @@ namespace {
 /// Directories that have to be waiting before threads are worth their start.
 constexpr std::size_t waitingWorthWorkers = 4;
 
-/// The owner reads as well, so there is one worker less than there are cores. But where attributes
-/// have to come from the disk, threads wait more than they work, and three hide that well.
-constexpr unsigned fewestWorkers = 3;
+/// With so many threads that wait for it a disk has enough to do, also one of the fast ones.
+constexpr unsigned mostWorkers = 15;
 
-/// Mount points below `start` that may never answer.
-std::vector<std::string> unresponsiveMountsBelow(const QByteArray& start)
+/// Tells the queue about the mount points: those below `start` that may never answer, and what any
+/// of them is called.
+void noteMounts(const QByteArray& start, WalkQueue& queue)
 {
-    std::vector<std::string> paths;
     for (const Mount& mount : readMountInfo()) {
         if (mount.isNetwork() && mount.path.startsWith(start))
-            paths.push_back(mount.path.toStdString());
+            queue.untouchable.push_back(mount.path.toStdString());
+        queue.mountNames.push_back(mount.path.mid(mount.path.lastIndexOf('/') + 1).toStdString());
     }
-    return paths;
+    std::ranges::sort(queue.mountNames);
 }
+
+/// Whether there is a thread for it: whoever is there reads all the same.
+bool startWorker(const std::shared_ptr<WalkQueue>& queue);
 
 void readAhead(const std::shared_ptr<WalkQueue>& queue)
 {
     {
         DirectoryReader reader(*queue);
-        while (Directory* directory = queue->takeForReading())
+        WalkPace pace;
+        while (Directory* directory = queue->takeForReading()) {
+            pace.begin();
             reader.read(directory);
+            if (const auto finding = pace.end(); finding && queue->note(*finding))
+                startWorker(queue);
+        }
     }
     queue->workerLeaves();
+}
+
+bool startWorker(const std::shared_ptr<WalkQueue>& queue)
+{
+    queue->workerStarts();
+    try {
+        std::thread(readAhead, queue).detach();
+        return true;
+    } catch (const std::system_error&) {
+        queue->workerFailed();
+        return false;
+    }
 }
 
 } // namespace
@@ -67,7 +88,7 @@ public:
         m_start.isMountPoint = false; // the start is walked, whatever it is
         if (m_start.kind == WalkKind::Directory) {
             m_queue->device = m_start.attributes.device;
-            m_queue->untouchable = unresponsiveMountsBelow(m_path);
+            noteMounts(m_path, *m_queue);
             m_start.directory = WalkQueue::make(nullptr, start);
             m_queue->begin(m_start.directory);
         }
@@ -83,8 +104,9 @@ public:
         }
         while (!m_frames.empty()) {
             const Frame& frame = m_frames.back();
-            m_queue->discardRest(frame.batch, frame.offset);
-            m_queue->discard(frame.directory);
+            m_queue->discardRest(frame.delivery.batch, frame.offset);
+            if (frame.delivery.directory)
+                m_queue->discard(frame.delivery.directory);
             m_frames.pop_back();
         }
         m_queue->waitForWorkers();
@@ -106,19 +128,20 @@ public:
                 m_entry.kind = WalkKind::DirectoryEnd;
                 return &m_entry;
             }
-            m_frames.push_back({entered, entered->directory, {}, 0});
+            m_frames.push_back({entered, {.directory = entered->directory}, 0});
         }
         while (!m_frames.empty()) {
             Frame& frame = m_frames.back();
-            if (frame.offset < frame.batch.size) {
+            Batch& batch = frame.delivery.batch;
+            if (frame.offset < batch.size) {
                 const auto* record =
-                    reinterpret_cast<const Record*>(frame.batch.bytes.get() + frame.offset);
+                    reinterpret_cast<const Record*>(batch.bytes.get() + frame.offset);
                 frame.offset += record->stride();
-                deliver(*record, m_frames.size(), --frame.batch.count);
+                deliver(*record, m_frames.size(), --batch.count);
                 return &m_entry;
             }
             Directory* toRead = nullptr;
-            switch (m_queue->takeBatch(frame.directory, frame.batch, toRead)) {
+            switch (m_queue->takeBatch(frame.delivery, toRead)) {
             case WalkQueue::Next::Batch:
                 frame.offset = 0;
                 break;
@@ -162,9 +185,8 @@ private:
     /// A directory that has been entered, at the depth that is its place in the stack.
     struct Frame {
         const Record* record = nullptr; ///< lies in the batch of the frame above, which stays
-        Directory* directory = nullptr;
-        Batch batch;
-        std::size_t offset = 0; ///< of the next record in `batch`
+        WalkQueue::Delivery delivery;
+        std::size_t offset = 0; ///< of the next record in the batch
     };
 
     void deliver(const Record& record, std::size_t depth, std::uint32_t following)
@@ -184,8 +206,7 @@ private:
     {
         const Frame frame = std::move(m_frames.back());
         m_frames.pop_back();
-        const int error = frame.directory->error;
-        m_queue->release(frame.directory);
+        const int error = frame.delivery.error;
         deliver(*frame.record, m_frames.size(), 0);
         m_entered = nullptr;
         if (m_frames.empty())
@@ -200,17 +221,12 @@ private:
         if (m_hasWorkers || m_queue->waiting() < waitingWorthWorkers)
             return;
         m_hasWorkers = true;
-        unsigned count = m_queue->options.workers;
-        if (count == 0)
-            count = std::max(fewestWorkers, std::thread::hardware_concurrency() - 1);
-        for (unsigned i = 0; i < count; ++i) {
-            m_queue->workerStarts();
-            try {
-                std::thread(readAhead, m_queue).detach();
-            } catch (const std::system_error&) {
-                m_queue->workerLeaves();
-                return; // whoever is there reads all the same
-            }
+        const unsigned given = m_queue->options.workers;
+        // The owner reads as well.
+        const unsigned cores = std::max(std::thread::hardware_concurrency(), 2U);
+        const unsigned fewest = given > 0 ? given : cores - 1;
+        m_queue->allowWorkers(fewest, given > 0 ? given : std::max(fewest, mostWorkers));
+        for (unsigned i = 0; i < fewest && startWorker(m_queue); ++i) {
         }
     }
 

@@ -1,7 +1,9 @@
 #include "platform/linux/WalkQueue.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <utility>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -56,12 +58,11 @@ void WalkQueue::begin(Directory* first)
 Directory* WalkQueue::takeForReading()
 {
     Lock lock(m_mutex);
-    while (!isStopped() && !hasWork()) {
-        ++m_idleWorkers;
-        // The cancel flag belongs to someone who does not wake us, so look at it now and then.
+    ++m_idleWorkers;
+    // The cancel flag belongs to someone who does not wake us, so look at it now and then.
+    while (!isStopped() && (!hasWork() || m_workers - m_idleWorkers >= m_allowedWorkers))
         m_workAvailable.wait_for(lock, std::chrono::milliseconds(50));
-        --m_idleWorkers;
-    }
+    --m_idleWorkers;
     return isStopped() ? nullptr : startReadingFirst();
 }
 
@@ -73,50 +74,38 @@ Directory* WalkQueue::startReadingFirst()
     directory->state = Directory::State::Reading;
     ++directory->references;
     --m_waiting;
-    return directory;
-}
-
-int WalkQueue::open(Directory* directory)
-{
-    Directory* parent = directory->parent;
-    if (!parent) {
-        directory->descriptor = ::openat(start.folder(), start.name(), directoryFlags | O_NOFOLLOW);
-        directory->error = directory->descriptor < 0 ? errno : 0;
-        return directory->descriptor;
-    }
-    Directory* ancestor = parent;
-    {
-        const Lock lock(m_mutex);
+    if (Directory* ancestor = directory->parent) {
         while (ancestor->descriptor < 0 && ancestor->parent)
             ancestor = ancestor->parent;
         ++ancestor->pins;
         ++ancestor->openers;
+        directory->openFrom = ancestor;
     }
-    const int descriptor = openBelow(directory, ancestor->descriptor, ancestor);
-    directory->error = descriptor < 0 ? errno : 0;
-
-    const Lock lock(m_mutex);
-    directory->descriptor = descriptor;
-    --ancestor->openers;
-    unpin(ancestor);
-    unpin(parent);
-    return descriptor;
+    return directory;
 }
 
-int WalkQueue::openBelow(const Directory* directory, int ancestorDescriptor,
-                         const Directory* ancestor)
+int WalkQueue::open(Directory* directory) const
+{
+    directory->descriptor =
+        directory->openFrom ? openBelow(directory, directory->openFrom)
+                            : ::openat(start.folder(), start.name(), directoryFlags | O_NOFOLLOW);
+    directory->error = directory->descriptor < 0 ? errno : 0;
+    return directory->descriptor;
+}
+
+int WalkQueue::openBelow(const Directory* directory, const Directory* ancestor)
 {
     std::vector<const Directory*> between;
     for (const Directory* at = directory->parent; at != ancestor; at = at->parent)
         between.push_back(at);
-    int from = ancestorDescriptor;
+    int from = ancestor->descriptor;
     // One component at a time: no path is too long, and a link that took the place of a directory
     // meanwhile is not followed.
     for (auto at = between.rbegin(); at != between.rend(); ++at) {
         const int next =
             ::openat(from, (*at)->name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
         const int error = errno;
-        if (from != ancestorDescriptor)
+        if (from != ancestor->descriptor)
             ::close(from);
         errno = error;
         if (next < 0)
@@ -125,16 +114,38 @@ int WalkQueue::openBelow(const Directory* directory, int ancestorDescriptor,
     }
     const int descriptor = ::openat(from, directory->name.c_str(), directoryFlags | O_NOFOLLOW);
     const int error = errno;
-    if (from != ancestorDescriptor)
+    if (from != ancestor->descriptor)
         ::close(from);
     errno = error;
     return descriptor;
+}
+
+void WalkQueue::endOpening(Directory* directory)
+{
+    if (Directory* const ancestor = std::exchange(directory->openFrom, nullptr)) {
+        --ancestor->openers;
+        unpin(ancestor);
+        unpin(directory->parent);
+    }
+}
+
+void WalkQueue::wakeWorkers(std::size_t spare)
+{
+    if (m_isFull || m_waiting <= spare)
+        return;
+    const unsigned reading = m_workers - m_idleWorkers;
+    const unsigned more = m_allowedWorkers > reading ? m_allowedWorkers - reading : 0;
+    const std::size_t wanted =
+        std::min<std::size_t>(m_waiting - spare, std::min(more, m_idleWorkers));
+    for (std::size_t i = 0; i < wanted; ++i)
+        m_workAvailable.notify_one();
 }
 
 void WalkQueue::publish(Directory* directory, Batch batch, std::vector<Directory*>& children,
                         bool last)
 {
     const Lock lock(m_mutex);
+    endOpening(directory);
     if (directory->discarded) {
         for (Directory* child : children)
             delete child;
@@ -151,10 +162,10 @@ void WalkQueue::publish(Directory* directory, Batch batch, std::vector<Directory
             directory->batches.push_back(std::move(batch));
     }
     children.clear();
-    if (m_ownerWaits)
+    if (m_awaited && (m_awaited == directory || hasWork()))
         m_batchAvailable.notify_one();
-    if (m_idleWorkers > 0 && hasWork())
-        m_workAvailable.notify_all();
+    // Who is through with a directory takes the next one itself.
+    wakeWorkers(last ? 1 : 0);
     if (!last)
         return;
 
@@ -175,39 +186,44 @@ void WalkQueue::publish(Directory* directory, Batch batch, std::vector<Directory
     dropReference(directory);
 }
 
-WalkQueue::Next WalkQueue::takeBatch(Directory* directory, Batch& batch, Directory*& toRead)
+WalkQueue::Next WalkQueue::takeBatch(Delivery& delivery, Directory*& toRead)
 {
+    if (isStopped())
+        return Next::Stopped;
+    Directory* const directory = delivery.directory;
+    if (!directory)
+        return Next::End;
     Lock lock(m_mutex);
     for (;;) {
-        if (isStopped())
-            return Next::Stopped;
-        if (directory->taken < directory->batches.size()) {
-            batch = std::move(directory->batches[directory->taken++]);
-            m_buffered -= batch.count;
+        const bool hasBatch = directory->taken < directory->batches.size();
+        if (hasBatch) {
+            delivery.batch = std::move(directory->batches[directory->taken++]);
+            m_buffered -= delivery.batch.count;
             if (m_isFull && m_buffered <= options.readAhead / 2) {
                 m_isFull = false;
-                if (m_idleWorkers > 0 && m_waiting > 0)
-                    m_workAvailable.notify_all();
+                wakeWorkers();
             }
-            return Next::Batch;
         }
-        if (directory->state == Directory::State::Done)
-            return Next::End;
+        if (directory->state == Directory::State::Done &&
+            directory->taken == directory->batches.size()) {
+            delivery.error = directory->error;
+            delivery.directory = nullptr;
+            dropReference(directory);
+            return hasBatch ? Next::Batch : Next::End;
+        }
+        if (hasBatch)
+            return Next::Batch;
         if (directory->state == Directory::State::Waiting || hasWork()) {
             // The directory that is asked for is the first of the list, read or not.
             toRead = startReadingFirst();
             return Next::Read;
         }
-        m_ownerWaits = true;
+        m_awaited = directory;
         m_batchAvailable.wait_for(lock, std::chrono::milliseconds(50));
-        m_ownerWaits = false;
+        m_awaited = nullptr;
+        if (isStopped())
+            return Next::Stopped;
     }
-}
-
-void WalkQueue::release(Directory* directory)
-{
-    const Lock lock(m_mutex);
-    dropReference(directory);
 }
 
 void WalkQueue::discard(Directory* directory)
@@ -250,8 +266,7 @@ void WalkQueue::discardLocked(Directory* root)
     }
     if (m_buffered <= options.readAhead / 2)
         m_isFull = false;
-    if (m_idleWorkers > 0 && hasWork())
-        m_workAvailable.notify_all();
+    wakeWorkers();
 }
 
 void WalkQueue::collectChildren(const Batch& batch, std::size_t offset,
@@ -313,6 +328,27 @@ void WalkQueue::dropReference(Directory* directory)
     }
 }
 
+void WalkQueue::allowWorkers(unsigned fewest, unsigned most)
+{
+    const Lock lock(m_mutex);
+    m_fewestWorkers = m_allowedWorkers = fewest;
+    m_mostWorkers = most;
+}
+
+bool WalkQueue::note(WalkPace::Finding finding)
+{
+    const Lock lock(m_mutex);
+    if (finding == WalkPace::Finding::Works) {
+        if (m_allowedWorkers > m_fewestWorkers)
+            --m_allowedWorkers;
+        return false;
+    }
+    if (m_allowedWorkers < m_mostWorkers)
+        ++m_allowedWorkers;
+    // None rests: a new one takes its place.
+    return m_idleWorkers == 0 && m_workers < m_allowedWorkers;
+}
+
 void WalkQueue::workerStarts()
 {
     const Lock lock(m_mutex);
@@ -324,6 +360,13 @@ void WalkQueue::workerLeaves()
     const Lock lock(m_mutex);
     if (--m_workers == 0)
         m_workersLeft.notify_all();
+}
+
+void WalkQueue::workerFailed()
+{
+    workerLeaves();
+    const Lock lock(m_mutex);
+    m_mostWorkers = std::min(m_mostWorkers, m_workers);
 }
 
 void WalkQueue::waitForWorkers()

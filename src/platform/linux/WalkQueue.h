@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Walk.h"
+#include "platform/linux/WalkPace.h"
 #include "platform/linux/WalkStart.h"
 
 #include <condition_variable>
@@ -16,7 +17,10 @@
 // list, so the first waiting one is always the one that will be asked for first, whoever reads it.
 //
 // One mutex guards everything here but what a thread reads of a directory that it is reading
-// itself. It is taken a few times a directory, never for an entry.
+// itself. It is taken twice by the thread that reads a directory and once by the owner, as a rule,
+// and never for an entry.
+//
+// Workers are as many as WalkPace finds useful: those beyond that rest until they are called again.
 namespace brivane::walking {
 
 struct Directory;
@@ -52,7 +56,8 @@ struct Batch {
 struct Directory {
     enum class State : std::uint8_t { Waiting, Reading, Done };
 
-    Directory* parent = nullptr; ///< null at the start of the walk
+    Directory* parent = nullptr;   ///< null at the start of the walk
+    Directory* openFrom = nullptr; ///< set while it is opened: who is above it and open
     Directory* previous = nullptr;
     Directory* next = nullptr;
     std::vector<Batch> batches; ///< read; those before `taken` are the owner's by now
@@ -80,6 +85,8 @@ public:
     std::uint64_t device = 0; ///< of the start; set before any worker runs
     /// Mount points that must not be touched, full paths; set before any worker runs.
     std::vector<std::string> untouchable;
+    /// The last components of all mount points, in order; set before any worker runs.
+    std::vector<std::string> mountNames;
 
     [[nodiscard]] bool isStopped() const
     {
@@ -96,23 +103,29 @@ public:
     /// Puts the directory at the start into the list.
     void begin(Directory* first);
     /// Waits for the first waiting directory and marks it as being read; null when the walk ends.
+    /// For workers, each of which has one at a time and asks when it is through with it.
     Directory* takeForReading();
     /// Opens `directory`, being read by the caller, close on exec; gives its descriptor or -1 with
-    /// `directory->error` set. Works at any depth and with bounded descriptors.
-    int open(Directory* directory);
+    /// `directory->error` set. Works at any depth and with bounded descriptors, takes no lock.
+    int open(Directory* directory) const;
     /// Hands over entries of a directory that the caller reads; `children` are those to be entered,
     /// in order; the list is emptied. `last` ends the reading, and the directory may be gone after.
     void publish(Directory* directory, Batch batch, std::vector<Directory*>& children, bool last);
 
     // For the owner of the walk.
 
+    /// What the owner has of a directory that it delivers.
+    struct Delivery {
+        Directory* directory = nullptr; ///< null when the owner has all of it: it may be gone
+        Batch batch{};                  ///< the last one that was taken
+        int error = 0;                  ///< of the directory, when the owner has all of it
+    };
     enum class Next { Batch, End, Read, Stopped };
-    /// The next entries of `directory`. Read means that the caller is now to read `toRead`: it is
-    /// `directory`, which nobody has begun, or another one, while a worker is still at `directory`.
-    /// Stopped means that the walk was cancelled. Sleeps only when there is nothing to read.
-    Next takeBatch(Directory* directory, Batch& batch, Directory*& toRead);
-    /// `directory` has been delivered, with all that it holds.
-    void release(Directory* directory);
+    /// The next entries of the directory of `delivery`, or the end of it. Read means that the
+    /// caller is now to read `toRead`: it is that directory, which nobody has begun, or another
+    /// one, while a worker is still at it. Stopped means that the walk was cancelled. Sleeps only
+    /// when there is nothing to read.
+    Next takeBatch(Delivery& delivery, Directory*& toRead);
     /// Nobody will ask for `directory` or anything below it.
     void discard(Directory* directory);
     /// Drops the directories of the records of `batch` from byte `offset` on.
@@ -120,10 +133,15 @@ public:
     /// How many directories wait to be read.
     [[nodiscard]] std::size_t waiting() const;
 
-    /// Counts the workers, so that the owner can wait for them to leave. One that could not be
-    /// started leaves as well.
+    /// How many workers may read at a time. From `fewest` up to `most`, as they find it useful.
+    void allowWorkers(unsigned fewest, unsigned most);
+    /// What a worker finds of itself. Whether the caller is to start another.
+    bool note(WalkPace::Finding finding);
+    /// Counts the workers, so that the owner can wait for them to leave.
     void workerStarts();
     void workerLeaves();
+    /// A worker that was counted got no thread; none is called for any more.
+    void workerFailed();
     /// Waits for the workers to leave, but no longer than a tenth of a second.
     void waitForWorkers();
 
@@ -134,7 +152,9 @@ private:
     void unlink(Directory* directory);
     Directory* startReadingFirst();
     [[nodiscard]] bool hasWork() const { return m_waiting > 0 && !m_isFull; }
-    int openBelow(const Directory* directory, int ancestorDescriptor, const Directory* ancestor);
+    void wakeWorkers(std::size_t spare = 0);
+    void endOpening(Directory* directory);
+    static int openBelow(const Directory* directory, const Directory* ancestor);
     void unpin(Directory* directory);
     void closeIfUnused(Directory* directory);
     void dropReference(Directory* directory);
@@ -152,10 +172,13 @@ private:
     std::size_t m_waiting = 0;
     std::uint64_t m_buffered = 0; ///< entries in batches that are not taken
     bool m_isFull = false;        ///< reached the read-ahead, and is not yet half empty again
-    unsigned m_idleWorkers = 0;
     unsigned m_workers = 0;
+    unsigned m_idleWorkers = 0;
+    unsigned m_fewestWorkers = 0;
+    unsigned m_mostWorkers = 0;
+    unsigned m_allowedWorkers = 0; ///< between the two: how many may read
     unsigned m_heldDescriptors = 0;
-    bool m_ownerWaits = false;
+    const Directory* m_awaited = nullptr; ///< the owner sleeps until there is something of it
 };
 
 } // namespace brivane::walking

@@ -1,147 +1,34 @@
 #include "scanner/charts/ChartView.h"
 
-#include "components/Motion.h"
-#include "core/ByteFormatter.h"
-#include "platform/PathText.h"
-
-#include <QLocale>
-
 namespace brivane {
 
-using namespace Qt::StringLiterals;
-
 ChartView::ChartView(QQuickItem* parent)
-    : QQuickPaintedItem(parent)
-    , m_ticker([this](int milliseconds) { return advanceAll(milliseconds); })
+    : FolderChart(parent)
 {
-    setAntialiasing(true);
     setAcceptHoverEvents(true);
     setAcceptedMouseButtons(Qt::LeftButton | Qt::RightButton);
     setActiveFocusOnTab(true);
+    connect(this, &FolderChart::itemsChanged, this, &ChartView::followItems);
+    connect(this, &FolderChart::viewModelChanged, this, [this] {
+        connect(viewModel(), &ScanViewModel::hoveredNodeChanged, this,
+                &ChartView::followHoveredNode);
+    });
 }
 
-void ChartView::setViewModel(ScanViewModel* viewModel)
+void ChartView::followItems()
 {
-    if (m_viewModel == viewModel)
-        return;
-    m_viewModel = viewModel;
-    connect(viewModel->folderModel(), &FolderModel::pictureChanged, this, &ChartView::invalidate);
-    connect(viewModel->folderModel(), &FolderModel::dataChanged, this, [this] { update(); });
-    connect(viewModel, &ScanViewModel::hoveredNodeChanged, this, &ChartView::followHoveredNode);
-    connect(viewModel, &ScanViewModel::selectedNodeChanged, this, [this] { update(); });
-    Q_EMIT viewModelChanged();
-    invalidate();
-}
-
-void ChartView::invalidate()
-{
-    polish();
-}
-
-void ChartView::geometryChange(const QRectF& geometry, const QRectF& before)
-{
-    QQuickPaintedItem::geometryChange(geometry, before);
-    if (geometry.size() != before.size())
-        polish();
-}
-
-void ChartView::updatePolish()
-{
-    if (!m_viewModel || width() <= 0 || height() <= 0)
-        return;
-    const FolderModel& folder = *m_viewModel->folderModel();
-    const bool isAnother = folder.directory() != m_directory;
-    const FileNodePtr before = std::exchange(m_directory, folder.directory());
-    rebuild(folder.sizedRows(), m_items);
-    if (isAnother || !m_hasAppeared) {
-        startReveal(!m_hasAppeared);
-        m_hasAppeared = true;
-        m_glows.clear();
-    }
     // The same node may be at another place now, or none.
-    m_hovered = indexOf(m_viewModel->hoveredNode().node().get());
-    ++m_revision;
-    Q_EMIT itemsChanged();
+    m_hovered = indexOf(viewModel()->hoveredNode().node().get());
+    light(m_hovered);
     Q_EMIT hoveredIndexChanged();
     // What lies under a pointer that rests may be another block now.
     if (m_pointer && !m_isKeyboardUsed)
         hover(indexAt(*m_pointer));
     // Who came down by key goes on by key.
-    if (m_isKeyboardUsed && hasActiveFocus() && m_hovered < 0 && !m_items.empty()) {
+    if (m_isKeyboardUsed && hasActiveFocus() && m_hovered < 0 && !items().empty()) {
         hover(0);
         setHoveredIndex(0, true);
     }
-    move();
-}
-
-void ChartView::move()
-{
-    if (Motion::instance().isEnabled() && isVisible()) {
-        m_ticker.run();
-    } else {
-        finishMotion();
-        for (Glow& one : m_glows)
-            one.level = itemAtIndex(m_hovered) && itemAtIndex(m_hovered)->node == one.node ? 1 : 0;
-    }
-    update();
-}
-
-bool ChartView::advanceAll(int milliseconds)
-{
-    const bool isGlowing = advanceGlows(milliseconds);
-    const bool isMoving = advance(milliseconds);
-    update();
-    return isGlowing || isMoving;
-}
-
-bool ChartView::advanceGlows(int milliseconds)
-{
-    const TreemapItem* hovered = itemAtIndex(m_hovered);
-    const double step = static_cast<double>(milliseconds) / glowDuration();
-    bool isMoving = false;
-    for (Glow& one : m_glows) {
-        const double target = hovered && hovered->node == one.node ? 1 : 0;
-        one.level = target > one.level ? std::min(target, one.level + step)
-                                       : std::max(target, one.level - step);
-        isMoving = isMoving || one.level != target;
-    }
-    std::erase_if(m_glows, [&](const Glow& one) {
-        return one.level == 0 && !(hovered && hovered->node == one.node);
-    });
-    return isMoving;
-}
-
-double ChartView::glow(std::size_t index) const
-{
-    const auto found = std::ranges::find(m_glows, m_items[index].node, &Glow::node);
-    if (found == m_glows.end())
-        return 0;
-    return 1 - (1 - found->level) * (1 - found->level); // ease out
-}
-
-const TreemapItem* ChartView::itemAtIndex(int index) const
-{
-    return index >= 0 && index < count() ? &m_items[static_cast<std::size_t>(index)] : nullptr;
-}
-
-FileNodeRef ChartView::refOf(int index) const
-{
-    const TreemapItem* item = itemAtIndex(index);
-    return item && item->node ? FileNodeRef(item->node->shared()) : FileNodeRef();
-}
-
-int ChartView::indexOf(const FileNode* node) const
-{
-    if (!node)
-        return -1;
-    const auto found = std::ranges::find(m_items, node, &TreemapItem::node);
-    return found == m_items.end() ? -1 : static_cast<int>(found - m_items.begin());
-}
-
-bool ChartView::isSelected(std::size_t index) const
-{
-    const FileNode* node = m_items[index].node;
-    return node && m_viewModel->selectedNode().node().get() == node;
 }
 
 bool ChartView::isMarkedByKeyboard(std::size_t index) const
@@ -149,44 +36,13 @@ bool ChartView::isMarkedByKeyboard(std::size_t index) const
     return m_isKeyboardUsed && hasActiveFocus() && static_cast<int>(index) == m_hovered;
 }
 
-QString ChartView::nameOf(int index) const
-{
-    const TreemapItem* item = itemAtIndex(index);
-    return item ? PathText::forDisplay(item->name()) : QString();
-}
-
-QString ChartView::detailsOf(int index) const
-{
-    const TreemapItem* item = itemAtIndex(index);
-    if (!item || !m_directory)
-        return {};
-    const QLocale grouped(QLocale::English, QLocale::UnitedStates);
-    const auto whole = static_cast<double>(std::max<std::uint64_t>(m_directory->size(), 1));
-    const double percent = 100 * static_cast<double>(item->size) / whole;
-    const QString size = ByteFormatter::format(item->size);
-    QStringList parts{item->isIncomplete ? tr("at least %1").arg(size) : size,
-                      tr("%1 % of %2")
-                          .arg(grouped.toString(percent, 'f', percent < 10 ? 1 : 0),
-                               PathText::forDisplay(m_directory->name()))};
-    if (item->node && item->node->isDirectory()) {
-        const qlonglong files = item->node->fileCount();
-        parts += files == 1 ? tr("1 file") : tr("%1 files").arg(grouped.toString(files));
-    }
-    return parts.join(u" · "_s);
-}
-
-QRectF ChartView::boundsOf(int index) const
-{
-    return itemAtIndex(index) ? itemBounds(static_cast<std::size_t>(index)) : QRectF();
-}
-
 void ChartView::activate(int index)
 {
     const FileNodeRef node = refOf(index);
     if (node.isDirectory())
-        m_viewModel->drillDown(node);
+        viewModel()->drillDown(node);
     else if (node.isValid())
-        m_viewModel->setSelectedNode(node);
+        viewModel()->setSelectedNode(node);
 }
 
 void ChartView::hover(int index)
@@ -194,15 +50,15 @@ void ChartView::hover(int index)
     const FileNodeRef before = refOf(m_hovered);
     setHoveredIndex(index, false);
     if (const FileNodeRef node = refOf(index); node.isValid())
-        m_viewModel->setHovered(node, true);
+        viewModel()->setHovered(node, true);
     else if (before.isValid())
-        m_viewModel->setHovered(before, false);
+        viewModel()->setHovered(before, false);
 }
 
 void ChartView::followHoveredNode()
 {
-    const FileNode* node = m_viewModel->hoveredNode().node().get();
-    const TreemapItem* hovered = itemAtIndex(m_hovered);
+    const FileNode* node = viewModel()->hoveredNode().node().get();
+    const ChartItem* hovered = itemAtIndex(m_hovered);
     // The group is hovered without being a node.
     if (!node && hovered && hovered->isGrouped())
         return;
@@ -215,12 +71,8 @@ void ChartView::setHoveredIndex(int index, bool byKeyboard)
         return;
     m_hovered = index;
     m_isKeyboardUsed = byKeyboard;
-    if (const TreemapItem* item = itemAtIndex(index)) {
-        if (std::ranges::find(m_glows, item->node, &Glow::node) == m_glows.end())
-            m_glows.push_back({item->node, 0});
-    }
+    light(index);
     Q_EMIT hoveredIndexChanged();
-    move();
 }
 
 void ChartView::hoverEnterEvent(QHoverEvent* event)
@@ -272,7 +124,7 @@ void ChartView::mouseReleaseEvent(QMouseEvent* event)
 
 bool ChartView::stepKeyboard(Qt::Key key)
 {
-    if (m_items.empty())
+    if (items().empty())
         return false;
     std::optional<std::size_t> next = 0;
     if (itemAtIndex(m_hovered))
@@ -296,7 +148,7 @@ void ChartView::keyPressEvent(QKeyEvent* event)
         return;
     }
     if (event->matches(QKeySequence::Copy))
-        return m_viewModel->actions()->copyPath(node);
+        return viewModel()->actions()->copyPath(node);
     if (event->modifiers() != Qt::NoModifier && event->modifiers() != Qt::KeypadModifier)
         return event->ignore();
     switch (event->key()) {
@@ -310,9 +162,9 @@ void ChartView::keyPressEvent(QKeyEvent* event)
     case Qt::Key_Enter:
         return activate(m_hovered);
     case Qt::Key_Backspace:
-        return m_viewModel->drillUp();
+        return viewModel()->drillUp();
     case Qt::Key_Delete:
-        return m_viewModel->actions()->toggleStaged(node);
+        return viewModel()->actions()->toggleStaged(node);
     default:
         event->ignore();
     }
@@ -320,10 +172,10 @@ void ChartView::keyPressEvent(QKeyEvent* event)
 
 void ChartView::focusInEvent(QFocusEvent* event)
 {
-    QQuickPaintedItem::focusInEvent(event);
+    FolderChart::focusInEvent(event);
     const bool isByKey =
         event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
-    if (isByKey && !m_items.empty())
+    if (isByKey && !items().empty())
         hover(std::max(m_hovered, 0));
     if (isByKey)
         setHoveredIndex(m_hovered, true);
@@ -332,7 +184,7 @@ void ChartView::focusInEvent(QFocusEvent* event)
 
 void ChartView::focusOutEvent(QFocusEvent* event)
 {
-    QQuickPaintedItem::focusOutEvent(event);
+    FolderChart::focusOutEvent(event);
     if (m_isKeyboardUsed)
         hover(-1);
     update();

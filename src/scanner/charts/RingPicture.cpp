@@ -12,37 +12,9 @@ namespace brivane {
 
 namespace {
 
-constexpr auto pi = std::numbers::pi_v<float>;
-constexpr float fullTurn = 2 * pi;
+constexpr float fullTurn = 2 * std::numbers::pi_v<float>;
 constexpr double firstAngle = -90; ///< degrees
 constexpr float cellsPerPixel = 3;
-constexpr int hoopCount = 8;
-
-/// The angle of a place around the middle, in turns from twelve o'clock on, right to a millionth.
-/// Without a branch, so that the compiler does several at a time.
-inline float turnOf(float dx, float dy)
-{
-    const float x = std::abs(dx);
-    const float y = std::abs(dy);
-    const float slope = std::min(x, y) / std::max(std::max(x, y), 1e-6F);
-    const float square = slope * slope;
-    // The polynomial that comes nearest to the arc tangent from 0 to 1.
-    float angle = -0.01172120F;
-    angle = angle * square + 0.05265332F;
-    angle = angle * square - 0.11643287F;
-    angle = angle * square + 0.19354346F;
-    angle = angle * square - 0.33262347F;
-    angle = angle * square + 0.99997726F;
-    angle *= slope;
-    // All sides are worked out, and one is taken.
-    const float steep = pi / 2 - angle;
-    angle = y > x ? steep : angle;
-    const float left = pi - angle;
-    angle = dx < 0 ? left : angle;
-    const float fromTop = (dy < 0 ? -angle : angle) + pi / 2;
-    const float turned = fromTop + fullTurn;
-    return (fromTop < 0 ? turned : fromTop) / fullTurn;
-}
 
 /// How much of the stretch from `low` to `high` lies between `from` and `to`.
 float overlap(float low, float high, float from, float to)
@@ -157,75 +129,45 @@ private:
     std::vector<Cover> m_sums; ///< of all cells before, from the margin's first on
 };
 
-/// A ring on its way into an image. Lengths are pixels of the image.
+/// The colours of a ring, for one picture of it. Lengths are pixels of the image.
 ///
 /// A pixel counts as the piece of the band that is one pixel long and one wide around its centre.
 /// What an arc or a line covers of that is the product of what it covers along the circle and
-/// across the band. Along the circle it is looked up: the band is a number of hoops, narrow enough
-/// for a pixel to be as wide an angle at one side of a hoop as at the other, and each has a table.
+/// across the band. Along the circle it is looked up in the table of its cell.
 class Raster {
 public:
-    Raster(const RingBand& band, const QPointF& center, float density,
-           std::span<const RingArc> arcs)
-        : m_centerX(static_cast<float>(center.x()))
-        , m_centerY(static_cast<float>(center.y()))
-        , m_inner(static_cast<float>(band.innerRadius) * density)
-        , m_outer(static_cast<float>(band.outerRadius) * density)
-        , m_halfStroke(static_cast<float>(band.strokeWidth) * density / 2)
-        , m_stroke(Cover::of(band.strokeColor))
+    Raster(const RingMap& map, const QColor& stroke, std::span<const RingArc> arcs)
+        : m_map(map)
+        , m_inner(map.shape().inner)
+        , m_outer(map.shape().outer)
+        , m_halfStroke(map.shape().halfStroke)
+        , m_stroke(Cover::of(stroke))
     {
         const Circle circle(arcs, qCeil(m_outer * fullTurn * cellsPerPixel),
                             1.5F / (fullTurn * std::max(1.0F, m_inner)));
-        for (int i = 0; i < hoopCount; ++i)
-            addHoop(circle,
-                    m_inner + (static_cast<float>(i) + 0.5F) * (m_outer - m_inner) / hoopCount);
+        for (const RingMap::Hoop& hoop : map.hoops())
+            addHoop(circle, hoop);
     }
 
-    void paint(QImage& image)
+    void paint(QImage& image) const
     {
-        m_radii.resize(static_cast<std::size_t>(image.width()));
-        m_turns.resize(m_radii.size());
-        const float reach = m_outer + m_halfStroke + 1;
-        const float hole = m_inner - m_halfStroke - 1;
-        for (int y = 0; y < image.height(); ++y) {
-            const float dy = static_cast<float>(y) + 0.5F - m_centerY;
-            if (std::abs(dy) >= reach)
-                continue;
-            auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-            const auto run = [&](float from, float to) {
-                const int first = std::max(0, static_cast<int>(m_centerX + from));
-                const int end = std::min(image.width(), static_cast<int>(m_centerX + to) + 1);
-                if (first < end)
-                    paintRun(line + first, end - first,
-                             static_cast<float>(first) + 0.5F - m_centerX, dy);
-            };
-            const float toEdge = std::sqrt(reach * reach - dy * dy);
-            if (std::abs(dy) >= hole) {
-                run(-toEdge, toEdge);
-                continue;
-            }
-            const float toHole = std::sqrt(hole * hole - dy * dy);
-            run(-toEdge, -toHole);
-            run(toHole, toEdge);
+        const QRgb* const pixels = m_pixels.data();
+        for (const RingMap::Run& run : m_map.runs()) {
+            auto* pixel = reinterpret_cast<QRgb*>(image.scanLine(run.line)) + run.first;
+            for (const std::uint32_t cell : run.cells)
+                *pixel++ = pixels[cell];
         }
+        for (const RingMap::RimPixel& rim : m_map.rims())
+            reinterpret_cast<QRgb*>(image.scanLine(rim.y))[rim.x] =
+                rimPixel(m_covers[rim.cell], rim.radius);
     }
 
 private:
-    /// Where the cells of a circle at one distance from the middle are, and how many.
-    struct Hoop {
-        int first = 0;
-        int last = 0;
-        float count = 0;
-    };
-
-    void addHoop(const Circle& circle, float radius)
+    void addHoop(const Circle& circle, const RingMap::Hoop& hoop)
     {
-        const float length = radius * fullTurn;
-        const int count = qCeil(length * cellsPerPixel);
-        const auto first = static_cast<int>(m_covers.size());
-        m_hoops.push_back({first, first + count - 1, static_cast<float>(count)});
-        for (int i = 0; i < count; ++i) {
-            const float place = (static_cast<float>(i) + 0.5F) / static_cast<float>(count);
+        const float length = hoop.radius * fullTurn;
+        for (int i = 0; i < hoop.cells; ++i) {
+            const float place = (static_cast<float>(i) + 0.5F) / static_cast<float>(hoop.cells);
             // Across the diagonal a pixel is wide in the middle and narrow at its ends.
             const float angle = place * fullTurn;
             const float sides[]{std::abs(std::sin(angle)), std::abs(std::cos(angle))};
@@ -236,34 +178,6 @@ private:
             cover.ends /= length; // from a turn to a pixel
             m_covers.push_back(cover);
             m_pixels.push_back(pixelOf(m_covers.back(), 1, 1, 0));
-        }
-    }
-
-    /// `count` pixels of a line from `dx` on.
-    void paintRun(QRgb* line, int count, float dx, float dy)
-    {
-        float* const radii = m_radii.data();
-        float* const turns = m_turns.data();
-        for (int i = 0; i < count; ++i) {
-            const float x = dx + static_cast<float>(i);
-            radii[i] = std::sqrt(x * x + dy * dy);
-            turns[i] = turnOf(x, dy);
-        }
-        const Hoop* const hoops = m_hoops.data();
-        const QRgb* const cells = m_pixels.data();
-        const float inner = m_inner;
-        const float perHoop = hoopCount / (m_outer - m_inner);
-        const float lowest = m_inner + m_halfStroke + 0.5F;
-        const float highest = m_outer - m_halfStroke - 0.5F;
-        for (int i = 0; i < count; ++i) {
-            const auto number = static_cast<int>((radii[i] - inner) * perHoop);
-            const Hoop& hoop = hoops[std::clamp(number, 0, hoopCount - 1)];
-            const int cell =
-                std::min(hoop.first + static_cast<int>(turns[i] * hoop.count), hoop.last);
-            if (radii[i] >= lowest && radii[i] <= highest)
-                line[i] = cells[cell];
-            else
-                line[i] = rimPixel(m_covers[static_cast<std::size_t>(cell)], radii[i]);
         }
     }
 
@@ -290,30 +204,33 @@ private:
         return light.add(m_stroke, stroke).pixel();
     }
 
-    float m_centerX;
-    float m_centerY;
+    const RingMap& m_map;
     float m_inner;
     float m_outer;
     float m_halfStroke;
     Cover m_stroke;
-    std::vector<Hoop> m_hoops;
     std::vector<Cover> m_covers; ///< of the cells of all hoops
     std::vector<QRgb> m_pixels;  ///< of the same, away from the rims
-    std::vector<float> m_radii;  ///< of a line's pixels
-    std::vector<float> m_turns;  ///< of the same, where each lies around the middle
 };
 
 } // namespace
 
-void paintRing(QPainter& painter, const RingBand& band, std::span<const RingArc> arcs)
+void RingPicture::paint(QPainter& painter, const RingBand& band, std::span<const RingArc> arcs)
 {
     if (arcs.empty() || band.innerRadius >= band.outerRadius)
         return;
     const double reach = band.outerRadius + band.strokeWidth / 2 + 1;
     const QRectF around(band.center.x() - reach, band.center.y() - reach, 2 * reach, 2 * reach);
     paintDeviceImage(painter, around, [&](QImage& image, const QTransform& toImage) {
-        Raster raster(band, toImage.map(band.center), static_cast<float>(toImage.m11()), arcs);
-        raster.paint(image);
+        const auto pixels = [&](double length) {
+            return static_cast<float>(length * toImage.m11());
+        };
+        m_map.fit({.image = image.size(),
+                   .center = toImage.map(band.center),
+                   .inner = pixels(band.innerRadius),
+                   .outer = pixels(band.outerRadius),
+                   .halfStroke = pixels(band.strokeWidth) / 2});
+        Raster(m_map, band.strokeColor, arcs).paint(image);
     });
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "scanner/charts/RingMap.h"
+
 #include <QColor>
 #include <QPointF>
 
@@ -27,8 +29,15 @@ struct RingBand {
 
 /// Paints `arcs` as QPainter would paint a path for each, antialiased: first the fill, then the
 /// line. But it goes over the pixels of the band once and not over the outlines, so that hundreds
-/// of arcs cost no more than one. `arcs` do not overlap and go up in angle. `painter` may be moved
-/// and scaled, not turned. Any thread.
-void paintRing(QPainter& painter, const RingBand& band, std::span<const RingArc> arcs);
+/// of arcs cost no more than one; and as long as the band stays, it knows where they lie. One
+/// thread at a time.
+class RingPicture {
+public:
+    /// `arcs` do not overlap and go up in angle. `painter` may be moved and scaled, not turned.
+    void paint(QPainter& painter, const RingBand& band, std::span<const RingArc> arcs);
+
+private:
+    RingMap m_map;
+};
 
 } // namespace brivane

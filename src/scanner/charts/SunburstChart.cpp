@@ -3,7 +3,6 @@
 #include "components/ColorPalette.h"
 #include "scanner/charts/ChartNavigation.h"
 #include "scanner/charts/ChartPalette.h"
-#include "scanner/charts/RingPicture.h"
 
 #include <QEasingCurve>
 #include <QPainter>
@@ -74,7 +73,7 @@ SunburstFrame SunburstChart::frame() const
     return {size(), ringReveal(), m_layout};
 }
 
-void SunburstChart::rebuild(std::span<const SizedNode> children, std::vector<TreemapItem>& items)
+void SunburstChart::rebuild(std::span<const SizedNode> children, std::vector<ChartItem>& items)
 {
     const FileNodeRef& focus = viewModel()->focusedNode();
     m_segments = m_layout.buildSegments(children, focus.isValid() ? focus.node()->size() : 0);
@@ -85,7 +84,7 @@ void SunburstChart::rebuild(std::span<const SizedNode> children, std::vector<Tre
     m_segments.erase(end, m_segments.end());
     items.clear();
     for (std::size_t i = 0; i < m_segments.size(); ++i) { // one ring, so a segment for each child
-        TreemapItem item;
+        ChartItem item;
         item.node = m_segments[i].node;
         item.size = children[i].size;
         item.colorIndex = m_segments[i].colorIndex;
@@ -153,7 +152,7 @@ void SunburstChart::paint(QPainter* painter)
         const QColor color = segmentColor(m_segments[i].colorIndex, m_segments[i].depth);
         unlit.push_back({arc->startAngle, arc->endAngle, faded(color, restingFill)});
     }
-    paintRing(*painter, band, unlit);
+    m_ring.paint(*painter, band, unlit);
     // What stands out lies above its neighbours.
     for (const std::size_t index : lit)
         paintLitArc(*painter, now, index);

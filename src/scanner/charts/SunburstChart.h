@@ -1,6 +1,7 @@
 #pragma once
 
 #include "scanner/charts/ChartView.h"
+#include "scanner/charts/RingPicture.h"
 #include "scanner/charts/SunburstFrame.h"
 
 namespace brivane {
@@ -32,7 +33,7 @@ Q_SIGNALS:
     void revealProgressChanged();
 
 protected:
-    void rebuild(std::span<const SizedNode> children, std::vector<TreemapItem>& items) override;
+    void rebuild(std::span<const SizedNode> children, std::vector<ChartItem>& items) override;
     void startReveal(bool isAppearing) override;
     bool advance(int milliseconds) override;
     void finishMotion() override;
@@ -53,6 +54,7 @@ private:
 
     const SunburstLayout m_layout;
     std::vector<SunburstSegmentData> m_segments;
+    RingPicture m_ring; ///< of what is not lit
     int m_leftOutCount = 0;
     double m_elapsed = 0; ///< milliseconds of the reveal
 };

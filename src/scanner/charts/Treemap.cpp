@@ -55,17 +55,17 @@ Row growRow(std::span<const double> areas, double side)
 
 } // namespace
 
-std::vector<QRectF> computeTreemap(std::span<const TreemapItem> items, const QRectF& rect)
+std::vector<QRectF> computeTreemap(std::span<const ChartItem> items, const QRectF& rect)
 {
     double total = 0;
-    for (const TreemapItem& item : items)
+    for (const ChartItem& item : items)
         total += static_cast<double>(item.size);
     if (!(total > 0))
         return std::vector<QRectF>(items.size());
     const double area = rect.width() * rect.height();
     std::vector<double> shares;
     shares.reserve(items.size());
-    for (const TreemapItem& item : items) {
+    for (const ChartItem& item : items) {
         const double share = area * static_cast<double>(item.size) / total;
         shares.push_back(std::max(share, area * smallestShare));
     }

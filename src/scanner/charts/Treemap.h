@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scanner/charts/TreemapItem.h"
+#include "scanner/charts/ChartItem.h"
 
 #include <QRectF>
 
@@ -11,7 +11,7 @@ namespace brivane {
 /// A rectangle for each of `items`, in their order, that together fill `rect`. Each is as large as
 /// its share of the sizes, yet none below about 0.8 percent, so that everything can be seen. All
 /// are empty when the sizes or the area of `rect` are 0.
-std::vector<QRectF> computeTreemap(std::span<const TreemapItem> items, const QRectF& rect);
+std::vector<QRectF> computeTreemap(std::span<const ChartItem> items, const QRectF& rect);
 
 /// A rectangle for each of `areas` (square points, not negative), in their order, laid out in
 /// `rect` row by row. Areas that do not fit any more get an empty rectangle.

@@ -63,7 +63,7 @@ double TreemapView::animationProgress() const
     return m_revealDuration > 0 ? easeInOut(std::min(m_elapsed / m_revealDuration, 1.0)) : 0;
 }
 
-void TreemapView::rebuild(std::span<const SizedNode> children, std::vector<TreemapItem>& items)
+void TreemapView::rebuild(std::span<const SizedNode> children, std::vector<ChartItem>& items)
 {
     std::unordered_map<const FileNode*, QRectF> before;
     for (std::size_t i = 0; i < items.size(); ++i)
@@ -197,7 +197,7 @@ void TreemapView::paintLabel(QPainter& painter, std::size_t index, const QRectF&
     const double opacity = label.opacity(progress);
     if (opacity <= 0)
         return;
-    const TreemapItem& item = items()[index];
+    const ChartItem& item = items()[index];
     const QColor color = blockColor(item.colorIndex);
     const QString name = PathText::forDisplay(item.name());
     QRectF room = frame.adjusted(label.padding, label.padding, -label.padding, -label.padding);

@@ -24,7 +24,7 @@ Q_SIGNALS:
     void animationProgressChanged();
 
 protected:
-    void rebuild(std::span<const SizedNode> children, std::vector<TreemapItem>& items) override;
+    void rebuild(std::span<const SizedNode> children, std::vector<ChartItem>& items) override;
     void startReveal(bool isAppearing) override;
     bool advance(int milliseconds) override;
     void finishMotion() override;

@@ -38,10 +38,10 @@ TEST(ChartNavigation, EveryDrawnBlockIsReachedFromTheFirst)
 {
     std::mt19937_64 random(6);
     for (int round = 0; round < 300; ++round) {
-        std::vector<TreemapItem> items(1 + random() % 40);
-        for (TreemapItem& item : items)
+        std::vector<ChartItem> items(1 + random() % 40);
+        for (ChartItem& item : items)
             item.size = std::uint64_t{1} << random() % 12;
-        std::ranges::sort(items, std::greater(), &TreemapItem::size);
+        std::ranges::sort(items, std::greater(), &ChartItem::size);
         std::vector<QRectF> frames;
         for (const QRectF& rect : computeTreemap(items, {0, 0, 800, 500}))
             frames.push_back(blockFrame(rect));

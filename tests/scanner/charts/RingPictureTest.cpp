@@ -108,14 +108,15 @@ Difference compare(const QImage& one, const QImage& other)
 TEST(RingPicture, LooksAsAPathForEachArcDoes)
 {
     std::mt19937 random(7);
+    RingPicture picture; // the same for rings of any size
     for (const auto& [density, reveal] :
          {std::pair(1.0, 1.0), {1.0, 0.5}, {2.0, 1.0}, {2.0, 0.5}}) {
         for (const int count : {0, 1, 2, 7, 40, 150}) {
             const std::vector<RingArc> arcs = randomArcs(random, count, reveal);
             const RingBand ring = band(density);
-            const Difference difference =
-                compare(page(density, [&](QPainter& painter) { paintRing(painter, ring, arcs); }),
-                        page(density, [&](QPainter& painter) { paintPaths(painter, ring, arcs); }));
+            const Difference difference = compare(
+                page(density, [&](QPainter& painter) { picture.paint(painter, ring, arcs); }),
+                page(density, [&](QPainter& painter) { paintPaths(painter, ring, arcs); }));
             const auto what = testing::Message() << count << " arcs, revealed by " << reveal
                                                  << ", at density " << density;
             EXPECT_LT(difference.worst, 30) << what;
@@ -129,6 +130,6 @@ TEST(RingPicture, ABandWithoutRoomLeavesThePageAlone)
     RingBand noRoom = band(1);
     noRoom.outerRadius = noRoom.innerRadius;
     const std::vector<RingArc> arcs{{-90, 270, Qt::red}};
-    EXPECT_EQ(page(1, [&](QPainter& painter) { paintRing(painter, noRoom, arcs); }),
+    EXPECT_EQ(page(1, [&](QPainter& painter) { RingPicture().paint(painter, noRoom, arcs); }),
               page(1, [](QPainter&) {}));
 }

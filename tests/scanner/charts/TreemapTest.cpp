@@ -17,9 +17,9 @@ namespace {
 
 using Sizes = std::vector<std::uint64_t>;
 
-std::vector<TreemapItem> itemsOf(const Sizes& sizes)
+std::vector<ChartItem> itemsOf(const Sizes& sizes)
 {
-    std::vector<TreemapItem> items(sizes.size());
+    std::vector<ChartItem> items(sizes.size());
     for (std::size_t i = 0; i < sizes.size(); ++i)
         items[i].size = sizes[i];
     return items;

@@ -1,4 +1,4 @@
-#include "scanner/charts/TreemapItem.h"
+#include "scanner/charts/ChartItem.h"
 
 namespace brivane {
 
@@ -14,9 +14,9 @@ std::uint64_t saturatedSum(std::uint64_t a, std::uint64_t b)
     return a + b < a ? UINT64_MAX : a + b;
 }
 
-TreemapItem groupOf(std::span<const SizedNode> children)
+ChartItem groupOf(std::span<const SizedNode> children)
 {
-    TreemapItem group;
+    ChartItem group;
     group.groupedCount = children.size();
     group.colorIndex = static_cast<int>(maxBlocks) - 1;
     for (const SizedNode& child : children) {
@@ -28,29 +28,29 @@ TreemapItem groupOf(std::span<const SizedNode> children)
 
 } // namespace
 
-QUuid TreemapItem::id() const
+QUuid ChartItem::id() const
 {
     return isGrouped() ? QUuid() : node->id();
 }
 
-QString TreemapItem::name() const
+QString ChartItem::name() const
 {
     return isGrouped() ? u"Other (%1 items)"_s.arg(groupedCount) : node->name();
 }
 
-QString TreemapItem::path() const
+QString ChartItem::path() const
 {
     return isGrouped() ? u"__other__"_s : node->path();
 }
 
-std::vector<TreemapItem> displayItems(std::span<const SizedNode> children)
+std::vector<ChartItem> displayItems(std::span<const SizedNode> children)
 {
     const bool isGrouping = children.size() > maxBlocks;
     const std::size_t singles = isGrouping ? maxBlocks - 1 : children.size();
-    std::vector<TreemapItem> items;
+    std::vector<ChartItem> items;
     items.reserve(singles + 1);
     for (const SizedNode& child : children.first(singles)) {
-        TreemapItem item;
+        ChartItem item;
         item.node = child.node;
         item.size = child.size;
         item.colorIndex = static_cast<int>(items.size());

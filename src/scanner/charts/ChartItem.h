@@ -4,9 +4,10 @@
 
 namespace brivane {
 
-/// One block of the treemap: a child of the directory on show or, where these are too many, the
-/// group of all the small ones. The node is valid as long as someone holds its tree.
-struct TreemapItem {
+/// What a chart draws as one piece: a child of the directory on show or, in the treemap, where
+/// these are too many, the group of all the small ones. The node is valid as long as someone holds
+/// its tree.
+struct ChartItem {
     FileNode* node = nullptr;     ///< null for the group
     std::uint64_t size = 0;       ///< bytes
     std::size_t groupedCount = 0; ///< how many children the group stands for
@@ -27,6 +28,6 @@ struct TreemapItem {
 
 /// What the treemap shows of a directory: at most 40 items. `children` are as withSize() gives
 /// them. Costs a look at each child where there are more than 40.
-std::vector<TreemapItem> displayItems(std::span<const SizedNode> children);
+std::vector<ChartItem> displayItems(std::span<const SizedNode> children);
 
 } // namespace brivane

@@ -4,7 +4,7 @@ import Brivane.App
 import Brivane.Components
 
 // The application menu: what can be chosen, by group, with the keys that do the same.
-T.Popup {
+AppPopup {
     id: root
 
     required property ShellViewModel shell
@@ -27,32 +27,10 @@ T.Popup {
     objectName: "shellMenu"
     padding: Metrics.spacingTiny + 2
     implicitWidth: 252
-    implicitHeight: column.implicitHeight + topPadding + bottomPadding
-    focus: true
-    modal: false
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
     onOpened: {
         if (byKeyboard)
             reach(0);
-    }
-
-    enter: Transition {
-        NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Motion.quick }
-    }
-    exit: Transition {
-        NumberAnimation { property: "opacity"; from: 1; to: 0; duration: Motion.quick }
-    }
-
-    background: Rectangle {
-        radius: Metrics.radiusMedium
-        color: ColorPalette.surfaceLight
-        border.width: 1
-        border.color: ColorPalette.hairlineStrong
-
-        SoftShadow {
-            z: -1
-            radius: parent.radius
-        }
     }
 
     Column {

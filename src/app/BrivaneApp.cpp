@@ -16,6 +16,7 @@
 namespace brivane {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -28,9 +29,12 @@ BrivaneApp::BrivaneApp(Composition& composition)
     , m_hasFullDiskAccess(checkFullDiskAccess(composition.host().locations))
     , m_onboardingCompleted(composition.host().defaults.boolean(onboardingKey).value_or(false))
 {
-    // A day may have begun whenever somebody comes back to the window.
+    // A day may have begun whenever somebody comes back to the window, or looks at it for long.
     AppSettings& settings = composition.get<AppSettings>();
     connect(qGuiApp, &QGuiApplication::applicationStateChanged, &settings, &AppSettings::noteTime);
+    connect(&m_hour, &QTimer::timeout, &settings, &AppSettings::noteTime);
+    m_hour.setTimerType(Qt::VeryCoarseTimer);
+    m_hour.start(1h);
 }
 
 BrivaneApp::~BrivaneApp() = default;

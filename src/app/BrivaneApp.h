@@ -4,6 +4,7 @@
 
 #include <QObject>
 #include <QQmlApplicationEngine>
+#include <QTimer>
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
@@ -59,6 +60,7 @@ private:
     bool m_hasFullDiskAccess;
     bool m_onboardingCompleted;
     std::unique_ptr<ShellViewModel> m_shell;
+    QTimer m_hour;
     QQuickWindow* m_window = nullptr;                ///< belongs to m_engine
     std::unique_ptr<QQmlApplicationEngine> m_engine; ///< goes first: its objects use all the rest
 };

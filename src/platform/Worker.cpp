@@ -1,6 +1,7 @@
 #include "platform/Worker.h"
 
 #include "platform/ThreadName.h"
+#include "platform/ThreadPriority.h"
 
 #include <condition_variable>
 #include <deque>
@@ -94,6 +95,7 @@ private:
         try {
             m_thread.emplace([queue] {
                 nameThisThread(queue->m_name);
+                giveWayToPainting();
                 while (queue->waitForJob())
                     queue->runNext();
             });

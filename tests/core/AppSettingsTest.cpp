@@ -126,6 +126,11 @@ TEST_F(AppSettingsTest, ClearingTheCleaningDateRemovesItsKey)
 TEST_F(AppSettingsTest, OverdueExactlyWhenTheDaysHavePassed)
 {
     auto under = settings();
+    QStringList told;
+    QObject::connect(under.get(), &AppSettings::daysSinceLastCleaningChanged, under.get(),
+                     [&] { told += u"days"_s; });
+    QObject::connect(under.get(), &AppSettings::isCleaningOverdueChanged, under.get(),
+                     [&] { told += u"overdue"_s; });
     EXPECT_FALSE(under->isCleaningOverdue());
     under->setCleaningReminderDays(1);
     EXPECT_TRUE(under->isCleaningOverdue()); // never cleaned
@@ -134,7 +139,12 @@ TEST_F(AppSettingsTest, OverdueExactlyWhenTheDaysHavePassed)
     clock.advance(48h - 1ms);
     EXPECT_EQ(under->daysSinceLastCleaning(), 1);
     EXPECT_FALSE(under->isCleaningOverdue());
+    told.clear();
+    under->noteTime();
     clock.advance(1ms);
+    under->noteTime();
+    under->noteTime();
+    EXPECT_EQ(told, QStringList({u"days"_s, u"days"_s, u"overdue"_s}));
     EXPECT_TRUE(under->isCleaningOverdue());
     under->setLastPhysicalCleanDate(clock.now().addSecs(86'399)); // in the future
     EXPECT_EQ(under->daysSinceLastCleaning(), 0);

@@ -15,12 +15,23 @@ function(brivane_module folder)
   )
 endfunction()
 
-# brivane_test(<name> SOURCES ... [LINKS ...]): one test program, each of its cases a CTest test.
+# What `./test tsan` builds and runs.
+add_custom_target(threaded_tests)
+
+# brivane_test(<name> [THREADED] SOURCES ... [LINKS ...])
+#
+# One test program, each of its cases a CTest test. THREADED are those that are worth the thread
+# sanitizer: threads of our own are in them, and little else that it cannot see into.
 function(brivane_test name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+  cmake_parse_arguments(ARG "THREADED" "" "SOURCES;LINKS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   target_link_libraries(${name} PRIVATE ${ARG_LINKS} GTest::gmock GTest::gtest brivane_options)
+  set(labels)
+  if(ARG_THREADED)
+    add_dependencies(threaded_tests ${name})
+    set(labels LABELS threads)
+  endif()
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
-    PROPERTIES TIMEOUT 300 ENVIRONMENT QT_QPA_PLATFORM=offscreen
+    PROPERTIES TIMEOUT 300 ENVIRONMENT QT_QPA_PLATFORM=offscreen ${labels}
   )
 endfunction()

@@ -2,6 +2,7 @@
 #include "cleaning/CleaningSessionState.h"
 #include "core/ActivityTracker.h"
 #include "core/NotificationNames.h"
+#include "removal/QuarantineViewModel.h"
 #include "tests/support/AppWindow.h"
 
 #include <QMetaEnum>
@@ -70,6 +71,24 @@ TEST(Shell, EveryModuleShowsItsScreenWithoutAWarning)
     }
     qInstallMessageHandler(previousHandler);
     EXPECT_EQ(warnings, QStringList());
+}
+
+TEST(Shell, AScreenIsMadeOnceWhatItWorksOnIsThere)
+{
+    const AppMachine machine;
+    const std::unique_ptr<OwnedHost> host = machine.start();
+    const Module rows[] = {
+        {AppMode::dashboard, "Removal/screens/QuarantineView.qml"_L1, &make<QuarantineViewModel>}};
+    {
+        Composition composition(host->host());
+        const ShellViewModel gone(composition, rows);
+    }
+    AppWindow::step(); // what was under way ends, and finds nobody
+    Composition composition(host->host());
+    const ShellViewModel shell(composition, rows);
+    EXPECT_TRUE(shell.screen().isEmpty()) << "it has nothing to work on";
+    EXPECT_TRUE(waitUntil([&] { return !shell.screen().isEmpty(); }));
+    EXPECT_TRUE(shell.screenProperties().contains(u"viewModel"_s));
 }
 
 TEST(Shell, ScanGoesOnWhileAnotherModuleIsShown)

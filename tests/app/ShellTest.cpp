@@ -1,3 +1,4 @@
+#include "app/MenuCommands.h"
 #include "app/Module.h"
 #include "cleaning/CleaningSessionState.h"
 #include "core/ActivityTracker.h"
@@ -30,6 +31,10 @@ TEST(Shell, OnboardingEndsForGood)
     const AppMachine machine(Access::Missing);
     {
         AppWindow app(machine);
+        int quits = 0;
+        app.host().notifications.subscribe(quitNotification, &app.app(), [&] { ++quits; });
+        app.press(Qt::Key_Q, Qt::ControlModifier);
+        EXPECT_EQ(quits, 1);
         EXPECT_TRUE(app.item(u"onboardingPage"_s));
         EXPECT_FALSE(app.item(u"mainView"_s));
         app.app().setOnboarded(false);
@@ -40,6 +45,8 @@ TEST(Shell, OnboardingEndsForGood)
         app.press(Qt::Key_1, Qt::ControlModifier);
         AppWindow::step();
         EXPECT_EQ(app.shell().appMode(), AppMode::scanner) << "the keys came too late";
+        app.press(Qt::Key_Q, Qt::ControlModifier);
+        EXPECT_EQ(quits, 2);
     }
     AppWindow again(machine);
     EXPECT_TRUE(again.item(u"mainView"_s));

@@ -1,6 +1,7 @@
 // The program on the demo machine. `--tour FOLDER` writes pictures of its screens and ends.
 
 #include "app/BrivaneApp.h"
+#include "app/MenuCommands.h"
 #include "components/Motion.h"
 #include "core/Composition.h"
 #include "demo/DemoMachine.h"
@@ -49,6 +50,7 @@ int main(int argc, char** argv)
         return QGuiApplication::exec();
     }
     DemoMachine machine;
+    machine.host().notifications.subscribe(quitNotification, &application, &QCoreApplication::quit);
     Composition composition(machine.host());
     BrivaneApp app(composition);
     if (!app.open())

@@ -2,6 +2,7 @@
 
 #include "app/KeyboardFocus.h"
 #include "app/KeyboardShortcutHandler.h"
+#include "app/MenuCommands.h"
 #include "app/ModulePlugins.h"
 #include "components/Fonts.h"
 #include "core/AppSettings.h"
@@ -98,6 +99,11 @@ void BrivaneApp::setOnboarded(bool onboarded)
         return;
     Q_EMIT isOnboardedChanged();
     listenToKeys();
+}
+
+void BrivaneApp::quit()
+{
+    m_composition.host().notifications.post(quitNotification);
 }
 
 ShellViewModel* BrivaneApp::shell()

@@ -48,6 +48,8 @@ public:
     /// True ends the onboarding for this start and all later ones; false is ignored.
     void setOnboarded(bool onboarded);
     ShellViewModel* shell();
+    /// Posts the notification that ends the program.
+    Q_INVOKABLE void quit();
 
 Q_SIGNALS:
     void hasFullDiskAccessChanged();

@@ -23,6 +23,13 @@ Window {
         sourceComponent: root.app.isOnboarded ? mainView : onboarding
     }
 
+    // Afterwards it is in the menu.
+    Shortcut {
+        enabled: !root.app.isOnboarded
+        sequence: "Ctrl+Q"
+        onActivated: root.app.quit()
+    }
+
     Component {
         id: mainView
 

@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Templates as T
-import Brivane.App
 import Brivane.Components
 
 // An item of the application menu, below its group's heading where it is the first of one.

@@ -137,8 +137,11 @@ QObject* ShellViewModel::viewModel(AppMode::Mode mode) const
 QUrl ShellViewModel::screen() const
 {
     const Module* module = row(appMode());
-    return screenFile(module && !module->screen.isEmpty() ? module->screen
-                                                          : "App/MissingModule.qml"_L1);
+    if (!module || module->screen.isEmpty())
+        return screenFile("App/MissingModule.qml"_L1);
+    if (module->make && !viewModel(module->mode))
+        return {};
+    return screenFile(module->screen);
 }
 
 QVariantMap ShellViewModel::screenProperties() const

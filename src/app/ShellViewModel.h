@@ -36,7 +36,8 @@ class ShellViewModel : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("The application brings it")
     Q_PROPERTY(brivane::AppMode::Mode appMode READ appMode WRITE setAppMode NOTIFY appModeChanged)
-    /// The QML file of the module on screen, and the initial properties that it is made with.
+    /// The QML file of the module on screen, empty until what it works on is there, and the initial
+    /// properties that it is made with.
     Q_PROPERTY(QUrl screen READ screen NOTIFY screenEntered)
     Q_PROPERTY(QVariantMap screenProperties READ screenProperties NOTIFY screenEntered)
     Q_PROPERTY(QString title READ title NOTIFY appModeChanged)

@@ -1,5 +1,7 @@
 #include "cleaning/CleaningSessionState.h"
 
+#include "core/Publish.h"
+
 namespace brivane {
 
 std::unique_ptr<CleaningSessionState> CleaningSessionState::make(Composition& /*composition*/)
@@ -9,10 +11,7 @@ std::unique_ptr<CleaningSessionState> CleaningSessionState::make(Composition& /*
 
 void CleaningSessionState::setSessionActive(bool active)
 {
-    if (m_isSessionActive == active)
-        return;
-    m_isSessionActive = active;
-    Q_EMIT sessionActiveChanged();
+    publish(m_isSessionActive, active, this, &CleaningSessionState::sessionActiveChanged);
 }
 
 } // namespace brivane

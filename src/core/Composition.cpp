@@ -2,6 +2,8 @@
 
 #include "platform/Host.h"
 
+#include <QtGlobal>
+
 #include <algorithm>
 
 namespace brivane {
@@ -24,6 +26,14 @@ Composition::~Composition()
         const std::shared_ptr<void> service = std::move(m_services.back().second);
         m_services.pop_back();
     }
+}
+
+Composition::Making::Making(Composition& composition, std::type_index type)
+    : m_types(composition.m_making)
+{
+    if (std::ranges::find(m_types, type) != m_types.end())
+        qFatal("To make %s, itself is needed", type.name());
+    m_types.push_back(type);
 }
 
 void* Composition::find(std::type_index type) const

@@ -17,7 +17,7 @@ struct Host;
 ///     static std::unique_ptr<CleanerService> make(Composition& composition);
 ///
 /// There, and nowhere else, a service is told where its parts come from; its constructor takes them
-/// one by one, as does whoever tests it. GUI thread.
+/// one by one, as does whoever tests it. Two that need each other end the program. GUI thread.
 class Composition {
 public:
     /// `host` has to outlive this.
@@ -40,6 +40,7 @@ public:
         const std::type_index type = typeid(Service);
         if (void* made = find(type))
             return *static_cast<Service*>(made);
+        const Making making(*this, type);
         std::unique_ptr<Service> service = Service::make(*this);
         Service& result = *service;
         keep(type, std::shared_ptr<void>(std::move(service)));
@@ -47,11 +48,24 @@ public:
     }
 
 private:
+    /// Notes what is being made, for as long as it lives.
+    class Making {
+    public:
+        Making(Composition& composition, std::type_index type);
+        ~Making() { m_types.pop_back(); }
+        Making(const Making&) = delete;
+        Making& operator=(const Making&) = delete;
+
+    private:
+        std::vector<std::type_index>& m_types;
+    };
+
     [[nodiscard]] void* find(std::type_index type) const;
     void keep(std::type_index type, std::shared_ptr<void> service);
 
     Host& m_host;
     std::vector<std::pair<std::type_index, std::shared_ptr<void>>> m_services; ///< oldest first
+    std::vector<std::type_index> m_making; ///< each for the one before it
 };
 
 } // namespace brivane

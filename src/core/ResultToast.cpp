@@ -41,7 +41,8 @@ QCoro::Task<> ResultToast::hideLater()
     m_showing = {};
     const std::stop_token stop = m_showing.get_token();
     const std::chrono::milliseconds time = 3500ms;
-    co_await m_clock.sleep(time, stop);
+    QCoro::Task<> sleeping = m_clock.sleep(time, stop);
+    co_await sleeping;
     if (!stop.stop_requested())
         setVisibleMessage({});
 }

@@ -64,7 +64,8 @@ QCoro::Task<QString> ShellRunner::runAsAdmin(Locations locations, QString comman
 {
     const QString executable = u"/usr/bin/osascript"_s;
     const QStringList arguments = {u"-e"_s, adminScript(command)};
-    const QString output = co_await run(locations, executable, arguments);
+    QCoro::Task<QString> running = run(locations, executable, arguments);
+    const QString output = co_await running;
     co_return output;
 }
 

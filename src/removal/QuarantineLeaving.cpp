@@ -16,7 +16,8 @@ QCoro::Task<bool> QuarantineService::restore(QuarantineItem item)
 {
     const QPointer<QuarantineService> self(this);
     const Processing processing(this);
-    const bool isRestored = co_await putBack(std::move(item));
+    QCoro::Task<bool> puttingBack = putBack(std::move(item));
+    const bool isRestored = co_await puttingBack;
     if (self && isRestored) {
         const QFuture<Result<>> saved = m_saver->lastSave();
         co_await saved;
@@ -143,7 +144,8 @@ QCoro::Task<> QuarantineService::restoreAll()
     OperationProgress progress{.label = u"Restoring"_s, .total = all.size()};
     setProgress(progress);
     for (const QuarantineItem& item : all) {
-        const bool isRestored = co_await putBack(item);
+        QCoro::Task<bool> puttingBack = putBack(item);
+        const bool isRestored = co_await puttingBack;
         if (!self)
             co_return;
         if (isRestored) {

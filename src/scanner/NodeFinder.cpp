@@ -1,31 +1,25 @@
 #include "scanner/NodeFinder.h"
 
+#include "platform/LiesIn.h"
+
 namespace brivane {
 
 namespace {
 
 constexpr std::size_t expectedNodes = 256;
 
-QByteArray withoutEndSlashes(QByteArray path)
-{
-    while (path.endsWith('/'))
-        path.chop(1);
-    return path;
-}
-
 } // namespace
 
 NodeFinder::NodeFinder(FileNodePtr root)
     : m_root(std::move(root))
-    , m_rootPath(withoutEndSlashes(m_root->pathBytes()))
+    , m_rootPath(m_root->pathBytes())
     , m_index(expectedNodes)
 {
 }
 
 bool NodeFinder::covers(const QByteArray& path) const
 {
-    return path.startsWith(m_rootPath) &&
-           (path.size() == m_rootPath.size() || path[m_rootPath.size()] == '/');
+    return liesIn(path, m_rootPath);
 }
 
 FileNodePtr NodeFinder::find(const QByteArray& path)

@@ -22,7 +22,7 @@ public:
 
 private:
     const FileNodePtr m_root;
-    const QByteArray m_rootPath; ///< without a slash at its end: "" for "/"
+    const QByteArray m_rootPath;
     NodeIndex m_index;
     std::unordered_set<const FileNode*> m_indexed;
 };

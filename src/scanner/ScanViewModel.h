@@ -24,8 +24,9 @@ class Composition;
 /// GUI thread. Walks run on a thread of their own, and what they report arrives through the event
 /// loop. The tree changes in place while it grows, and scanTick goes up with each report. A start
 /// of either kind ends the scan before it, of which nothing is shown any more. Neither a stop nor
-/// the end of the view model waits for a walk.
-class ScanViewModel : public TreeBrowser {
+/// the end of the view model waits for a walk. (Its base is named in full, since that is how the
+/// QML tools know it.)
+class ScanViewModel : public brivane::TreeBrowser {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The application brings it")

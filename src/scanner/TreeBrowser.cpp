@@ -46,10 +46,7 @@ void TreeBrowser::setSelectedNode(const FileNodeRef& node)
 
 void TreeBrowser::setRootNode(const FileNodePtr& node)
 {
-    if (m_rootNode.node() == node)
-        return;
-    m_rootNode = FileNodeRef(node);
-    Q_EMIT rootNodeChanged();
+    publish(m_rootNode, FileNodeRef(node), this, &TreeBrowser::rootNodeChanged);
 }
 
 void TreeBrowser::setFocusedNode(const FileNodePtr& node)

@@ -1,7 +1,9 @@
+#include "app/MenuCommands.h"
 #include "app/Module.h"
 #include "cleaning/CleaningSessionState.h"
 #include "core/ActivityTracker.h"
 #include "core/NotificationNames.h"
+#include "removal/QuarantineViewModel.h"
 #include "tests/support/AppWindow.h"
 
 #include <QMetaEnum>
@@ -29,6 +31,10 @@ TEST(Shell, OnboardingEndsForGood)
     const AppMachine machine(Access::Missing);
     {
         AppWindow app(machine);
+        int quits = 0;
+        app.host().notifications.subscribe(quitNotification, &app.app(), [&] { ++quits; });
+        app.press(Qt::Key_Q, Qt::ControlModifier);
+        EXPECT_EQ(quits, 1);
         EXPECT_TRUE(app.item(u"onboardingPage"_s));
         EXPECT_FALSE(app.item(u"mainView"_s));
         app.app().setOnboarded(false);
@@ -39,6 +45,8 @@ TEST(Shell, OnboardingEndsForGood)
         app.press(Qt::Key_1, Qt::ControlModifier);
         AppWindow::step();
         EXPECT_EQ(app.shell().appMode(), AppMode::scanner) << "the keys came too late";
+        app.press(Qt::Key_Q, Qt::ControlModifier);
+        EXPECT_EQ(quits, 2);
     }
     AppWindow again(machine);
     EXPECT_TRUE(again.item(u"mainView"_s));
@@ -70,6 +78,24 @@ TEST(Shell, EveryModuleShowsItsScreenWithoutAWarning)
     }
     qInstallMessageHandler(previousHandler);
     EXPECT_EQ(warnings, QStringList());
+}
+
+TEST(Shell, AScreenIsMadeOnceWhatItWorksOnIsThere)
+{
+    const AppMachine machine;
+    const std::unique_ptr<OwnedHost> host = machine.start();
+    const Module rows[] = {
+        {AppMode::dashboard, "Removal/screens/QuarantineView.qml"_L1, &make<QuarantineViewModel>}};
+    {
+        Composition composition(host->host());
+        const ShellViewModel gone(composition, rows);
+    }
+    AppWindow::step(); // what was under way ends, and finds nobody
+    Composition composition(host->host());
+    const ShellViewModel shell(composition, rows);
+    EXPECT_TRUE(shell.screen().isEmpty()) << "it has nothing to work on";
+    EXPECT_TRUE(waitUntil([&] { return !shell.screen().isEmpty(); }));
+    EXPECT_TRUE(shell.screenProperties().contains(u"viewModel"_s));
 }
 
 TEST(Shell, ScanGoesOnWhileAnotherModuleIsShown)

@@ -60,6 +60,8 @@ protected:
     {
         app().press(key.key, key.modifiers);
         AppWindow::step();
+        // A module that is entered for the first time may take a moment.
+        EXPECT_TRUE(waitUntil([&] { return !app().app().shell()->screen().isEmpty(); }));
     }
     /// What the sidebar says is on screen.
     QString module()

@@ -61,7 +61,8 @@ QCoro::Task<FileNodePtr> PrivilegedScanner::scanAsAdmin(QString path, FileNodePt
     FileNodePtr root;
     std::exception_ptr failure;
     try {
-        root = co_await perform(run);
+        QCoro::Task<FileNodePtr> performing = perform(run);
+        root = co_await performing;
         if (self)
             logOutcome(start);
     } catch (...) {
@@ -92,7 +93,8 @@ void PrivilegedScanner::logOutcome(std::chrono::nanoseconds start) const
 QCoro::Task<FileNodePtr> PrivilegedScanner::perform(std::shared_ptr<AdminRun> run)
 {
     const QPointer<PrivilegedScanner> self(this);
-    co_await prepare(run);
+    QCoro::Task<> preparing = prepare(run);
+    co_await preparing;
 
     setProgress(u"Requesting administrator privileges..."_s);
     const HelperCommands::CommandLine line =

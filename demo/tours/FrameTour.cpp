@@ -1,7 +1,7 @@
 // The window around the modules, while a finished scan is there.
 
 #include "app/ShellViewModel.h"
-#include "cleaning/CleaningSessionState.h"
+#include "core/CleaningSessionState.h"
 #include "core/ActivityTracker.h"
 #include "core/Composition.h"
 #include "demo/Tour.h"

@@ -2,8 +2,8 @@
 
 #include "app/KeyboardMap.h"
 #include "app/ModeColors.h"
-#include "cleaning/CleaningSessionState.h"
 #include "core/ActivityTracker.h"
+#include "core/CleaningSessionState.h"
 #include "core/Composition.h"
 #include "core/Navigation.h"
 #include "core/NotificationNames.h"

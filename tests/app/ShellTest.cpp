@@ -1,6 +1,6 @@
 #include "app/MenuCommands.h"
 #include "app/Module.h"
-#include "cleaning/CleaningSessionState.h"
+#include "core/CleaningSessionState.h"
 #include "core/ActivityTracker.h"
 #include "core/NotificationNames.h"
 #include "removal/QuarantineViewModel.h"

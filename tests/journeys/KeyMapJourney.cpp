@@ -1,5 +1,5 @@
 #include "Journey.h"
-#include "cleaning/CleaningSessionState.h"
+#include "core/CleaningSessionState.h"
 
 using namespace Qt::StringLiterals;
 

@@ -43,6 +43,12 @@ TEST(ThreadShortage, WalksAndVolumesDoWithTheThreadsThatTheyGet)
     }));
 }
 
+static std::ptrdiff_t threadCount()
+{
+    const std::filesystem::directory_iterator threads("/proc/self/task");
+    return std::distance(begin(threads), end(threads));
+}
+
 TEST(ThreadShortage, AWorkerThatGetsItsThreadLateStillRunsOneJobAtATime)
 {
     EXPECT_TRUE(passesUnprivileged([] {
@@ -54,9 +60,9 @@ TEST(ThreadShortage, AWorkerThatGetsItsThreadLateStillRunsOneJobAtATime)
         worker.run([&] {
             limit.rlim_cur = enough;
             ASSERT_EQ(::setrlimit(RLIMIT_NPROC, &limit), 0);
+            const std::ptrdiff_t before = threadCount(); // a sanitizer may have one too
             worker.run([] {});
-            const std::filesystem::directory_iterator threads("/proc/self/task");
-            EXPECT_EQ(std::distance(begin(threads), end(threads)), 1);
+            EXPECT_EQ(threadCount(), before);
         });
         worker.waitForDone();
         const std::thread::id here = std::this_thread::get_id();

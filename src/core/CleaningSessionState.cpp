@@ -1,4 +1,4 @@
-#include "cleaning/CleaningSessionState.h"
+#include "core/CleaningSessionState.h"
 
 #include "core/Publish.h"
 

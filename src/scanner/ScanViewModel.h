@@ -25,7 +25,7 @@ class Composition;
 /// loop. The tree changes in place while it grows, and scanTick goes up with each report. A start
 /// of either kind ends the scan before it, of which nothing is shown any more. Neither a stop nor
 /// the end of the view model waits for a walk.
-class ScanViewModel : public TreeBrowser {
+class ScanViewModel : public brivane::TreeBrowser { // qualified, for qmllint
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The application brings it")

@@ -106,6 +106,7 @@ TEST_F(AccessibleJourney, EveryControlHasARoleAndANameInEveryStateOfTheWindow)
     changeDisk([&] {
         app().press(Qt::Key_Delete);
         ASSERT_TRUE(app().shows(u"resultToastText"_s));
+        ASSERT_TRUE(waitUntil([&] { return !app().quarantine().isProcessing(); }));
     });
     listen(app(), "empty");
 }

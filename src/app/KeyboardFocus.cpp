@@ -11,7 +11,7 @@ KeyboardFocus::KeyboardFocus(QQuickWindow& window)
     , m_window(window)
 {
     window.installEventFilter(this);
-    connect(&window, &QQuickWindow::activeFocusItemChanged, this, &KeyboardFocus::show);
+    connect(&window, &QQuickWindow::activeFocusItemChanged, this, &KeyboardFocus::follow);
 }
 
 bool KeyboardFocus::eventFilter(QObject*, QEvent* event)
@@ -31,11 +31,25 @@ bool KeyboardFocus::eventFilter(QObject*, QEvent* event)
     return false;
 }
 
-void KeyboardFocus::show()
+void KeyboardFocus::follow()
 {
     QQuickItem* item = m_window.activeFocusItem();
+    // Popups that close in an orderly way are about to give it back themselves.
+    if (item == m_window.contentItem())
+        QMetaObject::invokeMethod(this, &KeyboardFocus::giveBack, Qt::QueuedConnection);
     if (m_isByKeyboard && item && item->property("visualFocus") == false)
         item->setProperty("focusReason", QVariant::fromValue(Qt::ShortcutFocusReason));
+}
+
+void KeyboardFocus::giveBack()
+{
+    if (m_window.activeFocusItem() != m_window.contentItem())
+        return;
+    for (QQuickItem* item : m_window.contentItem()->childItems()) {
+        if (item->isFocusScope() && item->isVisible() && item->isEnabled())
+            return item->forceActiveFocus(m_isByKeyboard ? Qt::ShortcutFocusReason
+                                                         : Qt::OtherFocusReason);
+    }
 }
 
 } // namespace brivane

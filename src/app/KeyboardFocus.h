@@ -6,11 +6,14 @@ class QQuickWindow;
 
 namespace brivane {
 
-/// Shows whoever works by keyboard where the keyboard is.
+/// Sees to it that the keyboard is somewhere, and shows whoever works by it where that is.
 ///
 /// A control draws its ring only when Tab led to it. One that gets the keyboard otherwise, because
 /// the screen changed or a popup closed, would leave the person guessing: here it gets its ring as
-/// well, as long as the last thing that was pressed was a key. GUI thread.
+/// well, as long as the last thing that was pressed was a key.
+///
+/// A popup that goes with its screen cannot give the keyboard back. It would stay on the window's
+/// content, on which no key does anything: it goes on where it was before. GUI thread.
 class KeyboardFocus : public QObject {
     Q_OBJECT
 
@@ -21,7 +24,8 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void show();
+    void follow();
+    void giveBack();
 
     QQuickWindow& m_window;
     bool m_isByKeyboard = false;

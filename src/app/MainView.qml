@@ -95,6 +95,7 @@ FocusScope {
 
             enabled: shortcut.length > 0
             sequence: shortcut
+            context: Qt.ApplicationShortcut // also while a question is asked: Qt would hold them back
             autoRepeat: false
             onActivated: root.shell.post(notification)
         }

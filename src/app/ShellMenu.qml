@@ -19,18 +19,34 @@ AppPopup {
             open();
     }
 
+    // Past an end it goes on from the other.
     function reach(index: int): void {
         const entry = rows.itemAt((index + rows.count) % rows.count) as ShellMenuRow;
         entry.row.forceActiveFocus(Qt.TabFocusReason);
+    }
+
+    // To the next item that begins like that.
+    function reachText(text: string): bool {
+        const entries = Array.from({ length: rows.count }, (_, index) => rows.itemAt(index) as ShellMenuRow);
+        const from = entries.findIndex(entry => entry.row.activeFocus) + 1;
+        const next = entries.slice(from).concat(entries.slice(0, from))
+            .find(entry => entry.title.toLowerCase().startsWith(text.toLowerCase()));
+        next?.row.forceActiveFocus(Qt.TabFocusReason);
+        return next !== undefined;
     }
 
     objectName: "shellMenu"
     padding: Metrics.spacingTiny + 2
     implicitWidth: 252
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
-    onOpened: {
-        if (byKeyboard)
-            reach(0);
+    onAboutToShow: (byKeyboard ? (rows.itemAt(0) as ShellMenuRow).row : column).focus = true
+
+    Connections {
+        target: root.shell
+
+        function onAppModeChanged(): void {
+            root.close();
+        }
     }
 
     Column {
@@ -40,8 +56,15 @@ AppPopup {
         focus: true
         Accessible.role: Accessible.PopupMenu
         Accessible.name: qsTr("Menu")
-        Keys.onDownPressed: root.reach(0)
-        Keys.onUpPressed: root.reach(-1)
+        Keys.onPressed: event => {
+            if (event.key === Qt.Key_Down || event.key === Qt.Key_Home || event.key === Qt.Key_PageUp)
+                root.reach(0);
+            else if (event.key === Qt.Key_Up || event.key === Qt.Key_End || event.key === Qt.Key_PageDown)
+                root.reach(-1);
+            else if (!(event.text > " " && root.reachText(event.text)))
+                return;
+            event.accepted = true;
+        }
 
         Repeater {
             id: rows

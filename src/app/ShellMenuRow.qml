@@ -37,6 +37,12 @@ Item {
     T.MenuItem {
         id: button
 
+        // The key that opened the menu may still be held down.
+        function chooseByKey(event: KeyEvent): void {
+            if (!event.isAutoRepeat)
+                clicked();
+        }
+
         objectName: "menu-" + root.title
         y: label.visible ? label.y + label.height : 0
         width: parent.width
@@ -50,8 +56,8 @@ Item {
         Accessible.onPressAction: clicked()
         Accessible.description: root.keys
         onClicked: root.chosen()
-        Keys.onReturnPressed: clicked()
-        Keys.onEnterPressed: clicked()
+        Keys.onReturnPressed: event => chooseByKey(event)
+        Keys.onEnterPressed: event => chooseByKey(event)
         Keys.onUpPressed: root.moved(-1)
         Keys.onDownPressed: root.moved(1)
 

@@ -3,8 +3,8 @@ import QtQuick.Templates as T
 import Brivane.App
 import Brivane.Components
 
-// The modules, and what they add to the sidebar. One stop of the Tab key: Up and Down move, Enter and Space
-// choose. What does not fit scrolls; the footers of the parts stay in view.
+// The modules, and what they add to the sidebar. One stop of the Tab key: Up, Down, Home, End and first
+// letters move, Enter and Space choose. What does not fit scrolls; the footers of the parts stay in view.
 FocusScope {
     id: root
 
@@ -24,11 +24,37 @@ FocusScope {
         return rows;
     }
 
-    function step(distance: int): void {
+    // From the row with the keyboard; further than to the first and the last it does not go.
+    function step(distance: real): bool {
         const rows = rowsIn(content);
         const from = rows.indexOf(focused);
         if (from >= 0)
             rows[Math.max(0, Math.min(rows.length - 1, from + distance))].forceActiveFocus(Qt.TabFocusReason);
+        return from >= 0;
+    }
+
+    // To the next row that begins like that.
+    function stepTo(text: string): bool {
+        const rows = rowsIn(content);
+        const from = rows.indexOf(focused);
+        const next = rows.slice(from + 1).concat(rows.slice(0, from + 1))
+            .find(row => row.text.toLowerCase().startsWith(text.toLowerCase()));
+        if (from >= 0)
+            next?.forceActiveFocus(Qt.TabFocusReason);
+        return from >= 0 && next !== undefined;
+    }
+
+    function handleKey(event: KeyEvent): bool {
+        switch (event.key) {
+        case Qt.Key_Up: return step(-1);
+        case Qt.Key_Down: return step(1);
+        case Qt.Key_Home:
+        case Qt.Key_PageUp: return step(-Infinity);
+        case Qt.Key_End:
+        case Qt.Key_PageDown: return step(Infinity);
+        }
+        const isText = event.text > " " && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier));
+        return isText && stepTo(event.text);
     }
 
     function reveal(row: Item): void {
@@ -41,8 +67,7 @@ FocusScope {
     }
 
     objectName: "sidebar"
-    Keys.onUpPressed: step(-1)
-    Keys.onDownPressed: step(1)
+    Keys.onPressed: event => event.accepted = handleKey(event)
     onFocusedChanged: {
         if (focused instanceof SidebarRow)
             reveal(focused);

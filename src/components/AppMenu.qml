@@ -2,7 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Brivane.Components
 
-// A menu of AppMenuItems. Arrows move, Enter chooses, Escape closes; afterwards the keyboard is where it was.
+// A menu of AppMenuItems. Arrows, Home, End and first letters move, Enter chooses, Escape closes; afterwards
+// the keyboard is where it was.
 //
 // The menu of a list's rows is one for all of them: it keeps the entry that it was opened for, whatever
 // becomes of the list meanwhile.
@@ -15,6 +16,34 @@ T.Menu {
         entry = what;
         parent = at;
         popup(at, x, y);
+    }
+
+    // The first item from `from` on, by steps of `step`, that can be chosen and begins like that; else -1.
+    function find(from: int, step: int, text: string): int {
+        for (let tried = 0, at = from; tried < count; ++tried, at += step) {
+            const item = itemAt((at + count) % count) as AppMenuItem;
+            if (item?.enabled && item.text.toLowerCase().startsWith(text.toLowerCase()))
+                return (at + count) % count;
+        }
+        return -1;
+    }
+
+    // For menus that a key has opened.
+    function chooseFirst(): void {
+        currentIndex = find(0, 1, "");
+    }
+
+    function handleKey(event: KeyEvent): bool {
+        let found = -1;
+        if (event.key === Qt.Key_Home || event.key === Qt.Key_PageUp)
+            found = find(0, 1, "");
+        else if (event.key === Qt.Key_End || event.key === Qt.Key_PageDown)
+            found = find(count - 1, -1, "");
+        else if (event.text > " " && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier)))
+            found = find(currentIndex + 1, 1, event.text);
+        if (found >= 0)
+            currentIndex = found;
+        return found >= 0;
     }
 
     margins: Metrics.spacingSmall
@@ -49,6 +78,7 @@ T.Menu {
         model: root.contentModel
         interactive: false
         currentIndex: root.currentIndex
+        Keys.onPressed: event => event.accepted = root.handleKey(event)
         Accessible.role: Accessible.PopupMenu
         Accessible.name: root.title.length > 0 ? root.title : qsTr("Menu")
     }

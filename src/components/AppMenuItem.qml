@@ -18,6 +18,9 @@ T.MenuItem {
     // A state "disabled" is not told to screen readers.
     Accessible.description: !enabled ? qsTr("unavailable") : isChosen ? qsTr("chosen") : keys
     Accessible.onPressAction: if (enabled) root.triggered()
+    // A key that opened the menu and is still held down does not choose.
+    Keys.onPressed: event => event.accepted = event.isAutoRepeat
+        && [Qt.Key_Return, Qt.Key_Enter, Qt.Key_Space].includes(event.key)
 
     background: Rectangle {
         radius: Metrics.radiusSmall

@@ -40,4 +40,5 @@ Text {
     textFormat: Text.PlainText
     Accessible.role: textStyle <= AppText.Style.Heading ? Accessible.Heading : Accessible.StaticText
     Accessible.name: text
+    Accessible.focusable: false // of which Qt believes the opposite
 }

@@ -10,6 +10,7 @@ Rectangle {
     property string toolTip
     property color tint: ColorPalette.accent
     property int weight: Font.Medium
+    property bool isDecoration: false // what it lies in says the same
 
     implicitWidth: row.implicitWidth + 2 * (Metrics.spacingSmall - 1)
     implicitHeight: 18
@@ -36,6 +37,7 @@ Rectangle {
             text: root.text
             textStyle: AppText.Style.Caption
             font.weight: root.weight
+            Accessible.ignored: root.isDecoration
             color: ColorPalette.lightened(root.tint, 0.3)
         }
     }

@@ -57,8 +57,9 @@ PlainControl {
     Accessible.onPressAction: root.activate()
 
     Keys.onPressed: event => {
+        // What is held down was pressed elsewhere.
         if (event.key === Qt.Key_Space)
-            isSpaceDown = true;
+            isSpaceDown = isSpaceDown || !event.isAutoRepeat;
         else if (event.key !== Qt.Key_Return && event.key !== Qt.Key_Enter)
             return;
         else if (!event.isAutoRepeat)

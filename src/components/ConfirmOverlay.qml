@@ -40,7 +40,7 @@ AppPopup {
     modal: true
     dim: true
     onAskedChanged: asked ? open() : close()
-    onOpened: cancelButton.forceActiveFocus(Qt.PopupFocusReason)
+    onAboutToShow: cancelButton.focus = true // from the first key on
     onClosed: dismissed()
     Component.onCompleted: {
         if (asked)
@@ -86,6 +86,7 @@ AppPopup {
             wrapMode: Text.Wrap
             text: root.title
             textStyle: AppText.Style.Title
+            Accessible.ignored: true
         }
         AppText {
             objectName: "confirmText"
@@ -95,6 +96,7 @@ AppPopup {
             wrapMode: Text.Wrap
             text: root.text
             color: ColorPalette.secondaryText
+            Accessible.ignored: true
         }
         ColumnLayout {
             id: slot

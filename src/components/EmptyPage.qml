@@ -18,6 +18,11 @@ FocusScope {
 
     signal pressed()
 
+    // Without a control the page itself has the keyboard.
+    Accessible.role: Accessible.Grouping
+    Accessible.name: title
+    Accessible.description: text
+
     implicitWidth: 480 + 2 * Metrics.spacingHuge
     implicitHeight: column.implicitHeight
 

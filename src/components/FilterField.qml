@@ -21,6 +21,7 @@ T.TextField {
     selectByMouse: true
     inputMethodHints: Qt.ImhNoPredictiveText
     Accessible.name: placeholderText
+    Accessible.searchEdit: true
 
     Keys.onEscapePressed: {
         if (length > 0)

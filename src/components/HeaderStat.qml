@@ -11,6 +11,7 @@ Column {
 
     spacing: 0
     Accessible.role: Accessible.StaticText
+    Accessible.focusable: false
     Accessible.name: value + " " + caption
 
     NumericText {

@@ -47,6 +47,13 @@ ListView {
             currentIndex = activeFocus && count > 0 ? 0 : -1;
     }
 
+    function openMenu(): bool {
+        if (!currentRow.openMenu(Metrics.spacingHuge, currentRow.height))
+            return false;
+        currentRow.menu.chooseFirst();
+        return true;
+    }
+
     // The keyboard is always on a row.
     function showCurrent(): void {
         if (activeFocus && currentIndex < 0 && count > 0)
@@ -61,10 +68,12 @@ ListView {
         case Qt.Key_PageDown: moveTo(currentIndex + rowsInSight); return true;
         case Qt.Key_Home: moveTo(0); return true;
         case Qt.Key_End: moveTo(count - 1); return true;
-        case Qt.Key_Menu: return currentRow.openMenu(Metrics.spacingHuge, currentRow.height);
-        case Qt.Key_F10: return (event.modifiers & Qt.ShiftModifier)
-            && currentRow.openMenu(Metrics.spacingHuge, currentRow.height);
-        case Qt.Key_Space: toggled(currentEntry); return true;
+        case Qt.Key_Menu: return openMenu();
+        case Qt.Key_F10: return (event.modifiers & Qt.ShiftModifier) && openMenu();
+        case Qt.Key_Space:
+            if (!event.isAutoRepeat)
+                toggled(currentEntry);
+            return true;
         case Qt.Key_Return:
         case Qt.Key_Enter:
             if (!event.isAutoRepeat)
@@ -84,6 +93,7 @@ ListView {
     onCountChanged: showCurrent()
     Accessible.role: Accessible.List
     Accessible.name: name
+    Accessible.description: count === 0 ? emptyText : ""
     T.ScrollBar.vertical: AppScrollBar {}
     Keys.onPressed: event => {
         if (root.currentRow && root.handleKey(event))
@@ -96,6 +106,13 @@ ListView {
         visible: root.count === 0 && text.length > 0
         text: root.emptyText
         color: ColorPalette.secondaryText
+        Accessible.ignored: true
+    }
+    FocusRing { // where there is no row to show it
+        parent: root
+        gap: -2
+        shown: root.activeFocus && root.count === 0
+        controlRadius: Metrics.radiusMedium
     }
 
     property bool isRearranged: false

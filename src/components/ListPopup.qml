@@ -22,6 +22,8 @@ AppPopup {
 
     contentItem: ColumnLayout {
         spacing: Metrics.spacingMedium
+        Accessible.role: Accessible.Dialog
+        Accessible.name: root.name
 
         KeyboardList {
             Layout.fillWidth: true

@@ -36,6 +36,7 @@ Item {
     implicitWidth: row.implicitWidth
     implicitHeight: Math.ceil(metrics.height)
     Accessible.role: Accessible.StaticText
+    Accessible.focusable: false
     Accessible.name: text
 
     FontMetrics {

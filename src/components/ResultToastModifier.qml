@@ -22,6 +22,7 @@ Item {
         leaving.stop();
         lastMessage = visibleMessage;
         arrival.restart();
+        ScreenReader.alert(toast);
     }
 
     anchors.fill: parent
@@ -47,6 +48,8 @@ Item {
     }
 
     Rectangle {
+        id: toast
+
         objectName: "resultToast"
         anchors.horizontalCenter: parent.horizontalCenter
         y: parent.height - root.presence * (height + Metrics.spacingHuge)

@@ -14,6 +14,11 @@ Item {
 
     signal clicked()
 
+    onHasKeyboardChanged: {
+        if (hasKeyboard)
+            ScreenReader.focusMoved(root);
+    }
+
     objectName: modelData.objectName ?? "pill" + index
     implicitWidth: Math.ceil(label.implicitWidth) + 2 * Metrics.spacingMedium
     implicitHeight: Metrics.controlHeight - 4

@@ -32,7 +32,9 @@ PlainControl {
     opacity: enabled ? 1 : 0.5
 
     Keys.onLeftPressed: activate(currentIndex - 1)
+    Keys.onUpPressed: activate(currentIndex - 1)
     Keys.onRightPressed: activate(currentIndex + 1)
+    Keys.onDownPressed: activate(currentIndex + 1)
     Keys.onPressed: event => {
         if (event.key === Qt.Key_Home)
             activate(0);

@@ -8,7 +8,9 @@ SidebarRow {
     property var lines: [] // of { icon, label, value }; icon may be missing
 
     implicitHeight: column.height + 2 * Metrics.spacingSmall
-    Accessible.name: text + ", " + lines.map(line => qsTr("%1: %2").arg(line.label).arg(line.value)).join(", ")
+    // A single line says what the heading says.
+    Accessible.name: (lines.length > 1 ? text + ", " : "")
+        + lines.map(line => qsTr("%1: %2").arg(line.label).arg(line.value)).join(", ")
     Accessible.selectable: false
 
     background: Rectangle {

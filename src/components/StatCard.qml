@@ -13,6 +13,7 @@ ModuleCard {
 
     padding: Metrics.spacingMedium
     Accessible.role: Accessible.StaticText
+    Accessible.focusable: false
     Accessible.name: label + ": " + value
     Accessible.onRoleChanged: {
         if (Accessible.role !== Accessible.StaticText)

@@ -18,6 +18,7 @@ Rectangle {
     border.width: isBare ? 0 : 1
     border.color: ColorPalette.hairline
     Accessible.role: Accessible.StaticText
+    Accessible.focusable: false
     Accessible.name: label.length > 0 ? label + ": " + value : value
 
     Row {

@@ -38,6 +38,7 @@ Item {
             textStyle: AppText.Style.Caption
             color: ColorPalette.primaryText
             wrapMode: Text.Wrap
+            Accessible.ignored: true // the control says it
         }
         background: Rectangle {
             color: ColorPalette.surfaceLight

@@ -1,7 +1,7 @@
 #include "QmlScene.h"
+#include "tests/support/AccessibleTree.h"
 #include "tests/support/PrintText.h"
 
-#include <QAccessible>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -13,52 +13,6 @@ namespace {
 QAccessibleInterface* heard(QQuickItem* item)
 {
     return QAccessible::queryAccessibleInterface(item);
-}
-
-bool canBePressed(QAccessibleInterface& spoken)
-{
-    return spoken.actionInterface() && spoken.actionInterface()->actionNames().contains(
-                                           QAccessibleActionInterface::pressAction());
-}
-
-/// All that is visible below `item`, as screen readers find it, one a line, further in the deeper.
-/// What can be focused or pressed, and is not told by role and name, is put into `mute`.
-void dump(QAccessibleInterface* spoken, int depth, QStringList& lines, QStringList& mute)
-{
-    if (!spoken || spoken->state().invisible)
-        return;
-    const QAccessible::Role role = spoken->role();
-    const QString line = u"%1%2 \"%3\""_s.arg(
-        QString(2 * depth, u' '),
-        QString::fromLatin1(QMetaEnum::fromType<QAccessible::Role>().valueToKey(role)),
-        spoken->text(QAccessible::Name));
-    lines += line;
-    auto* item = qobject_cast<QQuickItem*>(spoken->object());
-    const bool isControl = item && (item->activeFocusOnTab() || canBePressed(*spoken));
-    const bool isTold = role != QAccessible::NoRole && role != QAccessible::Client &&
-                        !spoken->text(QAccessible::Name).isEmpty();
-    if (isControl && !isTold)
-        mute += line + u' ' + QString::fromLatin1(item->metaObject()->className());
-    for (int at = 0; at < spoken->childCount(); ++at)
-        dump(spoken->child(at), depth + 1, lines, mute);
-}
-
-/// Stops of the Tab key that a screen reader does not find at all.
-void findUnheard(QQuickItem* item, const QSet<QObject*>& found, QStringList& mute)
-{
-    if (!item->isVisible())
-        return;
-    if (item->activeFocusOnTab() && !found.contains(item))
-        mute += u"unheard "_s + QString::fromLatin1(item->metaObject()->className());
-    for (QQuickItem* child : item->childItems())
-        findUnheard(child, found, mute);
-}
-
-void collect(QAccessibleInterface* spoken, QSet<QObject*>& found)
-{
-    found += spoken->object();
-    for (int at = 0; at < spoken->childCount(); ++at)
-        collect(spoken->child(at), found);
 }
 
 class Accessibility : public testing::TestWithParam<bool> {
@@ -84,17 +38,11 @@ TEST_P(Accessibility, EveryControlOfTheGalleryHasARoleAndAName)
             ASSERT_TRUE(QTest::qWaitFor(
                 [&] { return scene.view().activeFocusItem() != scene.item(opener); }, 5000));
         }
-        QStringList lines;
-        QStringList mute;
-        QAccessibleInterface* window = QAccessible::queryAccessibleInterface(&scene.view());
-        dump(window, 0, lines, mute);
-        QSet<QObject*> found;
-        collect(window, found);
-        findUnheard(scene.view().contentItem(), found, mute);
-        EXPECT_GT(lines.size(), 100);
-        EXPECT_EQ(mute, QStringList()) << qPrintable(opener);
+        const auto tree = brivane::testing::accessibleTree(scene.view());
+        EXPECT_GT(tree.lines.size(), 100);
+        EXPECT_EQ(tree.faults, QStringList()) << qPrintable(opener);
         if (qEnvironmentVariableIsSet("BRIVANE_TREE"))
-            puts(qPrintable(lines.join(u'\n')));
+            puts(qPrintable(tree.lines.join(u'\n')));
         scene.press(Qt::Key_Escape);
     }
 }

@@ -58,6 +58,7 @@ KeyboardListRow {
             text: root.daysText
             tint: root.daysColor
             weight: Font.DemiBold
+            isDecoration: true
         },
         // Keeps its room, so that nothing moves when the pointer comes.
         Row {

@@ -36,6 +36,8 @@ FocusScope {
     onIsLookedAtChanged: viewModel.refreshDays()
 
     objectName: "quarantineView"
+    Accessible.role: Accessible.Grouping
+    Accessible.name: qsTr("Quarantine")
     Component.onCompleted: viewModel.enter()
 
     EmptyPage {
@@ -79,7 +81,10 @@ FocusScope {
             Layout.bottomMargin: Metrics.spacingMedium
             viewModel: root.viewModel
             onFilterEdited: text => list.rearrange(() => root.viewModel.searchText = text)
-            onFilterLeft: list.forceActiveFocus(Qt.TabFocusReason)
+            onFilterLeft: {
+                if (list.count > 0)
+                    list.forceActiveFocus(Qt.TabFocusReason);
+            }
             onOrderChosen: order => list.rearrange(() => root.viewModel.sortOrder = order)
         }
         ProgressPanel {

@@ -151,6 +151,7 @@ void ChartView::keyPressEvent(QKeyEvent* event)
         return viewModel()->actions()->copyPath(node);
     if (event->modifiers() != Qt::NoModifier && event->modifiers() != Qt::KeypadModifier)
         return event->ignore();
+    const bool isHeld = event->isAutoRepeat();
     switch (event->key()) {
     case Qt::Key_Left:
     case Qt::Key_Right:
@@ -160,11 +161,11 @@ void ChartView::keyPressEvent(QKeyEvent* event)
         return;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        return activate(m_hovered);
+        return isHeld ? void() : activate(m_hovered);
     case Qt::Key_Backspace:
         return viewModel()->drillUp();
     case Qt::Key_Delete:
-        return viewModel()->actions()->toggleStaged(node);
+        return isHeld ? void() : viewModel()->actions()->toggleStaged(node);
     default:
         event->ignore();
     }

@@ -9,6 +9,13 @@ FocusScope {
     required property ScanViewModel viewModel
     required property bool showsSunburst
 
+    function openMenu(chart: ChartView, node: fileNode, x: real, y: real): void {
+        const isByKeyboard = chart.isKeyboardUsed; // which the menu takes
+        menu.openFor(node, chart, x, y);
+        if (isByKeyboard)
+            menu.chooseFirst();
+    }
+
     objectName: "chartPane"
 
     Loader {
@@ -41,7 +48,7 @@ FocusScope {
             objectName: "sunburstChart"
             focus: true
             viewModel: root.viewModel
-            onMenuRequested: (node, x, y) => menu.openFor(node, ring, x, y)
+            onMenuRequested: (node, x, y) => root.openMenu(ring, node, x, y)
             Accessible.role: Accessible.Chart
             Accessible.name: qsTr("Sunburst of %1").arg(root.viewModel.stats.focusName)
 
@@ -73,7 +80,7 @@ FocusScope {
             objectName: "treemapView"
             focus: true
             viewModel: root.viewModel
-            onMenuRequested: (node, x, y) => menu.openFor(node, blocks, x, y)
+            onMenuRequested: (node, x, y) => root.openMenu(blocks, node, x, y)
             Accessible.role: Accessible.Chart
             Accessible.name: qsTr("Treemap of %1").arg(root.viewModel.stats.focusName)
 

@@ -32,12 +32,14 @@ T.ToolTip {
             text: root.chart.revision, root.chart.nameOf(root.chart.hoveredIndex)
             textStyle: AppText.Style.BodyStrong
             elide: Text.ElideMiddle
+            Accessible.ignored: true // the block says it
         }
         AppText {
             width: Math.min(360, implicitWidth)
             text: root.chart.revision, root.chart.detailsOf(root.chart.hoveredIndex)
             textStyle: AppText.Style.Caption
             elide: Text.ElideRight
+            Accessible.ignored: true
         }
     }
     background: Rectangle {

@@ -24,6 +24,7 @@ StatsBar {
         isBare: true
         icon: "clock"
         value: root.viewModel.stats.durationText
+        Accessible.name: qsTr("time: %1").arg(value)
     }
     StatPill {
         isBare: true

@@ -38,7 +38,11 @@ KeyboardListRow {
     trailingWidth: 84
     isSelected: viewModel.selectedNode === node
     isLit: viewModel.hoveredNode === node
-    Accessible.description: isStaged ? qsTr("staged for deletion") : ""
+    Accessible.description: {
+        if (isStaged)
+            return isDirectory ? qsTr("folder, staged for deletion") : qsTr("staged for deletion");
+        return isDirectory ? qsTr("folder") : "";
+    }
     onHoveredChanged: viewModel.setHovered(node, hovered)
     // The list may put another entry under a pointer that rests.
     onNodeChanged: {

@@ -138,7 +138,7 @@ FocusScope {
                 return;
             else if (event.key === Qt.Key_Right)
                 (list.currentRow as FolderTreeRow).activate(list.currentEntry);
-            else if (event.key === Qt.Key_Delete)
+            else if (event.key === Qt.Key_Delete && !event.isAutoRepeat)
                 root.viewModel.actions.toggleStaged(list.currentEntry);
             else if (event.matches(StandardKey.Copy))
                 root.viewModel.actions.copyPath(list.currentEntry);

@@ -83,7 +83,7 @@ Item {
         text: root.path
         textStyle: AppText.Style.Caption
         color: ColorPalette.secondaryText
-        Accessible.ignored: true
+        Accessible.ignored: root.isBusy // it would not stop talking
     }
 
     Rectangle {

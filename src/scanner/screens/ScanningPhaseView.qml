@@ -43,6 +43,8 @@ FocusScope {
         anchors.right: parent.right
         active: root.viewModel.hasTree
         focus: true
+        Accessible.role: Accessible.Grouping
+        Accessible.name: qsTr("Scan") // until there is a list, it has the keyboard
         sourceComponent: ScanPanes {
             focus: true
             viewModel: root.viewModel

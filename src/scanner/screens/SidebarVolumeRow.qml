@@ -24,7 +24,7 @@ Item {
         implicitHeight: 38
         text: root.name
         isCurrent: root.isCurrent
-        Accessible.description: root.freeText
+        Accessible.description: qsTr("%1, %2 % used").arg(root.freeText).arg(Math.round(100 * root.usedFraction))
         onClicked: root.chosen()
 
         background: Rectangle {
@@ -76,6 +76,7 @@ Item {
                 anchors.bottom: parent.bottom
                 anchors.bottomMargin: 8
                 thickness: 3
+                Accessible.ignored: true
                 fraction: root.usedFraction
             }
         }

@@ -35,11 +35,13 @@ Column {
         elide: Text.ElideMiddle
         text: root.viewModel.stats.focusName
         textStyle: AppText.Style.BodyStrong
+        Accessible.ignored: true // the heading of the list says both
     }
     AppText {
         width: parent.width
         horizontalAlignment: Text.AlignHCenter
         text: root.viewModel.stats.focusSizeText
         textStyle: AppText.Style.Caption
+        Accessible.ignored: true
     }
 }

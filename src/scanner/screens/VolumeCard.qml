@@ -20,7 +20,9 @@ BaseButton {
     implicitHeight: 84
     leftPadding: Metrics.spacingLarge
     rightPadding: Metrics.spacingLarge
-    Accessible.description: usageText
+    Accessible.description: isBoot ? qsTr("Boot") + ", " + usageText : usageText
+    Accessible.selectable: true
+    Accessible.selected: isSelected
 
     background: ModuleCard {
         tint: root.isSelected || root.liveliness > 0 ? ColorPalette.accent : "white"
@@ -47,19 +49,23 @@ BaseButton {
                     elide: Text.ElideMiddle
                     text: root.name
                     textStyle: AppText.Style.Heading
+                    Accessible.ignored: true
                 }
                 Badge {
                     visible: root.isBoot
                     text: qsTr("Boot")
+                    isDecoration: true
                 }
             }
             AppText {
                 text: root.usageText
                 textStyle: AppText.Style.Callout
+                Accessible.ignored: true
             }
             UsageBar {
                 Layout.fillWidth: true
                 fraction: root.usedFraction
+                Accessible.ignored: true
             }
         }
 

@@ -47,7 +47,10 @@ T.Menu {
         }
         implicitHeight: contentHeight
         model: root.contentModel
-        interactive: false
+        interactive: contentHeight > height // the window may be lower than the menu
+        clip: interactive
+        boundsBehavior: Flickable.StopAtBounds
+        T.ScrollBar.vertical: AppScrollBar {}
         currentIndex: root.currentIndex
         Accessible.role: Accessible.PopupMenu
         Accessible.name: root.title.length > 0 ? root.title : qsTr("Menu")

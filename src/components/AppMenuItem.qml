@@ -36,6 +36,7 @@ T.MenuItem {
         }
         AppText {
             Layout.fillWidth: true
+            elide: Text.ElideRight
             text: root.text
             Accessible.ignored: true
         }

@@ -39,6 +39,13 @@ public:
         return m_system.sleep(duration, std::move(stop));
     }
 
+    /// As if somebody had looked for so long.
+    void letPass(std::chrono::nanoseconds time)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_looks += static_cast<long>(time / m_step);
+    }
+
     /// Whoever looks for the `looks`-th time from now waits until release() or the next call. One
     /// who waits already goes on.
     void holdAfter(long looks)

@@ -43,6 +43,7 @@ QCoro::Task<> showFrame(Tour& tour)
     tour.window().resize(tour.window().minimumSize());
     const auto isLow = [&] { return tour.window().contentItem()->height() < size.height(); };
     co_await tour.waitFor(u"low window"_s, isLow);
+    tour.point(QString(), 0, Qt::NoButton);
     tour.takePicture(u"shell-low-window"_s);
     shell.setAppMode(AppMode::scanner);
     tour.takePicture(u"scanner-low-window"_s);

@@ -5,12 +5,18 @@
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickView>
+#include <QTest>
+
+#include <algorithm>
+#include <cmath>
 
 namespace brivane {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr qreal overlap = 100; // what one page shows of the next
 
 QCoro::Task<> showGallery(Tour& tour)
 {
@@ -20,11 +26,22 @@ QCoro::Task<> showGallery(Tour& tour)
     view.resize(1200, 750);
     view.setSource(QUrl(u"qrc:/qt/qml/Brivane/Components/Gallery.qml"_s));
     view.show();
-    tour.takePicture(view, u"gallery"_s);
+    tour.settle();
     auto* flickable = view.rootObject()->findChild<QQuickItem*>(u"galleryFlickable"_s);
-    flickable->setProperty("contentY",
-                           flickable->property("contentHeight").toReal() - flickable->height());
-    tour.takePicture(view, u"gallery-end"_s);
+    const qreal end = flickable->property("contentHeight").toReal() - flickable->height();
+    const auto pages = static_cast<int>(std::ceil(end / (flickable->height() - overlap))) + 1;
+    for (int page = 0; page < pages; ++page) {
+        const qreal top = (flickable->height() - overlap) * page;
+        flickable->setProperty("contentY", std::min(end, top));
+        tour.takePicture(view, u"gallery-%1"_s.arg(page + 1));
+    }
+    for (const char* opener : {"askOne", "askTwo", "openMenu", "openLines"}) {
+        auto* button = view.rootObject()->findChild<QObject*>(QLatin1String(opener));
+        QMetaObject::invokeMethod(button, "activate");
+        tour.takePicture(view, u"gallery-"_s + QLatin1String(opener));
+        QTest::keyClick(&view, Qt::Key_Escape);
+        tour.settle();
+    }
     co_return;
 }
 

@@ -70,6 +70,14 @@ QCoro::Task<> showQuarantine(Tour& tour)
         return shell.viewModel<QuarantineViewModel>(AppMode::quarantine) != nullptr;
     };
     co_await tour.waitFor(u"quarantine"_s, isOpen);
+    // The list was looked at while it filled, and while the days went by.
+    shell.viewModel<QuarantineViewModel>(AppMode::quarantine)->enter();
+    const auto isListed = [&] {
+        return shell.viewModel<QuarantineViewModel>(AppMode::quarantine)->itemCount() >=
+               static_cast<int>(std::size(removed));
+    };
+    co_await tour.waitFor(u"full quarantine"_s, isListed);
+    shell.viewModel<QuarantineViewModel>(AppMode::quarantine)->refreshDays();
     tour.point(QString(), 0, Qt::NoButton);
     tour.takePicture(u"quarantine-read-only"_s);
     other.reset();

@@ -19,6 +19,8 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto promptTime = 1500ms; // until the administrator agrees
+constexpr auto adminTime = 4200ms;  // that it takes, as the screen tells it
+constexpr int sealedEntries = 1260; // that only the administrator sees
 
 /// The child of `node` with this name; null if there is none.
 FileNode* childOf(const FileNode& node, QStringView name)
@@ -57,6 +59,17 @@ QCoro::Task<> showScan(Tour& tour, ScanViewModel& scan)
     tour.takePicture(u"scanner-completed-treemap"_s);
 }
 
+/// What the helper prints of a file.
+QByteArray entryLine(const QString& folder, const QString& name, qint64 size)
+{
+    const QJsonObject entry{{u"path"_s, QString(folder + u'/' + name)},
+                            {u"name"_s, name},
+                            {u"size"_s, size},
+                            {u"isDir"_s, false},
+                            {u"parentPath"_s, folder}};
+    return QJsonDocument(entry).toJson(QJsonDocument::Compact) + '\n';
+}
+
 // What can be done in a finished scan.
 QCoro::Task<> showRows(Tour& tour, ScanViewModel& scan)
 {
@@ -82,7 +95,7 @@ QCoro::Task<> showRows(Tour& tour, ScanViewModel& scan)
     tour.takePicture(u"scanner-unreadable-folder"_s);
     tour.point(u"issuesButton"_s, 0, Qt::LeftButton);
     tour.takePicture(u"scanner-unreadable-list"_s);
-    tour.press(Qt::Key_Escape);
+    tour.point(QString(), 0, Qt::LeftButton);
     co_return;
 }
 
@@ -90,13 +103,9 @@ QCoro::Task<> showAdminScan(Tour& tour, ScanViewModel& scan)
 {
     const QString sealed =
         tour.machine().machine().path(u"~/Library/Application Support/Sealed Vault");
-    const QJsonObject vault{{u"path"_s, sealed + u"/vault.db"_s},
-                            {u"name"_s, u"vault.db"_s},
-                            {u"size"_s, 200'000'000},
-                            {u"isDir"_s, false},
-                            {u"parentPath"_s, sealed}};
     CommandAnswer answer;
-    answer.output = QJsonDocument(vault).toJson(QJsonDocument::Compact) + '\n';
+    for (int entry = 0; entry < sealedEntries; ++entry)
+        answer.output += entryLine(sealed, u"entry-%1.vault"_s.arg(entry), 160'000);
     answer.delay = promptTime;
     SandboxCommand prompt = tour.machine().machine().command(u"/usr/bin/osascript");
     prompt.answer(answer);
@@ -105,6 +114,7 @@ QCoro::Task<> showAdminScan(Tour& tour, ScanViewModel& scan)
     scan.scanAsAdmin(tour.machine().volumes().startupDisk());
     tour.takePicture(u"scanner-admin"_s);
     const auto isFinished = [&] { return scan.scanState() == ScanViewModel::Completed; };
+    tour.clock().letPass(adminTime);
     co_await tour.waitFor(u"scan as administrator"_s, isFinished);
     prompt.forgetAnswers();
     tour.takePicture(u"scanner-admin-completed"_s);

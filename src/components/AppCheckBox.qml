@@ -17,7 +17,7 @@ BaseButton {
     Accessible.checkStateMixed: checkState === Qt.PartiallyChecked
     Accessible.onToggleAction: activate()
     cornerRadius: Metrics.radiusSmall
-    leftPadding: Metrics.spacingTiny
+    leftPadding: label.length > 0 ? 0 : Metrics.spacingTiny
     rightPadding: label.length > 0 ? Metrics.spacingSmall : Metrics.spacingTiny
 
     contentItem: Row {

@@ -76,7 +76,10 @@ T.Menu {
         }
         implicitHeight: contentHeight
         model: root.contentModel
-        interactive: false
+        interactive: contentHeight > height // the window may be lower than the menu
+        clip: interactive
+        boundsBehavior: Flickable.StopAtBounds
+        T.ScrollBar.vertical: AppScrollBar {}
         currentIndex: root.currentIndex
         Keys.onPressed: event => event.accepted = root.handleKey(event)
         Accessible.role: Accessible.PopupMenu

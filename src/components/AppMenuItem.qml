@@ -39,6 +39,7 @@ T.MenuItem {
         }
         AppText {
             Layout.fillWidth: true
+            elide: Text.ElideRight
             text: root.text
             Accessible.ignored: true
         }

@@ -1,7 +1,8 @@
 import QtQuick
 import Brivane.Components
 
-// What stands in a button: a symbol, or a spinner while it is busy, and its text, centred.
+// What stands in a button: a symbol, or a spinner while it is busy, and its text, centred. The text is cut
+// where there is no room for it.
 Item {
     id: root
 
@@ -13,7 +14,9 @@ Item {
     property int pixelSize: Metrics.textCallout
     property int weight: Font.Medium
 
-    implicitWidth: row.implicitWidth
+    readonly property real symbolRoom: isBusy || symbol.length > 0 ? symbolSize + row.spacing : 0
+
+    implicitWidth: text.length > 0 ? symbolRoom + label.implicitWidth : symbolSize
     implicitHeight: row.implicitHeight
 
     Row {
@@ -36,8 +39,12 @@ Item {
             color: root.color
         }
         AppText {
+            id: label
+
             anchors.verticalCenter: parent.verticalCenter
             visible: text.length > 0
+            width: Math.min(Math.ceil(implicitWidth), Math.max(0, root.width - root.symbolRoom))
+            elide: Text.ElideRight
             text: root.text
             font.pixelSize: root.pixelSize
             font.weight: root.weight

@@ -21,8 +21,14 @@ AppPopup {
     property list<ConfirmAnswer> answers
     default property alias content: slot.data
 
-    // Three buttons would be too narrow side by side.
-    readonly property bool isStacked: answers.length > 1
+    // Three buttons would be too narrow side by side, and so may two be for what they say.
+    readonly property bool isStacked: answers.length > 1 || widestAnswer > (availableWidth - Metrics.spacingMedium) / 2
+    readonly property real widestAnswer: {
+        let widest = cancelButton.implicitWidth;
+        for (let index = 0; index < buttons.count; ++index)
+            widest = Math.max(widest, buttons.itemAt(index)?.implicitWidth ?? 0);
+        return widest;
+    }
 
     signal dismissed()
 
@@ -64,47 +70,72 @@ AppPopup {
     ColumnLayout {
         id: layout
 
-        anchors.left: parent.left
-        anchors.right: parent.right
+        anchors.fill: parent
         spacing: Metrics.spacingSmall
         Accessible.role: Accessible.Dialog
         Accessible.name: root.title
         Accessible.description: root.text
+        Keys.onUpPressed: scroller.contentY = Math.max(0, scroller.contentY - scroller.step)
+        Keys.onDownPressed: scroller.contentY = Math.min(scroller.contentHeight - scroller.height, scroller.contentY + scroller.step)
 
-        IconTile {
-            Layout.alignment: Qt.AlignHCenter
-            Layout.bottomMargin: Metrics.spacingSmall
-            visible: root.icon.length > 0
-            icon: root.icon
-            tint: root.tint
-            size: 56
-        }
-        AppText {
-            objectName: "confirmTitle"
-            Layout.fillWidth: true
-            horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
-            text: root.title
-            textStyle: AppText.Style.Title
-            Accessible.ignored: true
-        }
-        AppText {
-            objectName: "confirmText"
-            Layout.fillWidth: true
-            visible: text.length > 0
-            horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
-            text: root.text
-            color: ColorPalette.secondaryText
-            Accessible.ignored: true
-        }
-        ColumnLayout {
-            id: slot
+        // In a low window what there is to read gives way, never the answers.
+        Flickable {
+            id: scroller
+
+            readonly property real step: interactive ? 40 : 0
 
             Layout.fillWidth: true
-            Layout.topMargin: Metrics.spacingSmall
-            visible: children.length > 0
-            spacing: Metrics.spacingSmall
+            Layout.fillHeight: true
+            Layout.rightMargin: -Metrics.spacingLarge // where the scroll bar is
+            implicitHeight: words.implicitHeight
+            contentHeight: words.implicitHeight
+            interactive: contentHeight > height
+            clip: interactive
+            boundsBehavior: Flickable.StopAtBounds
+            T.ScrollBar.vertical: AppScrollBar {}
+
+            ColumnLayout {
+                id: words
+
+                width: scroller.width - Metrics.spacingLarge
+                spacing: Metrics.spacingSmall
+
+                IconTile {
+                    Layout.alignment: Qt.AlignHCenter
+                    Layout.bottomMargin: Metrics.spacingSmall
+                    visible: root.icon.length > 0
+                    icon: root.icon
+                    tint: root.tint
+                    size: 56
+                }
+                AppText {
+                    objectName: "confirmTitle"
+                    Layout.fillWidth: true
+                    horizontalAlignment: Text.AlignHCenter
+                    wrapMode: Text.Wrap
+                    text: root.title
+                    textStyle: AppText.Style.Title
+                    Accessible.ignored: true
+                }
+                AppText {
+                    objectName: "confirmText"
+                    Layout.fillWidth: true
+                    visible: text.length > 0
+                    horizontalAlignment: Text.AlignHCenter
+                    wrapMode: Text.Wrap
+                    text: root.text
+                    color: ColorPalette.secondaryText
+                    Accessible.ignored: true
+                }
+                ColumnLayout {
+                    id: slot
+
+                    Layout.fillWidth: true
+                    Layout.topMargin: Metrics.spacingSmall
+                    visible: children.length > 0
+                    spacing: Metrics.spacingSmall
+                }
+            }
         }
         GridLayout {
             Layout.fillWidth: true
@@ -126,6 +157,8 @@ AppPopup {
                 onClicked: root.close()
             }
             Repeater {
+                id: buttons
+
                 model: root.answers
 
                 CapsuleActionButton {

@@ -41,7 +41,7 @@ GallerySection {
         }
         MenuPicker { name: qsTr("Order"); selection: 0; options: [{ value: 0, label: qsTr("Largest first") }]; enabled: false }
         Badge { text: qsTr("Boot") }
-        Badge { text: qsTr("7 d"); tint: ColorPalette.warning; weight: Font.DemiBold }
+        Badge { text: qsTr("7d"); tint: ColorPalette.warning; weight: Font.DemiBold }
         Badge { text: qsTr("Safe"); icon: "checkmark.shield.fill"; tint: ColorPalette.success; toolTip: qsTr("Comes back by itself") }
     }
     RowLayout {

@@ -140,6 +140,7 @@ T.ItemDelegate {
 
             AppText {
                 Layout.fillWidth: true
+                horizontalAlignment: Text.AlignLeft // whichever way a name is written
                 elide: Text.ElideMiddle
                 text: root.title
                 textStyle: root.hasStrongTitle ? AppText.Style.BodyStrong : AppText.Style.Body
@@ -162,6 +163,7 @@ T.ItemDelegate {
                     }
                     AppText {
                         Layout.fillWidth: true
+                        horizontalAlignment: Text.AlignLeft
                         elide: Text.ElideMiddle
                         text: root.subtitle
                         textStyle: AppText.Style.Callout

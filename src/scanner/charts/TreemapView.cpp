@@ -30,7 +30,7 @@ constexpr double changeDuration = 800;
 constexpr double morphDuration = 300;
 constexpr double cornerRadius = 4;
 constexpr double lineGap = 2;
-constexpr double sizeTextLightness = 0.45; ///< towards white
+constexpr double sizeTextLightness = 0.66; ///< towards white
 
 QColor faded(QColor color, double opacity)
 {

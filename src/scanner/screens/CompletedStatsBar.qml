@@ -20,25 +20,31 @@ StatsBar {
         value: root.viewModel.stats.resultSizeText
         label: qsTr("total")
     }
-    StatPill {
-        isBare: true
-        icon: "clock"
-        value: root.viewModel.stats.durationText
-        Accessible.name: qsTr("time: %1").arg(value)
-    }
-    StatPill {
-        isBare: true
-        visible: value.length > 0
-        icon: "eye.slash.fill"
-        value: root.viewModel.stats.hiddenSpaceText
-        label: qsTr("hidden space")
-    }
-    IssuesButton {
-        stats: root.viewModel.stats
-    }
-    StagedButton {
-        actions: root.viewModel.actions
-    }
+
+    spare: [
+        StatPill {
+            isBare: true
+            icon: "clock"
+            value: root.viewModel.stats.durationText
+            Accessible.name: qsTr("time: %1").arg(value)
+        },
+        StatPill {
+            isBare: true
+            visible: value.length > 0
+            icon: "eye.slash.fill"
+            value: root.viewModel.stats.hiddenSpaceText
+            label: qsTr("hidden space")
+        }
+    ]
+
+    notices: [
+        IssuesButton {
+            stats: root.viewModel.stats
+        },
+        StagedButton {
+            actions: root.viewModel.actions
+        }
+    ]
 
     controls: CapsuleActionButton {
         objectName: "rescanButton"

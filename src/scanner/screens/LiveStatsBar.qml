@@ -20,16 +20,20 @@ StatsBar {
         value: root.viewModel.stats.bytesText
         label: qsTr("scanned")
     }
-    StatPill {
+
+    spare: StatPill {
         isBare: true
         value: root.viewModel.stats.rateText
     }
-    IssuesButton {
-        stats: root.viewModel.stats
-    }
-    StagedButton {
-        actions: root.viewModel.actions
-    }
+
+    notices: [
+        IssuesButton {
+            stats: root.viewModel.stats
+        },
+        StagedButton {
+            actions: root.viewModel.actions
+        }
+    ]
 
     controls: [
         CapsuleActionButton {

@@ -12,7 +12,7 @@ FocusScope {
     LiveFolderTree {
         id: list
 
-        width: Math.round(Math.max(340, Math.min(520, root.width * 0.46)))
+        width: Math.round(Math.max(400, Math.min(520, root.width * 0.46)))
         height: parent.height
         focus: true
         viewModel: root.viewModel

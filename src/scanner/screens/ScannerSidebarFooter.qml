@@ -34,6 +34,8 @@ Item {
             objectName: "sidebarRescan"
             width: buttons.share
             height: Metrics.controlHeightLarge
+            leftPadding: Metrics.spacingTiny // what they say fills them
+            rightPadding: Metrics.spacingTiny
             label: qsTr("Rescan")
             icon.name: "arrow.clockwise"
             onClicked: root.scan.rescan()
@@ -43,6 +45,8 @@ Item {
             objectName: "sidebarAdminScan"
             width: buttons.share
             height: Metrics.controlHeightLarge
+            leftPadding: Metrics.spacingTiny // what they say fills them
+            rightPadding: Metrics.spacingTiny
             label: qsTr("Admin Scan")
             icon.name: "lock.shield.fill"
             color: ColorPalette.secondaryText

@@ -10,7 +10,7 @@ HoverPillButton {
 
     objectName: "stagedButton"
     visible: actions.stagedCount > 0
-    color: ColorPalette.danger
+    color: ColorPalette.lightened(ColorPalette.danger, 0.3)
     icon.name: "trash.fill"
     label: qsTr("%1 staged, %2").arg(actions.stagedCount).arg(actions.stagedSizeText)
     onClicked: popup.open()

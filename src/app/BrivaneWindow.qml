@@ -17,6 +17,12 @@ Window {
     title: "Brivane"
     color: ColorPalette.windowBackground
 
+    // The modules' keys, among them this one, come with the modules.
+    Shortcut {
+        sequence: "Ctrl+Q"
+        enabled: !root.app.isOnboarded
+        onActivated: Qt.quit()
+    }
     Loader {
         anchors.fill: parent
         focus: true

@@ -28,9 +28,10 @@ TrayHost::TrayHost(QDBusConnection bus, QObject* parent)
         ++m_questions;
         setAvailable(false);
     });
-    // The watcher may be there before anyone who shows what it watches.
-    m_bus.connect(service, object, service, u"StatusNotifierHostRegistered"_s, this,
-                  SLOT(hostCame()));
+    // The watcher may be there before anyone who shows what it watches, and after.
+    for (const QString& signal :
+         {u"StatusNotifierHostRegistered"_s, u"StatusNotifierHostUnregistered"_s})
+        m_bus.connect(service, object, service, signal, this, SLOT(hostsChanged()));
     ask();
 }
 
@@ -44,8 +45,9 @@ void TrayHost::ask()
     auto* answer = new QDBusPendingCallWatcher(m_bus.asyncCall(message), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, question, answer] {
         const QDBusPendingReply<QDBusVariant> reply = *answer;
+        // Anything but a truth is no answer; Qt would not take it for one either.
         if (question == m_questions)
-            setAvailable(reply.isValid() && reply.value().variant().toBool());
+            setAvailable(reply.isValid() && reply.value().variant() == QVariant(true));
         answer->deleteLater();
     });
 }

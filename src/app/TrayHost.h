@@ -32,7 +32,7 @@ private:
     bool m_isAvailable = false;
 
 private Q_SLOTS:
-    void hostCame() { ask(); }
+    void hostsChanged() { ask(); }
 };
 
 } // namespace brivane

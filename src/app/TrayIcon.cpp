@@ -52,7 +52,7 @@ TrayIcon::~TrayIcon() = default;
 bool TrayIcon::isShown() const
 {
     return m_icon && m_icon->isVisible() &&
-           (m_host.isAvailable() || QSystemTrayIcon::isSystemTrayAvailable());
+           (m_isOfHost ? m_host.isAvailable() : QSystemTrayIcon::isSystemTrayAvailable());
 }
 
 void TrayIcon::follow()
@@ -72,6 +72,8 @@ void TrayIcon::makeIcon()
         return;
     m_icon = std::make_unique<QSystemTrayIcon>(
         QIcon::fromTheme(u"com.brivane.app"_s, QIcon(u":/brivane/com.brivane.app.svg"_s)));
+    // From here on Qt knows which kind of tray there is, and looks for no other.
+    m_isOfHost = m_host.isAvailable() && QSystemTrayIcon::isSystemTrayAvailable();
     m_icon->setToolTip(u"Brivane"_s);
     m_icon->setContextMenu(&m_menu);
     connect(m_icon.get(), &QSystemTrayIcon::activated, this,

@@ -51,6 +51,8 @@ private:
     TrayHost m_host;
     QMenu m_menu;
     std::unique_ptr<QSystemTrayIcon> m_icon; ///< null until it is known what shows it
+    /// m_host shows the icon. One that was made before there was a host is never shown by it.
+    bool m_isOfHost = false;
 };
 
 } // namespace brivane

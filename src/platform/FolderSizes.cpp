@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <mutex>
 #include <string_view>
 #include <thread>
@@ -65,7 +66,9 @@ void add(FolderSize& size, const WalkEntry& entry, const FolderSizeOptions& opti
         return;
     case WalkKind::UnreadableDirectory:
     case WalkKind::NoAttributes:
-        ++size.unreadable;
+        // What vanished between its listing and the look at it is not there.
+        if (entry.error != ENOENT)
+            ++size.unreadable;
         return;
     default:
         return;

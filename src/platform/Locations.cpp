@@ -159,9 +159,9 @@ QString Locations::shown(QStringView path) const
     for (const QString& folder : {here.folder, here.realFolder}) {
         // What lies beside the machine's disk loses the folder as well.
         for (const QString& root : {QString(folder % sandboxRoot), folder}) {
+            const qsizetype length = root == u'/' ? 0 : root.size();
             if (liesIn(path, root))
-                return path.size() > root.size() ? PathText::forDisplay(path.sliced(root.size()))
-                                                 : u"/"_s;
+                return path.size() > length ? PathText::forDisplay(path.sliced(length)) : u"/"_s;
         }
     }
     return PathText::forDisplay(path);

@@ -27,11 +27,12 @@ public:
     }
     ~Watcher() override { QDBusConnection::disconnectFromBus(u"watcher"_s); }
 
-    void bringHost()
+    void setHost(bool isThere)
     {
-        m_hasHost = true;
+        m_hasHost = isThere;
         m_bus.send(QDBusMessage::createSignal(u"/StatusNotifierWatcher"_s, watcherName,
-                                              u"StatusNotifierHostRegistered"_s));
+                                              isThere ? u"StatusNotifierHostRegistered"_s
+                                                      : u"StatusNotifierHostUnregistered"_s));
     }
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override
     {
@@ -59,8 +60,10 @@ TEST(TrayHost, ADesktopMayBringItsTrayLateAndTakeItAway)
         Watcher watcher(bus);
         ASSERT_TRUE(waitUntil([&] { return watcher.wasAsked; }));
         EXPECT_FALSE(host.isAvailable()) << "nobody shows icons yet";
-        watcher.bringHost();
-        EXPECT_TRUE(waitUntil([&] { return host.isAvailable(); }));
+        for (const bool isThere : {true, false, true}) {
+            watcher.setHost(isThere);
+            EXPECT_TRUE(waitUntil([&] { return host.isAvailable() == isThere; }));
+        }
     }
     EXPECT_TRUE(waitUntil([&] { return !host.isAvailable(); }));
     QDBusConnection::disconnectFromBus(u"program"_s);

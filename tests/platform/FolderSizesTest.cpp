@@ -3,6 +3,7 @@
 #include "support/FileTestSupport.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -91,6 +92,29 @@ TEST(FolderSizes, AStopIsHeardAndEveryPathStillHasAResult)
     EXPECT_EQ(told, sizes.size());
     EXPECT_TRUE(sizes.back().isStopped);
     EXPECT_EQ(sizes.back().files, 0);
+}
+
+TEST(FolderSizes, AllTogetherNeedFewDescriptors)
+{
+    // Every level holds folders that wait while the walk is further down.
+    const TestFolder folder(makeSpaciousFolder());
+    QByteArray level = folder.path();
+    for (int i = 0; i < 200; ++i, level += "/d") {
+        if (i > 0)
+            makeFolder(level);
+        for (const char* name : {"/z1", "/z2"})
+            makeFolder(level + name);
+        writeFile(level + "/z1/file", "1");
+    }
+    struct rlimit before;
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    const struct rlimit few = {64, before.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+    for (const FolderSize& size : FolderSizes::measureNow(QStringList(8, text(folder.path())))) {
+        EXPECT_EQ(size.unreadable, 0);
+        EXPECT_EQ(size.bytes, 200);
+    }
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
 }
 
 TEST(FolderSizes, WhatCannotBeReadIsTold)

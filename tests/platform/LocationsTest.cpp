@@ -60,6 +60,7 @@ TEST(Locations, WhatIsShownNamesNoSandboxFolder)
     }
     EXPECT_EQ(direct.shown(folder.path() + u"/temporary/a\nb"_s), u"/temporary/a\uFFFDb");
     EXPECT_EQ(direct.shown(folder.path() + u"s/a"_s), folder.path() + u"s/a"_s);
+    EXPECT_EQ(Locations::insideFolder(u"/"_s).shown(u"/tmp/a"), u"/tmp/a");
     EXPECT_EQ(Locations::asWritten(u"/Users/a"_s).shown(u"/Users/a/b"), u"/Users/a/b");
 }
 

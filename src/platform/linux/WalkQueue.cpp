@@ -3,18 +3,35 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <thread>
 #include <utility>
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace brivane::walking {
 
 namespace {
 
-/// Directories whose descriptor is kept for their children; a few walks at once stay well below the
-/// usual limit of 1024 descriptors a process.
+/// Directories of a walk whose descriptor is kept for their children.
 constexpr unsigned heldDescriptorLimit = 128;
+
+/// Those of all walks together, of which there are as many as cores, may have a quarter of what the
+/// process is allowed.
+std::atomic<unsigned> heldByAllWalks{0};
+
+unsigned limitOfAllWalks()
+{
+    rlimit allowed = {};
+    ::getrlimit(RLIMIT_NOFILE, &allowed);
+    return static_cast<unsigned>(std::min<rlim_t>(allowed.rlim_cur / 4, 4096));
+}
+
+/// How long a thread tries again for a descriptor that others have to give back first: each reader
+/// has two or three for a moment.
+constexpr auto betweenTries = std::chrono::milliseconds(1);
+constexpr int mostTries = 50;
 
 constexpr int directoryFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK;
 
@@ -27,6 +44,7 @@ const Record* recordAt(const Batch& batch, std::size_t offset)
 
 WalkQueue::WalkQueue(WalkOptions givenOptions)
     : options(givenOptions)
+    , m_limitOfAllWalks(limitOfAllWalks())
 {
 }
 
@@ -86,11 +104,16 @@ Directory* WalkQueue::startReadingFirst()
 
 int WalkQueue::open(Directory* directory) const
 {
-    directory->descriptor =
-        directory->openFrom ? openBelow(directory, directory->openFrom)
-                            : ::openat(start.folder(), start.name(), directoryFlags | O_NOFOLLOW);
-    directory->error = directory->descriptor < 0 ? errno : 0;
-    return directory->descriptor;
+    for (int tries = 1;; ++tries) {
+        directory->descriptor = directory->openFrom ? openBelow(directory, directory->openFrom)
+                                                    : ::openat(start.folder(), start.name(),
+                                                               directoryFlags | O_NOFOLLOW);
+        directory->error = directory->descriptor < 0 ? errno : 0;
+        const bool isScarce = directory->error == EMFILE || directory->error == ENFILE;
+        if (!isScarce || tries == mostTries || isStopped())
+            return directory->descriptor;
+        std::this_thread::sleep_for(betweenTries);
+    }
 }
 
 int WalkQueue::openBelow(const Directory* directory, const Directory* ancestor)
@@ -173,9 +196,12 @@ void WalkQueue::publish(Directory* directory, Batch batch, std::vector<Directory
     if (!directory->discarded)
         unlink(directory);
     if (directory->descriptor >= 0 && directory->parent) {
-        if (m_heldDescriptors < heldDescriptorLimit || directory->openers > 0) {
+        const bool mayKeep =
+            m_heldDescriptors < heldDescriptorLimit && heldByAllWalks < m_limitOfAllWalks;
+        if (mayKeep || directory->openers > 0) {
             directory->keepsDescriptor = true;
             ++m_heldDescriptors;
+            ++heldByAllWalks;
         } else {
             // Its children will be opened from further up.
             ::close(directory->descriptor);
@@ -315,6 +341,7 @@ void WalkQueue::closeIfUnused(Directory* directory)
     directory->descriptor = -1;
     directory->keepsDescriptor = false;
     --m_heldDescriptors;
+    --heldByAllWalks;
 }
 
 void WalkQueue::dropReference(Directory* directory)

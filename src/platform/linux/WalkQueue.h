@@ -106,7 +106,8 @@ public:
     /// For workers, each of which has one at a time and asks when it is through with it.
     Directory* takeForReading();
     /// Opens `directory`, being read by the caller, close on exec; gives its descriptor or -1 with
-    /// `directory->error` set. Works at any depth and with bounded descriptors, takes no lock.
+    /// `directory->error` set. Works at any depth and with bounded descriptors, takes no lock. Where
+    /// the process has no descriptor left it waits a little for others to give one back.
     int open(Directory* directory) const;
     /// Hands over entries of a directory that the caller reads; `children` are those to be entered,
     /// in order; the list is emptied. `last` ends the reading, and the directory may be gone after.
@@ -162,6 +163,7 @@ private:
     void collectChildren(const Batch& batch, std::size_t offset,
                          std::vector<Directory*>& children) const;
 
+    const unsigned m_limitOfAllWalks; ///< of held descriptors
     mutable std::mutex m_mutex;
     std::condition_variable m_workAvailable;
     std::condition_variable m_batchAvailable;

@@ -17,12 +17,6 @@ Window {
     title: "Brivane"
     color: ColorPalette.windowBackground
 
-    // The modules' keys, among them this one, come with the modules.
-    Shortcut {
-        sequence: "Ctrl+Q"
-        enabled: !root.app.isOnboarded
-        onActivated: Qt.quit()
-    }
     Loader {
         anchors.fill: parent
         focus: true

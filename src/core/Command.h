@@ -60,8 +60,8 @@ public:
     /// however that comes about.
     void sendLinesTo(std::shared_ptr<LineQueue> lines);
 
-    /// Once. A stop, whenever it is asked for, asks the whole process group to end (SIGTERM); the
-    /// end is told when it has.
+    /// Once. A stop, whenever it is asked for, asks the whole process group to end (SIGTERM), and
+    /// kills it if it has not after two seconds; the end is told when it has.
     QFuture<CommandEnd> start(const std::stop_token& stop = {});
 
     /// Whether it has ended, or does within `patience`. Not for a thread that must not wait.

@@ -77,9 +77,10 @@ public:
     /// Starts the child; at most once. Throws LaunchError, and then calls no handler.
     void start();
 
-    /// Asks a running child and all of its group to end (SIGTERM); does nothing to one that does
-    /// not run. When the child has ended, what still holds its pipes gets two seconds more, and is
-    /// killed if it belongs to the group. What has become another user hears neither.
+    /// Asks a running child and all of its group to end (SIGTERM), and kills it with the group if
+    /// it does not within two seconds; does nothing to one that does not run. When the child has
+    /// ended, what still holds its pipes gets two seconds more, and is killed if it belongs to the
+    /// group. What has become another user hears neither.
     void terminate();
 
     /// From start() until the termination handler is called.

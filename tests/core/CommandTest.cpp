@@ -44,6 +44,15 @@ TEST(Command, ArgumentsAndBothOutputsAreTheBytesThatTheyAre)
     EXPECT_EQ(end.process.status, 3);
 }
 
+TEST(Command, AStopEndsOneThatDoesNotHearIt)
+{
+    const auto stop = std::make_unique<std::stop_source>();
+    Command command(shell, script(u"trap '' TERM; echo deaf; while :; do sleep 60; done"_s));
+    command.setOutputHandler([&](QByteArrayView) { stop->request_stop(); });
+    const CommandEnd end = ended(command.start(stop->get_token()));
+    EXPECT_EQ(end.process.status, SIGKILL);
+}
+
 TEST(Command, AStopEndsTheWholeGroupWheneverItComes)
 {
     const auto stop = std::make_unique<std::stop_source>();

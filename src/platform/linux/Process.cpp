@@ -99,6 +99,7 @@ void Process::terminate()
         return;
     m_child->isTerminated = true;
     m_child->signalGroup(SIGTERM);
+    m_child->signalGroup(SIGCONT); // one that was stopped hears nothing
     Monitor::shared().wake();
 }
 

@@ -172,7 +172,7 @@ void Process::Child::addTo(std::vector<pollfd>& descriptors) const
 
 bool Process::Child::needsKill() const
 {
-    return m_isFinished || (isAbandoned && !m_hasEnded);
+    return m_isFinished || ((isTerminated || isAbandoned) && !m_hasEnded);
 }
 
 int Process::Child::timeout() const

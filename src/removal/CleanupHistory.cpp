@@ -78,7 +78,7 @@ QList<CleanupRecord> CleanupHistory::loadAll() const
     const QByteArray bytes = m_defaults.data(key.toString()).value_or(QByteArray());
     const QJsonArray array = QJsonDocument::fromJson(bytes).array();
     QList<CleanupRecord> records;
-    for (const QJsonValue& value : array) {
+    for (const QJsonValue value : array) {
         const std::optional<CleanupRecord> record = decode(value);
         if (!record)
             return {};

@@ -29,7 +29,7 @@ std::optional<QList<QuarantineItem>> decode(const QByteArray& bytes)
     const QJsonArray records = document.array();
     QList<QuarantineItem> items;
     items.reserve(records.size());
-    for (const QJsonValue& record : records) {
+    for (const QJsonValue record : records) {
         std::optional<QuarantineItem> item = QuarantineItem::fromJson(record);
         if (!item)
             return {};

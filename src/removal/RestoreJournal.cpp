@@ -70,7 +70,7 @@ void RestoreJournal::load()
     const Result<QByteArray> bytes = readWholeFile(m_path);
     const QString store = m_path.left(m_path.lastIndexOf(u'/') + 1);
     const QJsonArray entries = QJsonDocument::fromJson(bytes ? *bytes : QByteArray()).array();
-    for (const QJsonValue& value : entries) {
+    for (const QJsonValue value : entries) {
         const std::optional<Entry> entry = entryOf(value);
         if (!entry)
             continue;

@@ -222,8 +222,8 @@ TEST_F(QuarantineStartTest, AStoreThatCannotBeMadeSaysWhyNothingGoesIn)
 TEST_F(QuarantineStartTest, OnAFullDiskTheListTakesTheReservesPlaceOrNothingIsMoved)
 {
     const QString reserve = store() + u"/.reserve"_s;
-    ASSERT_TRUE(waitUntil([&] { return stands(reserve); }));
-    EXPECT_GE(FileIdentity::of(reserve)->size, 256U << 10);
+    ASSERT_TRUE(waitUntil(
+        [&] { return stands(reserve) && FileIdentity::of(reserve)->size >= (256U << 10); }));
     fileSystem.isFull = true;
     const QStringList paths = {file(u"~/one"_s), file(u"~/two"_s)};
     EXPECT_EQ(quarantine({paths[0]}).moved, 1);

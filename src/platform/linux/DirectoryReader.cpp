@@ -16,7 +16,7 @@ namespace brivane::walking {
 
 namespace {
 
-constexpr std::size_t listingSize = 64 * 1024;
+constexpr std::size_t listingSize = 1U << 16;
 
 /// What getdents64 writes, as the kernel lays it out.
 struct ListedEntry {

@@ -81,6 +81,7 @@ const Environment environmentAtStart;
 int spawnChild(const std::vector<QByteArray>& arguments, int output, int error, pid_t& pid)
 {
     std::vector<char*> pointers;
+    pointers.reserve(arguments.size() + 1);
     for (const QByteArray& argument : arguments)
         pointers.push_back(const_cast<char*>(argument.constData()));
     pointers.push_back(nullptr);

@@ -158,12 +158,13 @@ int Copy::copyEntry(const QByteArray& name)
 int Copy::linkToCopy(const QByteArray& name, const FileStatus& found, bool& isLinked)
 {
     const QByteArray place = m_copy->path() + '/' + nameOfCopy(name);
-    const auto [first, isFirst] = m_firstLinks.try_emplace(found.identity.inode, place.sliced(1));
+    const auto added = m_firstLinks.try_emplace(found.identity.inode, place.sliced(1));
+    const QByteArray& first = added.first->second;
     // A link with a path too long for one call becomes a file of its own.
-    if (isFirst || first->second.size() >= PATH_MAX || !m_copied.holds(found))
+    if (added.second || first.size() >= PATH_MAX || !m_copied.holds(found))
         return 0;
     const int code = errorOf([&] {
-        return ::linkat(m_copy->root(), first->second.constData(), m_copy->current(),
+        return ::linkat(m_copy->root(), first.constData(), m_copy->current(),
                         nameOfCopy(name), 0);
     });
     // So does one whose first copy lies in a folder that is finished, and locked as its source.

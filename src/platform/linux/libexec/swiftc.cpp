@@ -51,7 +51,7 @@ sigset_t awaitedSignals()
 }
 
 /// Starts the compiler as the head of a process group of its own.
-int spawn(const char* compiler, std::string binary, std::string source, pid_t& pid)
+int spawn(const char* compiler, const std::string& binary, std::string source, pid_t& pid)
 {
     // Its temporary files belong where the binary does: into a folder that nobody else can enter.
     std::string folder = "TMPDIR=" + binary.substr(0, binary.rfind('/') + 1);

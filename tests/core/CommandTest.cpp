@@ -1,7 +1,5 @@
 #include "core/Command.h"
 
-#include "platform/PathText.h"
-
 #include <QTemporaryDir>
 
 #include <cerrno>
@@ -17,13 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString shell = u"/bin/sh"_s;
-
-QStringList script(const QString& text)
-{
-    return {u"-c"_s, text, u"sh"_s};
-}
-
 CommandEnd ended(QFuture<CommandEnd> ending)
 {
     ending.waitForFinished();
@@ -32,22 +23,10 @@ CommandEnd ended(QFuture<CommandEnd> ending)
 
 } // namespace
 
-TEST(Command, ArgumentsAndBothOutputsAreTheBytesThatTheyAre)
-{
-    const QByteArray odd("a\xFF' \n\xEF\xBB\xBF", 8);
-    Command command(shell, script(u"printf %s \"$1\"; printf %s \"$1\" >&2; exit 3"_s) +
-                               QStringList{PathText::fromBytes(odd)});
-    const CommandEnd end = ended(command.start());
-    EXPECT_EQ(end.output, odd);
-    EXPECT_EQ(end.error, odd);
-    EXPECT_FALSE(end.isSuccess());
-    EXPECT_EQ(end.process.status, 3);
-}
-
 TEST(Command, AStopEndsTheWholeGroupWheneverItComes)
 {
     const auto stop = std::make_unique<std::stop_source>();
-    Command command(shell, script(u"sleep 60 & echo $!; wait"_s));
+    Command command(u"/bin/sh"_s, {u"-c"_s, u"sleep 60 & echo $!; wait"_s});
     const auto lines = std::make_shared<LineQueue>();
     command.sendLinesTo(lines);
     const QFuture<CommandEnd> ending = command.start(stop->get_token());

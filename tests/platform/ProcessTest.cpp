@@ -1,4 +1,3 @@
-#include "platform/PathText.h"
 #include "support/AwaitTask.h"
 #include "support/ChildProcesses.h"
 #include "support/RecordedProcess.h"
@@ -62,21 +61,6 @@ TEST(Process, OutputAtTheVeryEndIsNotLost)
     ::close(writer);
     ASSERT_TRUE(run.ends());
     EXPECT_EQ(run.output, "earlylate");
-}
-
-TEST(Process, ArgumentsArriveByteForByte)
-{
-    const QByteArray arguments[] = {
-        "", " a  b ", "\"'\\$x`", "line\nbreak", "\xFF\xFE\xE2\x82", "caf\xC3\xA9"};
-    QStringList list = shell(u"for a; do printf '%s|' \"$a\"; done"_s) + QStringList{u"sh"_s};
-    QByteArray expected;
-    for (const QByteArray& argument : arguments) {
-        list += PathText::fromBytes(argument);
-        expected += argument + '|';
-    }
-    RecordedProcess run(sh, list);
-    ASSERT_TRUE(run.runs());
-    EXPECT_EQ(run.output, expected);
 }
 
 TEST(Process, WhatCannotStartThrowsAndCallsNoHandler)

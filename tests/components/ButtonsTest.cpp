@@ -57,17 +57,22 @@ INSTANTIATE_TEST_SUITE_P(All, Buttons,
                                          ButtonCase{"ProminentActionButton",
                                                     "label: 'Clean'; icon.name: 'trash'"}));
 
-TEST_P(Buttons, EachWayOfPressingCountsOnce)
+TEST_P(Buttons, EachWayOfPressingCountsOnceAndTheRingShowsForTheKeyboardOnly)
 {
     QmlScene scene(counting(GetParam().type, GetParam().settings));
-    QQuickItem* button = scene.focused(u"button"_s);
+    QQuickItem* button = scene.item(u"button"_s);
+    QQuickItem* ring = scene.item(u"focusRing"_s);
     int expected = 0;
+    scene.click(button);
+    EXPECT_EQ(presses(scene), ++expected);
+    EXPECT_TRUE(button->hasActiveFocus() && !ring->isVisible());
+    button->setFocus(false);
+    scene.focused(u"button"_s);
+    EXPECT_TRUE(ring->isVisible());
     for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
         scene.press(key);
         EXPECT_EQ(presses(scene), ++expected) << key;
     }
-    scene.click(button);
-    EXPECT_EQ(presses(scene), ++expected);
     pressByScreenReader(button);
     EXPECT_EQ(presses(scene), ++expected);
     EXPECT_EQ(QAccessible::queryAccessibleInterface(button)->text(QAccessible::Name), u"Clean"_s);
@@ -82,19 +87,6 @@ TEST_P(Buttons, DisabledRefusesEveryPress)
     scene.click(button);
     pressByScreenReader(button);
     EXPECT_EQ(presses(scene), 0);
-}
-
-TEST_P(Buttons, RingShowsForTheKeyboardOnly)
-{
-    QmlScene scene(counting(GetParam().type, GetParam().settings));
-    QQuickItem* button = scene.item(u"button"_s);
-    QQuickItem* ring = scene.item(u"focusRing"_s);
-    scene.click(button);
-    EXPECT_TRUE(button->hasActiveFocus());
-    EXPECT_FALSE(ring->isVisible());
-    button->setFocus(false);
-    scene.focused(u"button"_s);
-    EXPECT_TRUE(ring->isVisible());
 }
 
 TEST_P(Buttons, PointerLightensTheFillAlsoUnderAToolTip)

@@ -84,27 +84,23 @@ TEST(FileTrash, ParentSwappedForALinkAtAnyMomentNeverTakesAnythingElseInSilence)
         }
         const QString path = text(home / "own/file");
         const FileIdentity meant = *FileIdentity::of(path);
-        std::optional<Result<QString>> place;
-        wasReached = false;
-        {
-            const SystemCallFaults faults([&](const SystemCall& call) {
-                wasReached |= call.index == n;
-                if (call.index == n && ::rename(home / "own", home / "parked") == 0) {
-                    EXPECT_EQ(::symlink("outside", home / "own"), 0);
-                }
-                return 0;
-            });
-            place = moveToTrash(path, meant);
-        }
-        if (*place) {
-            EXPECT_EQ(readFile(PathText::toBytes(**place)), "own") << n;
+        const auto swap = [&](const SystemCall&) {
+            if (::rename(home / "own", home / "parked") == 0) {
+                EXPECT_EQ(::symlink("outside", home / "own"), 0);
+            }
+            return 0;
+        };
+        const auto place =
+            withFaultAt(n, wasReached, swap, [&] { return moveToTrash(path, meant); });
+        if (place) {
+            EXPECT_EQ(readFile(PathText::toBytes(*place)), "own") << n;
         } else {
-            EXPECT_EQ(place->error().code, ESTALE) << n;
+            EXPECT_EQ(place.error().code, ESTALE) << n;
             EXPECT_EQ(readFile(home / "parked/file"), "own") << n;
         }
         if (!stands(home / "outside/file")) {
             ++taken;
-            EXPECT_EQ(readFile(PathText::toBytes(place->error().path)), "outside") << n;
+            EXPECT_EQ(readFile(PathText::toBytes(place.error().path)), "outside") << n;
         }
         for (const char* name : {"own", "outside", "parked"})
             (void)removeTree(text(home / name));
@@ -121,9 +117,7 @@ TEST(FileTrash, ReadOnlyFolderOfTheUsersOwnCanBeTrashed)
         ASSERT_EQ(::mkdir(home / "read-only", 0555), 0);
         const auto place = moveToTrash(text(home / "read-only"));
         ASSERT_TRUE(place) << place.error().text().toStdString();
-        struct stat status = {};
-        ASSERT_EQ(::stat(PathText::toBytes(*place), &status), 0);
-        EXPECT_EQ(status.st_mode & 07777, 0555U);
+        EXPECT_EQ(modeOf(PathText::toBytes(*place)), 0555U);
     }));
     (void)removeTree(text(home / "data"));
 }

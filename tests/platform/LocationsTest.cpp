@@ -1,7 +1,9 @@
 #include "platform/Locations.h"
 
+#include "platform/FileWriting.h"
 #include "platform/LiesIn.h"
 #include "platform/LocationAliases.h"
+#include "platform/StandardizedPath.h"
 #include "support/FileTestSupport.h"
 #include "support/Variable.h"
 
@@ -17,16 +19,6 @@
 using namespace brivane;
 using brivane::testing::Variable;
 using namespace Qt::StringLiterals;
-
-namespace {
-
-mode_t modeOf(const QByteArray& path)
-{
-    struct stat facts = {};
-    return ::lstat(path, &facts) == 0 ? facts.st_mode : 0;
-}
-
-} // namespace
 
 TEST(Locations, NoPathLeavesTheSandbox)
 {
@@ -129,11 +121,11 @@ TEST(Locations, TemporaryFilesAreNeverOpenToOthers)
     const QByteArray wanted = folder / "brivane";
     const auto isTaken = [&] { return Locations::onLinux().temporaryDirectory() == text(wanted); };
     EXPECT_TRUE(isTaken());
-    EXPECT_EQ(modeOf(wanted) & 07777, 0700u);
+    EXPECT_EQ(modeOf(wanted), 0700u);
 
     ASSERT_EQ(::chmod(wanted, 0777), 0);
     EXPECT_TRUE(isTaken());
-    EXPECT_EQ(modeOf(wanted) & 07777, 0700u);
+    EXPECT_EQ(modeOf(wanted), 0700u);
 
     ASSERT_EQ(::rmdir(wanted), 0);
     ASSERT_EQ(::symlink("/tmp", wanted), 0);
@@ -147,6 +139,35 @@ TEST(Locations, TemporaryFilesAreNeverOpenToOthers)
     const Locations locations = Locations::insideFolder(text(folder.path()));
     const QString unique = locations.temporaryDirectory();
     EXPECT_TRUE(unique.startsWith(text(folder / "temporary-"))) << qPrintable(unique);
-    EXPECT_EQ(modeOf(PathText::toBytes(unique)), mode_t(S_IFDIR | 0700));
+    EXPECT_EQ(modeOf(PathText::toBytes(unique)), 0700u);
     EXPECT_EQ(locations.temporaryDirectory(), unique);
+}
+
+TEST(StandardizedPath, OneFolderHasOneSpelling)
+{
+    const std::pair<QString, QString> rows[] = {
+        {u"~/Movies/"_s, u"/Users/ann/Movies"_s},
+        {u"~nobody-of-that-name/x"_s, u"~nobody-of-that-name/x"_s},
+        {u"/a//b/./c/"_s, u"/a/b/c"_s},
+        {u"/a/../b/.."_s, u"/"_s},
+        {u"/../.."_s, u"/"_s},
+        {u"/..a/b.."_s, u"/..a/b.."_s},
+        {u"a/../b/"_s, u"a/../b"_s},
+        {u"."_s, QString()},
+        {QString(), QString()},
+        {u"/private/etc"_s, u"/etc"_s},
+        {u"/private/no-such-file"_s, u"/private/no-such-file"_s},
+        {u"/private"_s, u"/private"_s},
+        {u"/privateer/etc"_s, u"/privateer/etc"_s}};
+    for (const auto& [path, expected] : rows)
+        EXPECT_EQ(standardizedPath(path, u"/Users/ann"_s), expected) << qPrintable(path);
+}
+
+TEST(StandardizedPath, TheParentOfALinkIsWhereTheLinkLeads)
+{
+    const TestFolder folder;
+    ASSERT_TRUE(makeDirectoryWithParents(text(folder / "real/deep"), 0700, ParentLinks::Follow));
+    ASSERT_EQ(::symlink("real/deep", folder / "link"), 0);
+    EXPECT_EQ(standardizedPath(text(folder / "link/../x"), {}), text(folder / "real/x"));
+    EXPECT_EQ(standardizedPath(text(folder / "link/x"), {}), text(folder / "link/x"));
 }

@@ -72,7 +72,7 @@ TEST(PropertyList, WhatIsWrittenComesBackWhateverItHolds)
     constexpr qint64 most = std::numeric_limits<qint64>::max();
     QString units =
         u"ab <>&\"'\r\n\t\x01\x1F\x7F\u0085\u2028\uFEFF\uFFFE\uFFFF\U0001F600]]><?utf-16 DC80?>&#xDC80;"_s;
-    for (const char16_t unit : {0x0, 0xD800, 0xDC80, 0xDFFF, 0xD800})
+    for (const char16_t unit : {u'\0', u'\xD800', u'\xDC80', u'\xDFFF', u'\xD800'})
         units += QChar(unit) + u' ';
     constexpr qint64 farthest = most / 1'000'000 * 1'000'000;
     QVariantList values{0.0,

@@ -1,12 +1,15 @@
 #include "platform/Walk.h"
 
 #include "platform/FileIdentity.h"
+#include "platform/linux/LinuxVolumes.h"
 #include "support/FileTestSupport.h"
 
 #include <cmath>
 #include <functional>
 #include <map>
 #include <random>
+#include <system_error>
+#include <thread>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -290,8 +293,7 @@ TEST_F(WalkTest, DepthAndWidthNeedFewDescriptorsAndNoStack)
 
 TEST_F(WalkTest, BindMountsAreShownAndNotEntered)
 {
-    for (const char* name : {"source", "source/inside", "target", "later"})
-        ASSERT_EQ(::mkdir(m_folder / name, 0755), 0);
+    makeFolders(m_folder, {"source", "source/inside", "target", "later"});
     const auto passed = passesWithMount(m_folder / "source", m_folder / "target", [&] {
         for (const bool isAsked : {true, false}) {
             int inside = 0;
@@ -314,4 +316,23 @@ TEST_F(WalkTest, BindMountsAreShownAndNotEntered)
     if (!passed)
         GTEST_SKIP() << "this machine does not let us mount";
     EXPECT_TRUE(*passed);
+}
+
+TEST_F(WalkTest, DoesWithTheThreadsThatItGetsAsVolumesDo)
+{
+    ASSERT_EQ(::chmod(m_folder.path(), 0755), 0);
+    buildNastyTree(m_folder / "tree", {.levels = 30});
+    // For whom permissions bind, limits do as well.
+    EXPECT_TRUE(passesUnprivileged([&] {
+        struct rlimit limit = {};
+        ASSERT_EQ(::getrlimit(RLIMIT_NPROC, &limit), 0);
+        for (limit.rlim_cur = 0; limit.rlim_cur < 8; ++limit.rlim_cur) {
+            ASSERT_EQ(::setrlimit(RLIMIT_NPROC, &limit), 0);
+            expectSame(m_folder.path(), {.readAhead = 100, .workers = 4});
+            if (limit.rlim_cur == 0) {
+                EXPECT_THROW(std::thread([] {}).join(), std::system_error);
+                EXPECT_EQ(LinuxVolumes().volumeInfo(QStringLiteral("/"))->totalCapacity, 0U);
+            }
+        }
+    }));
 }

@@ -39,8 +39,8 @@ TEST(SandboxMachine, LockedAndEndlesslyNestedFoldersAreClearedWithoutPrivileges)
         const TestFolder folder;
         const QByteArray chain = folder / "chain";
         buildNastyTree(folder / "nasty");
-        buildDeepChain(chain, 10'000); // far beyond PATH_MAX
-        for (const int level : {1500, 40, 0})
+        buildDeepChain(chain, 2'500); // far beyond PATH_MAX
+        for (const int level : {1'500, 40, 0})
             ASSERT_EQ(::chmod(chain + QByteArray("/d").repeated(level), 0), 0);
         EXPECT_TRUE(clearFolder(folder.path()));
         EXPECT_FALSE(stands(folder.path()));

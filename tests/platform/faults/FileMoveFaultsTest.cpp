@@ -61,22 +61,16 @@ void FileMoveFaultsBetweenDevices::moveWithEachFault() const
             buildSource(from);
             expected = snapshot(from);
         }
-        wasReached = false;
         std::string failed;
-        std::optional<Result<Moved>> result;
-        {
-            const SystemCallFaults faults([&](const SystemCall& call) {
-                wasNamed |= stands(other / temporary.toUtf8());
-                if (call.index != n)
-                    return 0;
-                wasReached = true;
-                failed = call.name;
-                return plausibleError(call.name);
-            });
-            result = moveWithoutReplacing(text(from), text(to), {.temporaryName = temporary});
-        }
+        const auto fail = [&](const SystemCall& call) {
+            wasNamed |= stands(other / temporary.toUtf8());
+            failed = call.name;
+            return plausibleError(call.name);
+        };
+        const auto moved = withFaultAt(n, wasReached, fail, [&] {
+            return moveWithoutReplacing(text(from), text(to), {.temporaryName = temporary});
+        });
         failed += " at call " + std::to_string(n);
-        const auto& moved = *result;
         if (!moved) {
             ++failures;
             EXPECT_EQ(difference(snapshot(from), expected), "") << failed;
@@ -112,8 +106,7 @@ TEST(FileMoveFaults, AnyFailingCallOfARenameLeavesTheFolderInOnePlaceWithItsMode
 {
     const auto renameWithEachFault = [](bool isExclusive) {
         const TestFolder folder;
-        for (const char* name : {"from", "to"})
-            ASSERT_EQ(::mkdir(folder / name, 0755), 0);
+        makeFolders(folder, {"from", "to"});
         bool wasReached = true;
         for (int n = 0; wasReached && !testing::Test::HasFailure(); ++n) {
             ASSERT_EQ(::mkdir(folder / "from/x", 0755), 0);

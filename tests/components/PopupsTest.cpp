@@ -59,20 +59,6 @@ TEST(Popups, EachKindGivesTheKeyboardBack)
     EXPECT_EQ(scene.warnings().join(u'\n'), QString());
 }
 
-TEST(Popups, LinesHaveTheKeyboardAtOnceAndAreOneStop)
-{
-    QmlScene scene("Gallery {}", {1200, 3000});
-    scene.focused(u"openLines"_s);
-    scene.press(Qt::Key_Space);
-    ASSERT_TRUE(reaches([&] { return !hasKeyboard(scene, u"openLines"_s); }));
-    EXPECT_FALSE(scene.view().grabWindow().isNull()); // rows are made with the picture
-    const QByteArray first = scene.view().activeFocusItem()->metaObject()->className();
-    scene.press(Qt::Key_Tab);
-    EXPECT_TRUE(hasKeyboard(scene, u"popupAction"_s))
-        << "from " << first.constData() << " to "
-        << scene.view().activeFocusItem()->metaObject()->className();
-}
-
 TEST(Popups, WhatGoesMeanwhileHasAnHeirAndWhoTookTheKeyboardKeepsIt)
 {
     for (const QByteArray& action :
@@ -88,26 +74,6 @@ TEST(Popups, WhatGoesMeanwhileHasAnHeirAndWhoTookTheKeyboardKeepsIt)
             << action.constData() << ": " << scene.view().activeFocusItem();
         QTest::qWait(50);
         EXPECT_TRUE(hasKeyboard(scene, u"after"_s)) << action.constData() << " took it afterwards";
-    }
-}
-
-TEST(ConfirmOverlay, SafeAnswerIsAtHandAndEveryWayOutTakesTheQuestionBack)
-{
-    QmlScene scene("Item { id: scene; property bool asks; property int said; ConfirmOverlay {"
-                   " asked: scene.asks; title: 'Sure?'; onDismissed: scene.asks = false; answers: ["
-                   " ConfirmAnswer { objectName: 'yes'; label: 'Yes'; onChosen: ++scene.said },"
-                   " ConfirmAnswer { objectName: 'no'; label: 'No'; enabled: false } ] } }",
-                   {600, 500});
-    int expected = 0;
-    for (const QList<Qt::Key>& keys :
-         QList<QList<Qt::Key>>{{Qt::Key_Escape}, {Qt::Key_Return}, {Qt::Key_Tab, Qt::Key_Return}}) {
-        scene.root()->setProperty("asks", true);
-        ASSERT_TRUE(reaches([&] { return hasKeyboard(scene, u"confirmCancel"_s); }));
-        for (const Qt::Key key : keys)
-            scene.press(key);
-        EXPECT_TRUE(reaches([&] { return !scene.root()->property("asks").toBool(); }));
-        expected += keys.size() == 2;
-        EXPECT_EQ(scene.root()->property("said"), expected);
     }
 }
 

@@ -80,29 +80,3 @@ TEST_F(ShellRunnerTest, WithoutAThreadToStartACommandItFailsAndIsNotWaitedForFor
         EXPECT_THROW(awaitTask(ShellRunner::run(here, u"/bin/true"_s, {})), LaunchError);
     }));
 }
-
-TEST_F(ShellRunnerTest, AdminCommandsAreQuotedOnceAndInOrder)
-{
-    const SandboxCommand osascript = machine.command(u"/usr/bin/osascript");
-    awaitTask(ShellRunner::runAsAdmin(machine.locations(), u"echo \"a\\b\" 'c'; d"_s));
-    EXPECT_EQ(osascript.calls().value(0).value(1),
-              uR"(do shell script "echo \"a\\b\" 'c'; d" with administrator privileges)");
-}
-
-TEST_F(ShellRunnerTest, TheStandInRunsWhatTheShellWouldSee)
-{
-    if (::geteuid() != 0)
-        GTEST_SKIP() << "asks for a password unless root";
-    const Locations here = Locations::onLinux();
-    ASSERT_TRUE(here.path(u"/usr/bin/osascript").startsWith(QStringLiteral(BUILD_DIRECTORY)));
-    const QString path = machine.path(PathText::fromBytes("/\xFF \\ \"x\""));
-    const QString line = u"printf '%s' 'a\\b \"c\"'; : > '"_s + path + u"'; echo hidden >&2"_s;
-    EXPECT_EQ(awaitTask(ShellRunner::runAsAdmin(here, line)), uR"(a\b "c")");
-    EXPECT_EQ(::unlink(PathText::toBytes(path).constData()), 0); // it has been made
-    try {
-        awaitTask(ShellRunner::runAsAdmin(here, u"echo part; echo broken >&2; exit 4"_s));
-        ADD_FAILURE();
-    } catch (const ShellRunner::CommandError& error) {
-        EXPECT_EQ(error.output(), u"execution error: broken (4)");
-    }
-}

@@ -68,35 +68,25 @@ QDateTime date(qint64 milliseconds)
 
 TEST(PropertyList, WhatIsWrittenComesBackWhateverItHolds)
 {
-    constexpr qint64 least = std::numeric_limits<qint64>::min();
-    constexpr qint64 most = std::numeric_limits<qint64>::max();
-    QString units =
-        u"ab <>&\"'\r\n\t\x01\x1F\x7F\u0085\u2028\uFEFF\uFFFE\uFFFF\U0001F600]]><?utf-16 DC80?>&#xDC80;"_s;
+    using Whole = std::numeric_limits<qint64>;
+    using Real = std::numeric_limits<double>;
+    QString units = u"ab <>&\"'\r\n\t\x01\x1F\x7F\u0085\u2028\uFEFF\uFFFE\uFFFF\U0001F600]]>"
+                    u"<?utf-16 DC80?>&#xDC80;"_s;
     for (const char16_t unit : {u'\0', u'\xD800', u'\xDC80', u'\xDFFF', u'\xD800'})
         units += QChar(unit) + u' ';
-    constexpr qint64 farthest = most / 1'000'000 * 1'000'000;
-    QVariantList values{0.0,
-                        -0.0,
-                        std::numeric_limits<double>::infinity(),
-                        std::numeric_limits<double>::quiet_NaN(),
-                        std::numeric_limits<double>::denorm_min(),
-                        0.1,
-                        least,
-                        most,
-                        ~0ull,
-                        false,
-                        QByteArray(""),
-                        QByteArray("\0\xFF", 2),
-                        PathText::fromBytes("/x/\xFF/\xE2\x82 end"),
-                        units,
-                        QVariantMap{{units, QVariantList{true}}, {u""_s, QVariantMap()}},
-                        QVariantList(256, QVariantList()),
-                        QVariantList(300, u"shared"_s),
-                        QVariantList(70'000, 0.5),
-                        nested(256),
-                        date(-farthest),
-                        date(farthest),
-                        date(-1)};
+    QVariantList values{0.0, -0.0, 0.1, false, ~0ull, Whole::min(), Whole::max(), nested(256)};
+    for (const double real : {Real::infinity(), Real::quiet_NaN(), Real::denorm_min()})
+        values += real;
+    for (const QByteArray& data : {QByteArray(""), QByteArray("\0\xFF", 2)})
+        values += data;
+    for (const QString& string : {units, PathText::fromBytes("/x/\xFF/\xE2\x82 end")})
+        values += QVariantMap{{string, QVariantList{string}}, {u""_s, QVariantMap()}};
+    for (const auto& [count, item] :
+         {std::pair<int, QVariant>(256, QVariantList()), {300, u"shared"_s}, {70'000, 0.5}})
+        values += QVariant(QVariantList(count, item));
+    constexpr qint64 farthest = Whole::max() / 1'000'000 * 1'000'000;
+    for (const qint64 milliseconds : {-farthest, farthest, -1ll})
+        values += date(milliseconds);
     for (const int year : {-9999, -1, 1, 1931, 1932, 2069, 2070, 10'000, 250'000})
         values += QDateTime(QDate(year, 2, 28), QTime(23, 59, 59, 1), Qt::UTC);
     for (const auto encoding : {PropertyList::Encoding::Binary, PropertyList::Encoding::Xml}) {
@@ -111,13 +101,10 @@ TEST(PropertyList, WhatIsWrittenComesBackWhateverItHolds)
 
 TEST(PropertyList, WhatCouldNotBeReadIsNotWritten)
 {
-    const QVariant rows[] = {{},
-                             QVariantList{QVariant()},
-                             QDateTime(),
-                             QChar(u'c'),
-                             nested(257),
-                             QVariantList(4'000'000, true),
-                             QVariantList(70, QByteArray(1 << 20, 'x'))};
+    const QVariantList many(4'000'000, true);
+    const QVariantList large(70, QByteArray(1 << 20, 'x'));
+    const QVariant rows[] = {
+        {}, QVariantList{QVariant()}, QDateTime(), QChar(u'c'), nested(257), many, large};
     for (const QVariant& value : rows) {
         for (const auto encoding : {PropertyList::Encoding::Binary, PropertyList::Encoding::Xml})
             EXPECT_FALSE(PropertyList::write(value, encoding)) << value.typeName();

@@ -2,7 +2,6 @@
 #include "sandbox/SandboxMachine.h"
 #include "support/RecordedProcess.h"
 
-#include <chrono>
 #include <list>
 
 #include <gtest/gtest.h>
@@ -54,29 +53,4 @@ TEST(SandboxCommand, AnswersFollowTheirOrderTheirUsesAndTheArguments)
         EXPECT_EQ(statusOf(command.path(), arguments.split(u',')), status);
     command.forgetAnswers();
     EXPECT_EQ(statusOf(command.answer({.status = 255}).path(), {}), 255);
-}
-
-TEST(SandboxCommand, OutputComesUnchangedAfterItsDelayAndTheEndAfterTheLinger)
-{
-    const SandboxMachine machine = SandboxMachine::temporary();
-    SandboxCommand command = machine.command(u"/usr/bin/osascript");
-    const QByteArray output("a\0b\xFF\n", 5);
-    constexpr std::chrono::milliseconds delay{60};
-    command.answer({.output = output, .error = "no\n", .status = 9, .uses = 1})
-        .answer({.output = output, .delay = delay, .linger = std::chrono::hours{1}});
-    RecordedProcess brief(command.path(), {});
-    ASSERT_TRUE(brief.runs());
-    EXPECT_EQ(brief.output, output);
-    EXPECT_EQ(brief.error, "no\n");
-    EXPECT_EQ(brief.status(), 9);
-
-    const auto begin = std::chrono::steady_clock::now();
-    RecordedProcess lingering(command.path(), {});
-    lingering.process->start();
-    ASSERT_TRUE(lingering.waits([&] { return lingering.output == output; }));
-    EXPECT_GE(std::chrono::steady_clock::now() - begin, delay);
-    EXPECT_TRUE(lingering.process->isRunning());
-    lingering.process->terminate();
-    ASSERT_TRUE(lingering.ends());
-    EXPECT_EQ(lingering.end->reason, ProcessEnd::Reason::Signal);
 }

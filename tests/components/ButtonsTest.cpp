@@ -17,7 +17,7 @@ QByteArray counting(const QByteArray& type, const QByteArray& settings = {})
 {
     return "Item { id: scene; property int presses: 0; " + type +
            " { objectName: 'button'; x: 40; y: 40; label: 'Clean'; " + settings +
-           "; onClicked: ++scene.presses } }";
+           " onClicked: ++scene.presses } }";
 }
 
 int presses(const QmlScene& scene)
@@ -46,7 +46,7 @@ TEST(Buttons, EachWayOfPressingCountsOnceNoneWhenDisabledAndTheRingShowsForTheKe
     for (const QByteArray& type : types) {
         SCOPED_TRACE(type.data());
         {
-            QmlScene disabled(counting(type, "; enabled: false"));
+            QmlScene disabled(counting(type, "enabled: false;"));
             QQuickItem* refusing = disabled.focused(u"button"_s);
             for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return})
                 disabled.press(key);
@@ -79,7 +79,7 @@ TEST(Buttons, PointerLightensTheFillAlsoUnderAToolTip)
 {
     for (const QByteArray& type : types) {
         SCOPED_TRACE(type.data());
-        QmlScene scene(counting(type, "; toolTip: 'Why'"));
+        QmlScene scene(counting(type, "toolTip: 'Why';"));
         QQuickItem* button = scene.item(u"button"_s);
         QTest::mouseMove(&scene.view(), QPoint(1, 1));
         const QColor before = colorBeside(scene, button);
@@ -91,7 +91,7 @@ TEST(Buttons, PointerLightensTheFillAlsoUnderAToolTip)
 
 TEST(CapsuleActionButton, BusyRefusesAndFocusComesBackAfterwards)
 {
-    QmlScene scene(counting("CapsuleActionButton", "busyLabel: 'Cleaning'"));
+    QmlScene scene(counting("CapsuleActionButton", "busyLabel: 'Cleaning';"));
     QQuickItem* button = scene.focused(u"button"_s);
     button->setProperty("isBusy", true);
     EXPECT_EQ(button->property("text"), u"Cleaning"_s);
@@ -106,7 +106,7 @@ TEST(CapsuleActionButton, BusyRefusesAndFocusComesBackAfterwards)
 
 TEST(HoverPillButton, ReturnSwitchesACheckablePill)
 {
-    QmlScene scene(counting("HoverPillButton", "checkable: true"));
+    QmlScene scene(counting("HoverPillButton", "checkable: true;"));
     QQuickItem* button = scene.focused(u"button"_s);
     scene.press(Qt::Key_Return);
     EXPECT_TRUE(button->property("checked").toBool());

@@ -132,6 +132,7 @@ TEST(Locations, TemporaryFilesAreNeverOpenToOthers)
     ASSERT_EQ(::unlink(wanted), 0);
     EXPECT_FALSE(isTaken());
 
+    ASSERT_EQ(::chmod(folder.path(), 0700), 0);
     ASSERT_EQ(::symlink("/tmp", folder / "temporary"), 0);
     const Locations locations = Locations::insideFolder(text(folder.path()));
     const QString unique = locations.temporaryDirectory();

@@ -50,12 +50,12 @@ TEST_F(UserDefaultsTest, AWrongTypeReadsAsAbsent)
               PropertyList::write(values, PropertyList::Encoding::Xml).value_or(QByteArray()));
     const UserDefaults defaults(m_file, m_disk);
     for (int at = 0; at < values.size(); ++at) {
-        const auto& [value, number, boolean] = rows[at];
+        const std::optional<double> number = rows[at].number;
         const QString key = QString::number(at);
         EXPECT_EQ(defaults.real(key), number) << at;
         EXPECT_EQ(defaults.integer(key), number == 7 || number == 1 ? number : std::nullopt) << at;
-        EXPECT_EQ(defaults.boolean(key), boolean) << at;
-        EXPECT_EQ(defaults.string(key).has_value(), value == u"7"_s) << at;
+        EXPECT_EQ(defaults.boolean(key), rows[at].boolean) << at;
+        EXPECT_EQ(defaults.string(key).has_value(), at == 6) << at;
         EXPECT_EQ(defaults.stringArray(key), at == 7 ? std::optional(texts) : std::nullopt) << at;
         EXPECT_FALSE(defaults.data(key)) << at;
     }

@@ -69,8 +69,7 @@ TEST(Process, WhatCannotStartThrowsAndCallsNoHandler)
     const std::tuple<QString, QStringList, int> rows[] = {
         {folder.path() + u"/missing"_s, {}, ENOENT},
         {folder.path(), {}, EACCES},
-        {sh, {QString(u"a\0b"_s)}, EINVAL},
-    };
+        {sh, {QString(u"a\0b"_s)}, EINVAL}};
     for (const auto& [executable, arguments, errorNumber] : rows) {
         RecordedProcess run(executable, arguments);
         try {
@@ -93,8 +92,7 @@ TEST(Process, NoPartOfACommandOutlivesItsEnd)
         {u"sleep 1000 & echo $!; wait"_s, Destroyed},
         {u"sleep 1000 & echo $!"_s, Terminated}, // all that is left is what it has started
         {u"sh -c 'trap \"\" TERM; echo $$; exec sleep 1000' & wait"_s, Terminated},
-        {u"trap '' TERM; echo $$; while :; do sleep 0.05; done"_s, Destroyed},
-    };
+        {u"trap '' TERM; echo $$; while :; do sleep 0.05; done"_s, Destroyed}};
     for (const auto& [line, how] : rows) {
         RecordedProcess run(sh, shell(line));
         run.process->start();

@@ -149,8 +149,7 @@ TEST(PropertyList, WhatOthersWriteIsUnderstood)
          QVariantMap{{QString(QChar(0)), true}}},
         {binaryList({array({1, 1, 2, 2}), array({}), array({1})}),
          QVariantList{QVariantList(), QVariantList(), QVariantList{QVariantList()},
-                      QVariantList{QVariantList()}}},
-    };
+                      QVariantList{QVariantList()}}}};
     for (const auto& [bytes, value] : rows) {
         const auto read = PropertyList::read(bytes);
         EXPECT_TRUE(read && isSameList(value, *read, PropertyList::Encoding::Binary))

@@ -10,12 +10,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QByteArray types[] = {"CapsuleActionButton", "HoverPillButton", "ProminentActionButton"};
+
 /// A scene of one button, named "button", that counts its presses; `settings` are its properties.
 QByteArray counting(const QByteArray& type, const QByteArray& settings = {})
 {
     return "Item { id: scene; property int presses: 0; " + type +
-           " { objectName: \"button\"; x: 40; y: 40; " + settings +
-           "; onClicked: ++scene.presses } }";
+           " { objectName: 'button'; x: 40; y: 40; label: 'Clean'; " + settings +
+           " onClicked: ++scene.presses } }";
 }
 
 int presses(const QmlScene& scene)
@@ -39,78 +41,57 @@ QColor colorBeside(QmlScene& scene, QQuickItem* button)
 
 } // namespace
 
-struct ButtonCase {
-    const char* type;
-    const char* settings;
-};
-
-void PrintTo(const ButtonCase& row, std::ostream* out)
+TEST(Buttons, EachWayOfPressingCountsOnceNoneWhenDisabledAndTheRingShowsForTheKeyboardOnly)
 {
-    *out << row.type;
-}
-
-class Buttons : public testing::TestWithParam<ButtonCase> {};
-
-INSTANTIATE_TEST_SUITE_P(All, Buttons,
-                         testing::Values(ButtonCase{"CapsuleActionButton", "label: 'Clean'"},
-                                         ButtonCase{"HoverPillButton", "label: 'Clean'"},
-                                         ButtonCase{"ProminentActionButton",
-                                                    "label: 'Clean'; icon.name: 'trash'"}));
-
-TEST_P(Buttons, EachWayOfPressingCountsOnce)
-{
-    QmlScene scene(counting(GetParam().type, GetParam().settings));
-    QQuickItem* button = scene.focused(u"button"_s);
-    int expected = 0;
-    for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
-        scene.press(key);
-        EXPECT_EQ(presses(scene), ++expected) << key;
+    for (const QByteArray& type : types) {
+        SCOPED_TRACE(type.data());
+        {
+            QmlScene disabled(counting(type, "enabled: false;"));
+            QQuickItem* refusing = disabled.focused(u"button"_s);
+            for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return})
+                disabled.press(key);
+            disabled.click(refusing);
+            pressByScreenReader(refusing);
+            EXPECT_EQ(presses(disabled), 0);
+        }
+        QmlScene scene(counting(type));
+        QQuickItem* button = scene.item(u"button"_s);
+        QQuickItem* ring = scene.item(u"focusRing"_s);
+        int expected = 0;
+        scene.click(button);
+        EXPECT_EQ(presses(scene), ++expected);
+        EXPECT_TRUE(button->hasActiveFocus() && !ring->isVisible());
+        button->setFocus(false);
+        scene.focused(u"button"_s);
+        EXPECT_TRUE(ring->isVisible());
+        for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+            scene.press(key);
+            EXPECT_EQ(presses(scene), ++expected) << key;
+        }
+        pressByScreenReader(button);
+        EXPECT_EQ(presses(scene), ++expected);
+        EXPECT_EQ(QAccessible::queryAccessibleInterface(button)->text(QAccessible::Name),
+                  u"Clean"_s);
     }
-    scene.click(button);
-    EXPECT_EQ(presses(scene), ++expected);
-    pressByScreenReader(button);
-    EXPECT_EQ(presses(scene), ++expected);
-    EXPECT_EQ(QAccessible::queryAccessibleInterface(button)->text(QAccessible::Name), u"Clean"_s);
 }
 
-TEST_P(Buttons, DisabledRefusesEveryPress)
+TEST(Buttons, PointerLightensTheFillAlsoUnderAToolTip)
 {
-    QmlScene scene(counting(GetParam().type, GetParam().settings + QByteArray("; enabled: false")));
-    QQuickItem* button = scene.focused(u"button"_s);
-    scene.press(Qt::Key_Space);
-    scene.press(Qt::Key_Return);
-    scene.click(button);
-    pressByScreenReader(button);
-    EXPECT_EQ(presses(scene), 0);
-}
-
-TEST_P(Buttons, RingShowsForTheKeyboardOnly)
-{
-    QmlScene scene(counting(GetParam().type, GetParam().settings));
-    QQuickItem* button = scene.item(u"button"_s);
-    QQuickItem* ring = scene.item(u"focusRing"_s);
-    scene.click(button);
-    EXPECT_TRUE(button->hasActiveFocus());
-    EXPECT_FALSE(ring->isVisible());
-    button->setFocus(false);
-    scene.focused(u"button"_s);
-    EXPECT_TRUE(ring->isVisible());
-}
-
-TEST_P(Buttons, PointerLightensTheFillAlsoUnderAToolTip)
-{
-    QmlScene scene(counting(GetParam().type, GetParam().settings + QByteArray("; toolTip: 'Why'")));
-    QQuickItem* button = scene.item(u"button"_s);
-    QTest::mouseMove(&scene.view(), QPoint(1, 1));
-    const QColor before = colorBeside(scene, button);
-    const QPointF centre(button->width() / 2, button->height() / 2);
-    QTest::mouseMove(&scene.view(), button->mapToScene(centre).toPoint());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return colorBeside(scene, button) != before; }, 5000));
+    for (const QByteArray& type : types) {
+        SCOPED_TRACE(type.data());
+        QmlScene scene(counting(type, "toolTip: 'Why';"));
+        QQuickItem* button = scene.item(u"button"_s);
+        QTest::mouseMove(&scene.view(), QPoint(1, 1));
+        const QColor before = colorBeside(scene, button);
+        const QPointF centre(button->width() / 2, button->height() / 2);
+        QTest::mouseMove(&scene.view(), button->mapToScene(centre).toPoint());
+        EXPECT_TRUE(QTest::qWaitFor([&] { return colorBeside(scene, button) != before; }, 5000));
+    }
 }
 
 TEST(CapsuleActionButton, BusyRefusesAndFocusComesBackAfterwards)
 {
-    QmlScene scene(counting("CapsuleActionButton", "label: 'Clean'; busyLabel: 'Cleaning'"));
+    QmlScene scene(counting("CapsuleActionButton", "busyLabel: 'Cleaning';"));
     QQuickItem* button = scene.focused(u"button"_s);
     button->setProperty("isBusy", true);
     EXPECT_EQ(button->property("text"), u"Cleaning"_s);
@@ -125,7 +106,7 @@ TEST(CapsuleActionButton, BusyRefusesAndFocusComesBackAfterwards)
 
 TEST(HoverPillButton, ReturnSwitchesACheckablePill)
 {
-    QmlScene scene(counting("HoverPillButton", "label: 'Size'; checkable: true"));
+    QmlScene scene(counting("HoverPillButton", "checkable: true;"));
     QQuickItem* button = scene.focused(u"button"_s);
     scene.press(Qt::Key_Return);
     EXPECT_TRUE(button->property("checked").toBool());

@@ -5,6 +5,7 @@
 #include "components/SymbolTable.h"
 
 #include <QEasingCurve>
+#include <QImage>
 #include <QRawFont>
 #include <QTest>
 
@@ -15,25 +16,18 @@
 using namespace Qt::StringLiterals;
 using namespace brivane;
 
-TEST(SymbolTable, EverySymbolHasAGlyphInTheFont)
+TEST(SymbolTable, EverySymbolIsFoundAndHasAGlyphInTheFontAndUnknownOnesStandOut)
 {
     const QRawFont font(u":/brivane/fonts/MaterialIcons-Regular.ttf"_s, 16);
-    ASSERT_TRUE(font.isValid());
-    EXPECT_TRUE(font.supportsCharacter(QChar(SymbolTable::fallbackGlyph)));
+    const QString fallback = QChar(SymbolTable::fallbackGlyph);
+    ASSERT_TRUE(font.isValid() && font.supportsCharacter(fallback.front()));
     for (const Symbol& symbol : SymbolTable::symbols()) {
-        EXPECT_TRUE(font.supportsCharacter(QChar(symbol.glyph)))
-            << qPrintable(QStringView(symbol.name).toString());
-    }
-}
-
-TEST(SymbolTable, NamesAreFoundAndUnknownOnesStandOut)
-{
-    for (const Symbol& symbol : SymbolTable::symbols()) {
-        EXPECT_EQ(SymbolTable::glyph(QStringView(symbol.name).toString()),
-                  QString(QChar(symbol.glyph)));
+        const QString name = QStringView(symbol.name).toString();
+        EXPECT_EQ(SymbolTable::glyph(name), QString(QChar(symbol.glyph))) << qPrintable(name);
+        EXPECT_TRUE(font.supportsCharacter(QChar(symbol.glyph))) << qPrintable(name);
     }
     for (const QString& name : {u""_s, u"a"_s, u"trash.fill.x"_s, u"zzz"_s})
-        EXPECT_EQ(SymbolTable::glyph(name), QString(QChar(SymbolTable::fallbackGlyph)));
+        EXPECT_EQ(SymbolTable::glyph(name), fallback);
 }
 
 TEST(SpringCurve, EasingFollowsTheSpringAndEndsAtRest)
@@ -80,53 +74,37 @@ TEST(ColorPalette, TextOnAFilledPillStaysReadable)
 TEST(UsageBar, ColourChangesJustAboveEachThresholdAndTheFillStaysInside)
 {
     QmlScene scene("UsageBar {}", {200, 4});
-    const struct {
-        double fraction;
-        QColor color;
-        double width;
-    } rows[] = {
-        {-1, ColorPalette::accent(), 0},      {0, ColorPalette::accent(), 0},
-        {0.001, ColorPalette::accent(), 4},   {0.75, ColorPalette::accent(), 150},
-        {0.76, ColorPalette::warning(), 152}, {0.9, ColorPalette::warning(), 180},
-        {0.91, ColorPalette::danger(), 182},  {3, ColorPalette::danger(), 200},
-    };
-    for (const auto& row : rows) {
-        scene.root()->setProperty("fraction", row.fraction);
-        EXPECT_EQ(scene.root()->property("color").value<QColor>(), row.color) << row.fraction;
-        EXPECT_NEAR(scene.item(u"fill"_s)->width(), row.width, 0.01) << row.fraction;
+    const std::tuple<double, QColor, double> rows[] = {
+        {-1, ColorPalette::accent(), 0},     {0.001, ColorPalette::accent(), 4},
+        {0.75, ColorPalette::accent(), 150}, {0.76, ColorPalette::warning(), 152},
+        {0.9, ColorPalette::warning(), 180}, {0.91, ColorPalette::danger(), 182},
+        {3, ColorPalette::danger(), 200}};
+    for (const auto& [fraction, color, width] : rows) {
+        scene.root()->setProperty("fraction", fraction);
+        EXPECT_EQ(scene.root()->property("color").value<QColor>(), color) << fraction;
+        EXPECT_NEAR(scene.item(u"fill"_s)->width(), width, 0.01) << fraction;
     }
 }
 
-TEST(SegmentedPills, KeysMoveTheChoiceAndStopAtTheEnds)
+TEST(SegmentedPills, KeysMoveTheChoiceStopAtTheEndsAndShowNoneThatTheScreenRefuses)
 {
-    QmlScene scene("SegmentedPills { selection: 'b'; onActivated: value => selection = value;"
-                   " options: [{ value: 'a', label: 'A' }, { value: 'b', label: 'B' },"
-                   " { value: 'c', label: 'C' }] }");
+    QmlScene scene("SegmentedPills { selection: 'b'; onActivated: value => { if (value !== 'd')"
+                   " selection = value } options: ['a', 'b', 'c', 'd'].map(value =>"
+                   " ({ value: value, label: value })) }");
     scene.focused(QString());
-    const struct {
-        Qt::Key key;
-        QString choice;
-    } rows[] = {
-        {Qt::Key_Right, u"c"_s}, {Qt::Key_Right, u"c"_s}, {Qt::Key_Home, u"a"_s},
-        {Qt::Key_Left, u"a"_s},  {Qt::Key_End, u"c"_s},   {Qt::Key_Left, u"b"_s},
-    };
-    for (const auto& row : rows) {
-        scene.press(row.key);
-        EXPECT_EQ(scene.root()->property("selection"), row.choice) << row.key;
+    const std::pair<Qt::Key, QString> rows[] = {{Qt::Key_Right, u"c"_s}, {Qt::Key_Right, u"c"_s},
+                                                {Qt::Key_End, u"c"_s},   {Qt::Key_Home, u"a"_s},
+                                                {Qt::Key_Left, u"a"_s},  {Qt::Key_Right, u"b"_s}};
+    for (const auto& [key, choice] : rows) {
+        scene.press(key);
+        EXPECT_EQ(scene.root()->property("selection"), choice) << key;
     }
-    scene.click(scene.item(u"pill0"_s));
-    EXPECT_EQ(scene.root()->property("selection"), u"a"_s);
-    EXPECT_TRUE(scene.item(u"pill0"_s)->property("chosen").toBool());
-    EXPECT_FALSE(scene.item(u"pill1"_s)->property("chosen").toBool());
-}
-
-TEST(SegmentedPills, ChoiceThatTheScreenRefusesIsNotShown)
-{
-    QmlScene scene("SegmentedPills { selection: false; options: [{ value: false, label: 'A' },"
-                   " { value: true, label: 'B' }] }");
-    scene.click(scene.item(u"pill1"_s));
-    EXPECT_TRUE(scene.item(u"pill0"_s)->property("chosen").toBool());
-    EXPECT_FALSE(scene.item(u"pill1"_s)->property("chosen").toBool());
+    for (const auto& [clicked, chosen] :
+         {std::pair(u"pill0"_s, u"pill0"_s), {u"pill3"_s, u"pill0"_s}}) {
+        scene.click(scene.item(clicked));
+        for (const QString& pill : {u"pill0"_s, u"pill1"_s, u"pill3"_s})
+            EXPECT_EQ(scene.item(pill)->property("chosen").toBool(), pill == chosen);
+    }
 }
 
 TEST(NumericText, CountingPastAPowerOfTenLeavesNoStaleDigit)
@@ -145,23 +123,34 @@ TEST(NumericText, CountingPastAPowerOfTenLeavesNoStaleDigit)
 
 TEST(NumericText, PlacesThatComeOrGoRollAsWell)
 {
-    brivane::Motion::instance().setEnabled(true);
-    {
-        QmlScene scene("NumericText { text: '9' }");
-        const auto rollingAt = [&](qsizetype place) {
-            const QQuickItem* cell =
-                scene.root()->childItems().constFirst()->childItems().value(place);
-            return cell && cell->property("progress").toReal() < 1;
-        };
-        EXPECT_FALSE(rollingAt(0)) << "the first text is to be there at once";
-        for (const QString& text : {u"10"_s, u"9"_s}) {
-            const double before = scene.root()->implicitWidth();
-            scene.root()->setProperty("text", text);
-            EXPECT_TRUE(rollingAt(0) && rollingAt(1)) << qPrintable(text);
-            EXPECT_NEAR(scene.root()->implicitWidth(), before, 1) << "what is beside it jumps";
-            EXPECT_TRUE(QTest::qWaitFor([&] { return !rollingAt(0) && !rollingAt(1); }, 5000));
-            EXPECT_NE(scene.root()->implicitWidth(), before);
-        }
+    Motion::instance().setEnabled(true);
+    QmlScene scene("NumericText { text: '9' }");
+    const auto rollingAt = [&](qsizetype place) {
+        const QQuickItem* cell = scene.root()->childItems().constFirst()->childItems().value(place);
+        return cell && cell->property("progress").toReal() < 1;
+    };
+    EXPECT_FALSE(rollingAt(0)) << "the first text is to be there at once";
+    for (const QString& text : {u"10"_s, u"9"_s}) {
+        const double before = scene.root()->implicitWidth();
+        scene.root()->setProperty("text", text);
+        EXPECT_TRUE(rollingAt(0) && rollingAt(1)) << qPrintable(text);
+        EXPECT_NEAR(scene.root()->implicitWidth(), before, 1) << "what is beside it jumps";
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !rollingAt(0) && !rollingAt(1); }, 5000));
     }
-    brivane::Motion::instance().setEnabled(false);
+    Motion::instance().setEnabled(false);
+}
+
+// With BRIVANE_PICTURES set to a folder, the page is kept there to be looked at.
+TEST(Gallery, EveryComponentRendersAtRestAndInMotionWithoutAWarning)
+{
+    for (const bool moves : {true, false}) {
+        brivane::Motion::instance().setEnabled(moves);
+        QmlScene scene("Gallery { Item { Spring on x { from: 0; to: 1 } } }", {1200, 3000});
+        scene.focused(u"capsuleButton"_s);
+        const QImage picture = scene.view().grabWindow();
+        EXPECT_FALSE(picture.isNull());
+        EXPECT_EQ(scene.warnings().join(u'\n'), QString());
+        const QString folder = qEnvironmentVariable("BRIVANE_PICTURES");
+        EXPECT_TRUE(folder.isEmpty() || moves || picture.save(folder + u"/gallery.png"_s));
+    }
 }

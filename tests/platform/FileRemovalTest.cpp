@@ -16,13 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-mode_t modeOf(const QByteArray& path)
-{
-    struct stat status = {};
-    EXPECT_EQ(::lstat(path, &status), 0) << path.constData();
-    return status.st_mode & 07777;
-}
-
 std::vector<int> codesOf(const RemovalReport& report)
 {
     std::vector<int> codes;
@@ -94,42 +87,28 @@ TEST(FileRemoval, DepthAndWidthNeedFewDescriptorsAlsoBeyondPathMax)
 TEST(FileRemoval, WhatTookThePlaceOfTheMeantObjectStays)
 {
     const TestFolder folder;
-    struct Case {
-        const char* what;
-        std::function<void(const QByteArray&)> change;
-    };
-    const Case cases[] = {
-        {"rewritten", [](const QByteArray& path) { writeFile(path, "other"); }},
-        {"another file",
-         [](const QByteArray& path) {
-             ASSERT_EQ(::rename(path, path + ".old"), 0);
-             writeFile(path, "first");
-         }},
-        {"a folder",
-         [](const QByteArray& path) {
-             ASSERT_EQ(::unlink(path), 0);
-             ASSERT_EQ(::mkdir(path, 0755), 0);
-         }},
-        {"a link",
-         [](const QByteArray& path) {
-             ASSERT_EQ(::rename(path, path + ".old"), 0);
-             ASSERT_EQ(::symlink("object.old", path), 0);
-         }},
-    };
-    for (const Case& c : cases) {
-        const QByteArray path = folder / "object";
-        (void)removeTree(text(path));
+    const QByteArray path = folder / "object";
+    const std::function<void()> changes[] = {[&] { writeFile(path, "other"); },
+                                             [&] {
+                                                 ASSERT_EQ(::rename(path, folder / "old"), 0);
+                                                 writeFile(path, "first");
+                                             },
+                                             [&] {
+                                                 ASSERT_EQ(::rename(path, folder / "old"), 0);
+                                                 ASSERT_EQ(::mkdir(path, 0755), 0);
+                                             },
+                                             [&] {
+                                                 ASSERT_EQ(::rename(path, folder / "old"), 0);
+                                                 ASSERT_EQ(::symlink("old", path), 0);
+                                             }};
+    for (const auto& change : changes) {
         writeFile(path, "first");
-        const auto identity = FileIdentity::of(text(path));
-        ASSERT_TRUE(identity);
-        c.change(path);
-        const RemovalReport report = removeTree(text(path), *identity);
-        EXPECT_EQ(codesOf(report), std::vector{ESTALE}) << c.what;
-        EXPECT_EQ(report.removed, 0U) << c.what;
-        EXPECT_TRUE(stands(path)) << c.what;
+        const FileIdentity meant = *FileIdentity::of(text(path));
+        change();
+        EXPECT_EQ(codesOf(removeTree(text(path), meant)), std::vector{ESTALE});
+        EXPECT_TRUE(stands(path));
+        EXPECT_TRUE(removeTree(text(path), *FileIdentity::of(text(path))).isComplete());
     }
-    const auto identity = FileIdentity::of(text(folder / "object"));
-    EXPECT_TRUE(removeTree(text(folder / "object"), *identity).isComplete());
 }
 
 TEST(FileRemoval, SpellingsThatHideWhatIsMeantAreRefused)
@@ -154,8 +133,7 @@ TEST(FileRemoval, SpellingsThatHideWhatIsMeantAreRefused)
 TEST(FileRemoval, MountInsideIsLeft)
 {
     const TestFolder folder;
-    for (const char* name : {"outside", "tree", "tree/mount", "tree/other"})
-        ASSERT_EQ(::mkdir(folder / name, 0755), 0);
+    makeFolders(folder, {"outside", "tree", "tree/mount", "tree/other"});
     writeFile(folder / "outside/keep", "kept");
     // A bind mount has the same device as what is around it.
     const auto passed = passesWithMount(folder / "outside", folder / "tree/mount", [&] {

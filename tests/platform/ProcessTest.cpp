@@ -1,4 +1,3 @@
-#include "platform/PathText.h"
 #include "support/AwaitTask.h"
 #include "support/ChildProcesses.h"
 #include "support/RecordedProcess.h"
@@ -64,29 +63,13 @@ TEST(Process, OutputAtTheVeryEndIsNotLost)
     EXPECT_EQ(run.output, "earlylate");
 }
 
-TEST(Process, ArgumentsArriveByteForByte)
-{
-    const QByteArray arguments[] = {
-        "", " a  b ", "\"'\\$x`", "line\nbreak", "\xFF\xFE\xE2\x82", "caf\xC3\xA9"};
-    QStringList list = shell(u"for a; do printf '%s|' \"$a\"; done"_s) + QStringList{u"sh"_s};
-    QByteArray expected;
-    for (const QByteArray& argument : arguments) {
-        list += PathText::fromBytes(argument);
-        expected += argument + '|';
-    }
-    RecordedProcess run(sh, list);
-    ASSERT_TRUE(run.runs());
-    EXPECT_EQ(run.output, expected);
-}
-
 TEST(Process, WhatCannotStartThrowsAndCallsNoHandler)
 {
     QTemporaryDir folder;
     const std::tuple<QString, QStringList, int> rows[] = {
         {folder.path() + u"/missing"_s, {}, ENOENT},
         {folder.path(), {}, EACCES},
-        {sh, {QString(u"a\0b"_s)}, EINVAL},
-    };
+        {sh, {QString(u"a\0b"_s)}, EINVAL}};
     for (const auto& [executable, arguments, errorNumber] : rows) {
         RecordedProcess run(executable, arguments);
         try {
@@ -109,8 +92,7 @@ TEST(Process, NoPartOfACommandOutlivesItsEnd)
         {u"sleep 1000 & echo $!; wait"_s, Destroyed},
         {u"sleep 1000 & echo $!"_s, Terminated}, // all that is left is what it has started
         {u"sh -c 'trap \"\" TERM; echo $$; exec sleep 1000' & wait"_s, Terminated},
-        {u"trap '' TERM; echo $$; while :; do sleep 0.05; done"_s, Destroyed},
-    };
+        {u"trap '' TERM; echo $$; while :; do sleep 0.05; done"_s, Destroyed}};
     for (const auto& [line, how] : rows) {
         RecordedProcess run(sh, shell(line));
         run.process->start();

@@ -6,7 +6,6 @@
 #include <QDateTime>
 
 #include <limits>
-#include <random>
 
 #include <gtest/gtest.h>
 
@@ -65,84 +64,31 @@ QDateTime date(qint64 milliseconds)
     return QDateTime::fromMSecsSinceEpoch(milliseconds, Qt::UTC);
 }
 
-/// Values of every kind, most of them at an end of their range.
-class RandomValues {
-public:
-    QVariant next(int depth)
-    {
-        switch (m_random() % (depth < 5 ? 9 : 7)) {
-        case 0:
-            return m_random() % 2 == 0;
-        case 1:
-            return static_cast<qint64>(bits());
-        case 2:
-            return bits() | 1ull << 63;
-        case 3:
-            return std::bit_cast<double>(bits());
-        case 4:
-            return date(static_cast<qint64>(bits()) % (1ll << 52));
-        case 5:
-            return text();
-        case 6:
-            return text().toUtf8();
-        case 7: {
-            QVariantList list;
-            for (auto count = m_random() % 20; count > 0; --count)
-                list += next(depth + 1);
-            return list;
-        }
-        default: {
-            QVariantMap map;
-            for (auto count = m_random() % 20; count > 0; --count)
-                map.insert(text(), next(depth + 1));
-            return map;
-        }
-        }
-    }
-
-private:
-    quint64 bits() { return m_random() >> m_random() % 64; }
-    QString text()
-    {
-        static const QString units =
-            u"ab <>&\"'\r\n\t\x01\x1F\x7F\u0085\u2028\uFEFF\uFFFE\uFFFF\U0001F600"_s + QChar(0) +
-            QChar(0xD800) + QChar(0xDC80) + QChar(0xDFFF);
-        QString text;
-        for (auto count = m_random() % 24; count > 0; --count)
-            text += units[static_cast<qsizetype>(m_random() % static_cast<quint64>(units.size()))];
-        return text;
-    }
-
-    std::mt19937_64 m_random{7};
-};
-
 } // namespace
 
 TEST(PropertyList, WhatIsWrittenComesBackWhateverItHolds)
 {
-    constexpr qint64 least = std::numeric_limits<qint64>::min();
-    constexpr qint64 most = std::numeric_limits<qint64>::max();
-    QVariantList values{0.0,
-                        -0.0,
-                        std::numeric_limits<double>::infinity(),
-                        std::numeric_limits<double>::denorm_min(),
-                        least,
-                        most,
-                        QByteArray(""),
-                        PathText::fromBytes("/x/\xFF/\xE2\x82 end"),
-                        u"]]><?utf-16 DC80?>&#xDC80;"_s,
-                        QVariantList(256, QVariantList()),
-                        QVariantList(300, u"shared"_s),
-                        QVariantList(70'000, 0.5),
-                        nested(256)};
-    for (const qint64 year : {-9999, -1, 1, 1931, 1932, 2069, 2070, 10'000, 250'000})
-        values += QDateTime(QDate(static_cast<int>(year), 2, 28), QTime(23, 59, 59, 1), Qt::UTC);
-    for (const qint64 milliseconds :
-         {least / 1'000'000 * 1'000'000, most / 1'000'000 * 1'000'000, -1ll})
+    using Whole = std::numeric_limits<qint64>;
+    using Real = std::numeric_limits<double>;
+    QString units = u"ab <>&\"'\r\n\t\x01\x1F\x7F\u0085\u2028\uFEFF\uFFFE\uFFFF\U0001F600]]>"
+                    u"<?utf-16 DC80?>&#xDC80;"_s;
+    for (const char16_t unit : {u'\0', u'\xD800', u'\xDC80', u'\xDFFF', u'\xD800'})
+        units += QChar(unit) + u' ';
+    QVariantList values{0.0, -0.0, 0.1, false, ~0ull, Whole::min(), Whole::max(), nested(256)};
+    for (const double real : {Real::infinity(), Real::quiet_NaN(), Real::denorm_min()})
+        values += real;
+    for (const QByteArray& data : {QByteArray(""), QByteArray("\0\xFF", 2)})
+        values += data;
+    for (const QString& string : {units, PathText::fromBytes("/x/\xFF/\xE2\x82 end")})
+        values += QVariantMap{{string, QVariantList{string}}, {u""_s, QVariantMap()}};
+    for (const auto& [count, item] :
+         {std::pair<int, QVariant>(256, QVariantList()), {300, u"shared"_s}, {70'000, 0.5}})
+        values += QVariant(QVariantList(count, item));
+    constexpr qint64 farthest = Whole::max() / 1'000'000 * 1'000'000;
+    for (const qint64 milliseconds : {-farthest, farthest, -1ll})
         values += date(milliseconds);
-    RandomValues random;
-    for (int count = 0; count < 300; ++count)
-        values += random.next(0);
+    for (const int year : {-9999, -1, 1, 1931, 1932, 2069, 2070, 10'000, 250'000})
+        values += QDateTime(QDate(year, 2, 28), QTime(23, 59, 59, 1), Qt::UTC);
     for (const auto encoding : {PropertyList::Encoding::Binary, PropertyList::Encoding::Xml}) {
         for (const QVariant& value : std::as_const(values)) {
             const auto bytes = PropertyList::write(value, encoding);
@@ -155,15 +101,10 @@ TEST(PropertyList, WhatIsWrittenComesBackWhateverItHolds)
 
 TEST(PropertyList, WhatCouldNotBeReadIsNotWritten)
 {
+    const QVariantList many(4'000'000, true);
+    const QVariantList large(70, QByteArray(1 << 20, 'x'));
     const QVariant rows[] = {
-        {},
-        QVariantList{QVariant()},
-        QDateTime(),
-        QChar(u'c'),
-        nested(257),
-        QVariantList(4'000'000, true),
-        QVariantList(70, QByteArray(1 << 20, 'x')),
-    };
+        {}, QVariantList{QVariant()}, QDateTime(), QChar(u'c'), nested(257), many, large};
     for (const QVariant& value : rows) {
         for (const auto encoding : {PropertyList::Encoding::Binary, PropertyList::Encoding::Xml})
             EXPECT_FALSE(PropertyList::write(value, encoding)) << value.typeName();
@@ -186,11 +127,8 @@ TEST(PropertyList, WhatOthersWriteIsUnderstood)
          "\"-//Apple//DTD PLIST 1.0//EN\" \"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">"
          "<!-- <array> --><plist version='1.0' a='>'>\r\n<true></true>\r\n</plist>\r\n",
          true},
-        {"<false/>", false},
         {xml("<integer> +0x7F </integer>"), 127ll},
-        {xml("<integer>-9223372036854775808</integer>"), std::numeric_limits<qint64>::min()},
         {xml("<integer>18446744073709551615</integer>"), ~0ull},
-        {xml("<real>+infinity</real>"), std::numeric_limits<double>::infinity()},
         {xml("<real> -1.5E3\n</real>"), -1500.0},
         {xml("<date>2070-01-02T03:04:05Z</date>"), moment},
         {xml("<data>\n\tAP\n\t8K\n</data>"), QByteArray("\0\xFF\n", 3)},
@@ -201,7 +139,6 @@ TEST(PropertyList, WhatOthersWriteIsUnderstood)
         {xml("<string>/x/\xED\xB3\xBF\x01\xEF\xBF\xBE</string>"),
          PathText::fromBytes("/x/\xFF\x01\xEF\xBF\xBE")},
         {binaryList({"\x11\xFF\xFE"}), 0xFFFEll},
-        {binaryList({"\x13" + QByteArray(8, '\xFF')}), -1ll},
         {binaryList({"\x14" + QByteArray(16, '\xFF')}), -1ll},
         {binaryList({"\x14" + bigEndian(0, 8) + QByteArray(8, '\xFF')}), ~0ull},
         {binaryList({"\x22\x3F\xC0" + bigEndian(0, 2)}), 1.5},
@@ -212,8 +149,7 @@ TEST(PropertyList, WhatOthersWriteIsUnderstood)
          QVariantMap{{QString(QChar(0)), true}}},
         {binaryList({array({1, 1, 2, 2}), array({}), array({1})}),
          QVariantList{QVariantList(), QVariantList(), QVariantList{QVariantList()},
-                      QVariantList{QVariantList()}}},
-    };
+                      QVariantList{QVariantList()}}}};
     for (const auto& [bytes, value] : rows) {
         const auto read = PropertyList::read(bytes);
         EXPECT_TRUE(read && isSameList(value, *read, PropertyList::Encoding::Binary))
@@ -238,46 +174,29 @@ TEST(PropertyList, HostileInputIsRefusedNotFollowed)
     const QByteArray text = "\x5F\x12" + bigEndian(1 << 20, 4) + QByteArray(1 << 20, 'x');
     const QByteArray rows[] = {
         "",
-        "bplist00",
-        "not a list",
-        "<plist><dict>",
         "<plist>" + QByteArray("<array>").repeated(100'000),
         xml(QByteArray("<array><!--</array>-->").repeated(257) +
             QByteArray("</array>").repeated(257)),
-        xml("<dict><true/></dict>"),
-        xml("<dict><key>k</key></dict>"),
         xml("<dict><key>k</key><true/>text</dict>"),
-        xml("<string>a<true/></string>"),
         xml("<true/><true/>"),
-        xml(""),
-        xml("<true/>") + "<plist/>",
         xml("<integer>18446744073709551616</integer>"),
-        xml("<integer>-9223372036854775809</integer>"),
-        xml("<integer>1.0</integer>"),
         xml("<real>1e999</real>"),
         xml("<date>2070-02-30T00:00:00Z</date>"),
         xml("<date>292278995-01-01T00:00:00Z</date>"),
-        xml("<data>A*==</data>"),
-        xml("<string>&undeclared;</string>"),
         xml("<string>\xC3</string>"),
         xml("<string><?utf-16 0?>\xFF</string>"),
-        xml("<string><?utf-16 -1?></string>"),
         "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" + xml("<true/>"),
         "<!DOCTYPE plist [<!ENTITY a \"b\">]>" + xml("<string>&a;</string>"),
         "<plist" + attributes + "><true/></plist>",
         binaryList({array({1, 0}), "\x80\x01"}),
-        binaryList({"\xC0"}),
         binaryList({"\x14\x01" + QByteArray(15, '\0')}),
         binaryList({"\x33\x7F\xF0" + bigEndian(0, 6)}),
-        binaryList({"\x51\xFF"}),
         binaryList({QByteArray("\xD1") + bigEndian(1, 4) + bigEndian(1, 4), "\x09"}),
         binaryList({array(QList<quint64>(14, 1)), array(QList<quint64>(14, 2)), text}),
         binaryList({array({0})}),
-        binaryList({array({7})}),
         binaryList({QByteArray("\xAF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", 10)}),
         binaryList(bomb),
-        binaryList(deep),
-    };
+        binaryList(deep)};
     for (const QByteArray& bytes : rows)
         EXPECT_FALSE(PropertyList::read(bytes)) << bytes.first(std::min(bytes.size(), 40ll)).data();
     EXPECT_TRUE(PropertyList::read(binaryList({array({1, 1}), QByteArray("\x09", 1)})));

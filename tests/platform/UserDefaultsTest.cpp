@@ -29,47 +29,35 @@ protected:
 
 TEST_F(UserDefaultsTest, AWrongTypeReadsAsAbsent)
 {
-    const QVariantMap values{
-        {u"seven"_s, qint64(7)},
-        {u"one"_s, qint64(1)},
-        {u"true"_s, true},
-        {u"7.0"_s, 7.0},
-        {u"7.5"_s, 7.5},
-        {u"huge"_s, 1e300},
-        {u"text"_s, u"7"_s},
-        {u"texts"_s, QVariantList{u"a"_s, u"b"_s}},
-        {u"mixed"_s, QVariantList{u"a"_s, qint64(1)}},
-    };
+    const QStringList texts{u"a"_s, u"b"_s};
+    const struct {
+        QVariant value;
+        std::optional<double> number = {};
+        std::optional<bool> boolean = {};
+    } rows[] = {{qint64(7), 7},
+                {qint64(1), 1, true},
+                {true, 1, true},
+                {7.0, 7},
+                {7.5, 7.5},
+                {1e300, 1e300},
+                {u"7"_s},
+                {QVariantList{u"a"_s, u"b"_s}},
+                {QVariantList{u"a"_s, qint64(1)}}};
+    QVariantMap values;
+    for (const auto& row : rows)
+        values.insert(QString::number(values.size()), row.value);
     writeFile(m_folder / "defaults.plist",
               PropertyList::write(values, PropertyList::Encoding::Xml).value_or(QByteArray()));
     const UserDefaults defaults(m_file, m_disk);
-
-    struct Row {
-        QString key;
-        std::optional<qint64> integer = {};
-        std::optional<bool> boolean = {};
-        std::optional<double> real = {};
-        std::optional<QString> string = {};
-        std::optional<QStringList> strings = {};
-    };
-    for (const auto& [key, integer, boolean, real, string, strings] : {
-             Row{.key = u"seven"_s, .integer = 7, .real = 7.0},
-             Row{.key = u"one"_s, .integer = 1, .boolean = true, .real = 1.0},
-             Row{.key = u"true"_s, .integer = 1, .boolean = true, .real = 1.0},
-             Row{.key = u"7.0"_s, .integer = 7, .real = 7.0},
-             Row{.key = u"7.5"_s, .real = 7.5},
-             Row{.key = u"huge"_s, .real = 1e300},
-             Row{.key = u"text"_s, .string = u"7"_s},
-             Row{.key = u"texts"_s, .strings = QStringList{u"a"_s, u"b"_s}},
-             Row{.key = u"mixed"_s},
-             Row{.key = u"absent"_s},
-         }) {
-        EXPECT_EQ(defaults.integer(key), integer) << qPrintable(key);
-        EXPECT_EQ(defaults.boolean(key), boolean) << qPrintable(key);
-        EXPECT_EQ(defaults.real(key), real) << qPrintable(key);
-        EXPECT_EQ(defaults.string(key), string) << qPrintable(key);
-        EXPECT_EQ(defaults.stringArray(key), strings) << qPrintable(key);
-        EXPECT_FALSE(defaults.data(key)) << qPrintable(key);
+    for (int at = 0; at < values.size(); ++at) {
+        const std::optional<double> number = rows[at].number;
+        const QString key = QString::number(at);
+        EXPECT_EQ(defaults.real(key), number) << at;
+        EXPECT_EQ(defaults.integer(key), number == 7 || number == 1 ? number : std::nullopt) << at;
+        EXPECT_EQ(defaults.boolean(key), rows[at].boolean) << at;
+        EXPECT_EQ(defaults.string(key).has_value(), at == 6) << at;
+        EXPECT_EQ(defaults.stringArray(key), at == 7 ? std::optional(texts) : std::nullopt) << at;
+        EXPECT_FALSE(defaults.data(key)) << at;
     }
 }
 

@@ -1,12 +1,15 @@
 #include "platform/Walk.h"
 
 #include "platform/FileIdentity.h"
+#include "platform/linux/LinuxVolumes.h"
 #include "support/FileTestSupport.h"
 
 #include <cmath>
 #include <functional>
 #include <map>
 #include <random>
+#include <system_error>
+#include <thread>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -37,15 +40,13 @@ std::ostream& operator<<(std::ostream& out, const Seen& seen)
 
 int ftsKind(WalkKind kind)
 {
-    static const std::map<WalkKind, int> kinds = {
-        {WalkKind::Directory, FTS_D},
-        {WalkKind::DirectoryEnd, FTS_DP},
-        {WalkKind::UnreadableDirectory, FTS_DNR},
-        {WalkKind::File, FTS_F},
-        {WalkKind::SymbolicLink, FTS_SL},
-        {WalkKind::Other, FTS_DEFAULT},
-        {WalkKind::NoAttributes, FTS_NS},
-    };
+    static const std::map<WalkKind, int> kinds = {{WalkKind::Directory, FTS_D},
+                                                  {WalkKind::DirectoryEnd, FTS_DP},
+                                                  {WalkKind::UnreadableDirectory, FTS_DNR},
+                                                  {WalkKind::File, FTS_F},
+                                                  {WalkKind::SymbolicLink, FTS_SL},
+                                                  {WalkKind::Other, FTS_DEFAULT},
+                                                  {WalkKind::NoAttributes, FTS_NS}};
     return kinds.at(kind);
 }
 
@@ -112,23 +113,17 @@ void buildRandomTree(const QByteArray& root, unsigned seed, int entries)
         const auto at = static_cast<std::size_t>(place * static_cast<double>(folders.size()));
         const QByteArray prefix = random() % 5 == 0 ? "." : "";
         const QByteArray path = folders[at] + '/' + prefix + QByteArray::number(i);
-        switch (random() % 8) {
-        case 0:
-        case 1:
-        case 2:
+        const auto kind = random() % 8;
+        if (kind < 3) {
             ASSERT_EQ(::mkdir(path.constData(), 0755), 0);
             folders.push_back(path);
-            break;
-        case 3:
+        } else if (kind == 3) {
             ASSERT_EQ(::symlink("../" + QByteArray::number(random() % 100), path.constData()), 0);
-            break;
-        case 4:
+        } else if (kind == 4) {
             ASSERT_EQ(::mkfifo(path.constData(), 0600), 0);
-            break;
-        default:
-            const int file = ::open(path.constData(), O_CREAT | O_WRONLY | O_CLOEXEC, 0644);
-            ASSERT_EQ(::ftruncate(file, static_cast<off_t>(random() % 100000)), 0);
-            ::close(file);
+        } else {
+            writeFile(path, "");
+            ASSERT_EQ(::truncate(path.constData(), static_cast<off_t>(random() % 100000)), 0);
         }
     }
 }
@@ -205,11 +200,9 @@ TEST_F(WalkTest, TimesBeyondWhatNanosecondsCanSayAreTheFarthestThatTheyCan)
 {
     const QByteArray path = m_folder / "file";
     writeFile(path, "");
-    const std::pair<std::int64_t, std::int64_t> rows[] = {{9'000'000'000'000'000'000, INT64_MAX},
-                                                          {-9'000'000'000'000'000'000, INT64_MIN},
-                                                          {9'223'372'037, INT64_MAX},
-                                                          {-1, -999'999'999}};
-    for (const auto& [seconds, expected] : rows) {
+    for (const auto& [seconds, expected] : {std::pair(9'223'372'037L, INT64_MAX),
+                                            {-9'223'372'037L, INT64_MIN},
+                                            {-1L, -999'999'999L}}) {
         const timespec times[] = {{seconds, 1}, {seconds, 1}};
         ASSERT_EQ(::utimensat(AT_FDCWD, path, times, 0), 0);
         if (!snapshot(path)[""].contains(QByteArray::number(seconds)))
@@ -219,7 +212,7 @@ TEST_F(WalkTest, TimesBeyondWhatNanosecondsCanSayAreTheFarthestThatTheyCan)
     }
 }
 
-TEST_F(WalkTest, SkippedSubtreesAreLeftOutAndTheRestIsWhole)
+TEST_F(WalkTest, SkippedAndHiddenSubtreesAreLeftOutAndTheRestIsWhole)
 {
     buildRandomTree(m_folder.path(), 7, 5000);
     for (const unsigned divisor : {2U, 3U, 7U}) {
@@ -242,16 +235,11 @@ TEST_F(WalkTest, SkippedSubtreesAreLeftOutAndTheRestIsWhole)
                          [&](const WalkEntry& entry) { return skips(entry.name); }),
                   expected);
     }
-}
-
-TEST_F(WalkTest, HiddenEntriesAreLeftOutWithWhatTheyHold)
-{
-    buildRandomTree(m_folder.path(), 11, 3000);
-    std::vector<Seen> expected = byFts(m_folder.path());
-    std::erase_if(expected, [&](const Seen& seen) {
+    std::vector<Seen> visible = byFts(m_folder.path());
+    std::erase_if(visible, [&](const Seen& seen) {
         return seen.path.mid(m_folder.path().size()).contains("/.");
     });
-    EXPECT_EQ(byWalk(m_folder.path(), {.includeHidden = false}), expected);
+    EXPECT_EQ(byWalk(m_folder.path(), {.includeHidden = false}), visible);
 }
 
 TEST_F(WalkTest, EndsAtOnceWhereverItIsCancelled)
@@ -305,8 +293,7 @@ TEST_F(WalkTest, DepthAndWidthNeedFewDescriptorsAndNoStack)
 
 TEST_F(WalkTest, BindMountsAreShownAndNotEntered)
 {
-    for (const char* name : {"source", "source/inside", "target", "later"})
-        ASSERT_EQ(::mkdir(m_folder / name, 0755), 0);
+    makeFolders(m_folder, {"source", "source/inside", "target", "later"});
     const auto passed = passesWithMount(m_folder / "source", m_folder / "target", [&] {
         for (const bool isAsked : {true, false}) {
             int inside = 0;
@@ -329,4 +316,23 @@ TEST_F(WalkTest, BindMountsAreShownAndNotEntered)
     if (!passed)
         GTEST_SKIP() << "this machine does not let us mount";
     EXPECT_TRUE(*passed);
+}
+
+TEST_F(WalkTest, DoesWithTheThreadsThatItGetsAsVolumesDo)
+{
+    ASSERT_EQ(::chmod(m_folder.path(), 0755), 0);
+    buildNastyTree(m_folder / "tree", {.levels = 30});
+    // For whom permissions bind, limits do as well.
+    EXPECT_TRUE(passesUnprivileged([&] {
+        struct rlimit limit = {};
+        ASSERT_EQ(::getrlimit(RLIMIT_NPROC, &limit), 0);
+        for (limit.rlim_cur = 0; limit.rlim_cur < 8; ++limit.rlim_cur) {
+            ASSERT_EQ(::setrlimit(RLIMIT_NPROC, &limit), 0);
+            expectSame(m_folder.path(), {.readAhead = 100, .workers = 4});
+            if (limit.rlim_cur == 0) {
+                EXPECT_THROW(std::thread([] {}).join(), std::system_error);
+                EXPECT_EQ(LinuxVolumes().volumeInfo(QStringLiteral("/"))->totalCapacity, 0U);
+            }
+        }
+    }));
 }

@@ -1,17 +1,25 @@
 #include "platform/Worker.h"
 
-#include "platform/Parallel.h"
+#include "platform/Clock.h"
+#include "platform/NotificationCenter.h"
+#include "support/AwaitTask.h"
+#include "support/FileTestSupport.h"
 
+#include <QCoreApplication>
 #include <QSemaphore>
+#include <QThread>
 
-#include <atomic>
+#include <filesystem>
 #include <stdexcept>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 using namespace brivane;
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 TEST(Worker, ACancelReachesWhatRunsAndWhatWaitsAndEveryJobStillEnds)
 {
@@ -58,11 +66,58 @@ TEST(Worker, WhoLeavesAJobThatHangsDoesNotWaitForIt)
     EXPECT_TRUE(passed->tryAcquire(1, 10'000));
 }
 
-TEST(Parallel, EachNumberIsWorkedOnOnce)
+static std::ptrdiff_t threadCount()
 {
-    for (const std::size_t count : {0U, 1U, 5U, 1000U}) {
-        std::vector<std::atomic<int>> done(count);
-        forEachInParallel(count, [&](std::size_t i) { ++done[i]; });
-        EXPECT_TRUE(std::ranges::all_of(done, [](const auto& times) { return times == 1; }));
-    }
+    const std::filesystem::directory_iterator threads("/proc/self/task");
+    return std::distance(begin(threads), end(threads));
+}
+
+TEST(Worker, AThreadThatComesLateStillRunsOneJobAtATime)
+{
+    EXPECT_TRUE(passesUnprivileged([] {
+        struct rlimit limit = {};
+        ASSERT_EQ(::getrlimit(RLIMIT_NPROC, &limit), 0);
+        const rlim_t enough = std::exchange(limit.rlim_cur, 0);
+        ASSERT_EQ(::setrlimit(RLIMIT_NPROC, &limit), 0);
+        Worker worker(QStringLiteral("late"));
+        worker.run([&] {
+            limit.rlim_cur = enough;
+            ASSERT_EQ(::setrlimit(RLIMIT_NPROC, &limit), 0);
+            const std::ptrdiff_t before = threadCount(); // a sanitizer may have one too
+            worker.run([] {});
+            EXPECT_EQ(threadCount(), before);
+        });
+        worker.waitForDone();
+        const std::thread::id here = std::this_thread::get_id();
+        EXPECT_NE(worker.run([] { return std::this_thread::get_id(); }).result(), here);
+    }));
+}
+
+TEST(NotificationCenter, APostReachesLivingReceiversOfItsNameOnTheirThread)
+{
+    NotificationCenter center;
+    QList<QThread*> heardOn;
+    auto receiver = std::make_unique<QObject>();
+    center.subscribe(u"one"_s, receiver.get(), [&] { heardOn += QThread::currentThread(); });
+    center.post(u"other"_s);
+    std::thread([&] { center.post(u"one"_s); }).join();
+    EXPECT_TRUE(heardOn.isEmpty());
+    QCoreApplication::sendPostedEvents();
+    center.post(u"one"_s);
+    receiver.reset();
+    center.post(u"one"_s);
+    EXPECT_EQ(heardOn, QList<QThread*>(2, QThread::currentThread()));
+}
+
+TEST(Clock, ASleepEndsWhenItIsOverAndAtOnceWhenItIsStopped)
+{
+    SystemClock clock;
+    const QCoro::Task<> none = clock.sleep(0ms);
+    EXPECT_TRUE(brivane::testing::waitUntil([&] { return none.isReady(); }));
+    std::stop_source source;
+    const QCoro::Task<> sleeping = clock.sleep(1h, source.get_token());
+    EXPECT_FALSE(sleeping.isReady());
+    source.request_stop();
+    EXPECT_TRUE(sleeping.isReady());
+    EXPECT_TRUE(clock.sleep(1h, source.get_token()).isReady());
 }

@@ -1,15 +1,19 @@
 #include "platform/Workspace.h"
 
+#include "platform/Pasteboard.h"
 #include "platform/PathText.h"
 #include "sandbox/SandboxMachine.h"
 #include "tests/support/AwaitTask.h"
 #include "tests/support/SessionBus.h"
 
+#include <QClipboard>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QElapsedTimer>
+#include <QGuiApplication>
 #include <QLocalServer>
+#include <QMimeData>
 #include <QProcess>
 
 #include <gtest/gtest.h>
@@ -156,4 +160,18 @@ TEST(Workspace, SilentBusHoldsUpNeitherTheCallerNorTheEnd)
     EXPECT_LT(clock.elapsed(), 5000);
     EXPECT_EQ(OpeningMachine::opened(), before);
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
+}
+
+TEST(Pasteboard, PathLosesNoByteAndIsNoFileToCopy)
+{
+    const auto pasteboard = Pasteboard::ofThisMachine();
+    for (const QByteArray path : {"/plain", "/Grüße #1\n", "/invalid \xFF\xC3"}) {
+        pasteboard->setPath(PathText::fromBytes(path));
+        const QMimeData& pasted = *QGuiApplication::clipboard()->mimeData();
+        for (const QString& kind : {u"text/plain"_s, u"text/plain;charset=utf-8"_s})
+            EXPECT_EQ(pasted.data(kind), path) << kind.toStdString();
+        EXPECT_EQ(pasted.text(), QString::fromUtf8(path));
+        EXPECT_FALSE(pasted.hasUrls());
+        EXPECT_EQ(pasted.formats().size(), 2);
+    }
 }

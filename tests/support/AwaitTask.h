@@ -5,9 +5,7 @@
 #include <QEventLoop>
 #include <QTimer>
 
-#include <exception>
 #include <functional>
-#include <optional>
 #include <stdexcept>
 
 namespace brivane::testing {
@@ -32,22 +30,9 @@ inline bool waitUntil(const std::function<bool()>& isDone)
 template<typename T>
 T awaitTask(QCoro::Task<T> task)
 {
-    std::optional<T> value;
-    std::exception_ptr failure;
-    const auto watch = [](QCoro::Task<T> watched, std::optional<T>& result,
-                          std::exception_ptr& error) -> QCoro::Task<> {
-        try {
-            result = co_await watched;
-        } catch (...) {
-            error = std::current_exception();
-        }
-    };
-    const QCoro::Task<> watching = watch(std::move(task), value, failure);
-    if (!waitUntil([&] { return value.has_value() || failure != nullptr; }))
+    if (!waitUntil([&] { return task.isReady(); }))
         throw std::runtime_error("the task did not end");
-    if (failure)
-        std::rethrow_exception(failure);
-    return *value;
+    return std::move(task).operator co_await().await_resume();
 }
 
 } // namespace brivane::testing

@@ -93,6 +93,19 @@ bool stands(const QByteArray& path)
     return ::lstat(path.constData(), &status) == 0;
 }
 
+mode_t modeOf(const QByteArray& path)
+{
+    struct stat status = {};
+    EXPECT_EQ(::lstat(path.constData(), &status), 0) << path.constData();
+    return status.st_mode & 07777;
+}
+
+void makeFolders(const TestFolder& folder, std::initializer_list<const char*> names)
+{
+    for (const char* name : names)
+        EXPECT_EQ(::mkdir(folder / name, 0755), 0) << name;
+}
+
 void writeFile(const QByteArray& path, const QByteArray& content)
 {
     std::ofstream file(path.constData(), std::ios::binary | std::ios::trunc);

@@ -60,6 +60,9 @@ inline QString text(const QByteArray& path)
 
 /// Whether anything stands at `path`, be it a dangling link.
 bool stands(const QByteArray& path);
+/// The permissions of what stands at `path`, a link itself.
+mode_t modeOf(const QByteArray& path);
+void makeFolders(const TestFolder& folder, std::initializer_list<const char*> names);
 void writeFile(const QByteArray& path, const QByteArray& content);
 QByteArray readFile(const QByteArray& path);
 

@@ -43,7 +43,6 @@ public:
     }
 
     void setNow(const QDateTime& now) { m_start = now.addMSecs(-m_elapsed.count()); }
-    [[nodiscard]] size_t sleepers() const { return m_sleepers.size(); }
 
 private:
     struct Sleeper {

@@ -20,12 +20,9 @@ inline bool isSameList(const QVariant& was, const QVariant& is, PropertyList::En
     if (was.typeId() != is.typeId())
         return false;
     switch (was.typeId()) {
-    case QMetaType::QVariantMap: {
-        const QVariantMap before = was.toMap();
-        const QVariantMap after = is.toMap();
-        return before.keys() == after.keys() &&
-               std::equal(before.begin(), before.end(), after.begin(), isSame);
-    }
+    case QMetaType::QVariantMap:
+        return was.toMap().keys() == is.toMap().keys() &&
+               isSame(was.toMap().values(), is.toMap().values());
     case QMetaType::QVariantList: {
         const QVariantList before = was.toList();
         const QVariantList after = is.toList();

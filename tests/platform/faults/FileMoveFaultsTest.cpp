@@ -61,22 +61,16 @@ void FileMoveFaultsBetweenDevices::moveWithEachFault() const
             buildSource(from);
             expected = snapshot(from);
         }
-        wasReached = false;
         std::string failed;
-        std::optional<Result<Moved>> result;
-        {
-            const SystemCallFaults faults([&](const SystemCall& call) {
-                wasNamed |= stands(other / temporary.toUtf8());
-                if (call.index != n)
-                    return 0;
-                wasReached = true;
-                failed = call.name;
-                return plausibleError(call.name);
-            });
-            result = moveWithoutReplacing(text(from), text(to), {.temporaryName = temporary});
-        }
+        const auto fail = [&](const SystemCall& call) {
+            wasNamed |= stands(other / temporary.toUtf8());
+            failed = call.name;
+            return plausibleError(call.name);
+        };
+        const auto moved = withFaultAt(n, wasReached, fail, [&] {
+            return moveWithoutReplacing(text(from), text(to), {.temporaryName = temporary});
+        });
         failed += " at call " + std::to_string(n);
-        const auto& moved = *result;
         if (!moved) {
             ++failures;
             EXPECT_EQ(difference(snapshot(from), expected), "") << failed;
@@ -112,8 +106,7 @@ TEST(FileMoveFaults, AnyFailingCallOfARenameLeavesTheFolderInOnePlaceWithItsMode
 {
     const auto renameWithEachFault = [](bool isExclusive) {
         const TestFolder folder;
-        for (const char* name : {"from", "to"})
-            ASSERT_EQ(::mkdir(folder / name, 0755), 0);
+        makeFolders(folder, {"from", "to"});
         bool wasReached = true;
         for (int n = 0; wasReached && !testing::Test::HasFailure(); ++n) {
             ASSERT_EQ(::mkdir(folder / "from/x", 0755), 0);
@@ -199,17 +192,20 @@ TEST(FileMoveFaults, FileSystemWithoutExclusiveRenameStillReplacesNothing)
     writeFile(folder / "file", "content");
     writeFile(folder / "taken", "other");
     ASSERT_EQ(::mkdir(folder / "folder", 0755), 0);
-    EXPECT_EQ(move("file", "taken"), EEXIST);
-    EXPECT_EQ(readFile(folder / "taken"), "other");
-    EXPECT_EQ(move("file", "free"), 0);
-    EXPECT_EQ(readFile(folder / "free"), "content");
-    EXPECT_FALSE(stands(folder / "file"));
-    EXPECT_EQ(move("folder", "taken"), EEXIST);
     ASSERT_EQ(::mkdir(folder / "empty", 0755), 0);
-    EXPECT_EQ(move("folder", "empty"), EEXIST);
-    EXPECT_EQ(move("folder", "folder/in itself"), EINVAL);
-    EXPECT_EQ(move("folder", "free folder"), 0);
-    EXPECT_FALSE(stands(folder / "folder"));
+    const std::tuple<const char*, const char*, int> rows[] = {
+        {"file", "taken", EEXIST},
+        {"file", "free", 0},
+        {"folder", "taken", EEXIST},
+        {"folder", "empty", EEXIST},
+        {"folder", "folder/in itself", EINVAL},
+        {"folder", "free folder", 0}};
+    for (const auto& [from, to, code] : rows) {
+        EXPECT_EQ(move(from, to), code) << from << " to " << to;
+        EXPECT_EQ(stands(folder / from), code != 0);
+    }
+    EXPECT_EQ(readFile(folder / "taken"), "other");
+    EXPECT_EQ(readFile(folder / "free"), "content");
     EXPECT_EQ(snapshot(folder.path()).size(), 5U);
 }
 

@@ -115,17 +115,14 @@ void removeWithEachFault()
         for (int n = 0; n < calls && !testing::Test::HasFailure(); ++n) {
             ground.build();
             const std::size_t before = snapshot(ground.tree()).size();
-            RemovalReport report;
             const char* failed = "none";
-            {
-                const SystemCallFaults faults([&](const SystemCall& call) {
-                    if (call.index != n)
-                        return 0;
-                    failed = call.name;
-                    return code;
-                });
-                report = removeTree(text(ground.tree()));
-            }
+            bool wasReached = false;
+            const auto fail = [&](const SystemCall& call) {
+                failed = call.name;
+                return code;
+            };
+            const RemovalReport report =
+                withFaultAt(n, wasReached, fail, [&] { return removeTree(text(ground.tree())); });
             checkReport(report, ground.tree(), before, failed);
             EXPECT_TRUE(ground.outsideIsWhole()) << failed;
             EXPECT_TRUE(ground.modesAreKept()) << failed;
@@ -153,18 +150,16 @@ TEST(FileRemovalFaults, FolderSwappedOrMovedAtAnyMomentNeverLeadsOutside)
     for (const char* victim : victims) {
         for (int n = 0; n < calls && !testing::Test::HasFailure(); ++n) {
             ground.build();
-            {
-                const SystemCallFaults faults([&](const SystemCall& call) {
-                    if (call.index == n && ::rename(ground / victim, ground / "parked") == 0) {
-                        EXPECT_EQ(::symlink(ground / "outside", ground / victim), 0);
-                    }
-                    return 0;
-                });
-                (void)removeTree(text(ground.tree()));
-            }
+            bool wasReached = false;
+            const auto swap = [&](const SystemCall&) {
+                if (::rename(ground / victim, ground / "parked") == 0) {
+                    EXPECT_EQ(::symlink(ground / "outside", ground / victim), 0);
+                }
+                return 0;
+            };
+            (void)withFaultAt(n, wasReached, swap, [&] { return removeTree(text(ground.tree())); });
             EXPECT_TRUE(ground.outsideIsWhole()) << victim << " at call " << n;
             ground.clear();
         }
     }
-    std::printf("%d moments, %zu folders\n", calls, std::size(victims));
 }

@@ -15,19 +15,11 @@ TEST(FileWritingFaults, AnyFailingCallLeavesTheOldContentAndNothingTemporary)
     int points = 0;
     for (bool wasReached = true; wasReached && !testing::Test::HasFailure(); ++points) {
         writeFile(folder / "file", "old");
-        wasReached = false;
-        std::optional<Result<>> result;
-        {
-            const SystemCallFaults faults([&](const SystemCall& call) {
-                if (call.index != points)
-                    return 0;
-                wasReached = true;
-                return ENOSPC;
-            });
-            result = writeFileAtomically(text(folder / "file"), "new", 0600);
-        }
-        EXPECT_EQ(bool(*result), !wasReached);
-        const bool mayBeNew = *result || result->error().operation == FileOperation::Sync;
+        const auto result = withFaultAt(
+            points, wasReached, [](const SystemCall&) { return ENOSPC; },
+            [&] { return writeFileAtomically(text(folder / "file"), "new", 0600); });
+        EXPECT_EQ(bool(result), !wasReached);
+        const bool mayBeNew = result || result.error().operation == FileOperation::Sync;
         EXPECT_EQ(readFile(folder / "file"), mayBeNew ? "new" : "old") << points;
         EXPECT_EQ(snapshot(folder.path()).size(), 2U) << points;
     }

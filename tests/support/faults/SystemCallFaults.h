@@ -39,4 +39,17 @@ private:
     int m_calls = 0;
 };
 
+/// What `act` returns when `strike` decides about its `n`th call; `wasReached` tells whether there
+/// was one.
+template<typename Act>
+auto withFaultAt(int n, bool& wasReached, const SystemCallFaults::Decision& strike, const Act& act)
+{
+    wasReached = false;
+    const SystemCallFaults faults([&](const SystemCall& call) {
+        wasReached |= call.index == n;
+        return call.index == n ? strike(call) : 0;
+    });
+    return act();
+}
+
 } // namespace brivane

@@ -30,10 +30,13 @@ struct Key {
 };
 
 const Key moduleKeys[] = {
-    {Qt::Key_1, control, u"Space Scanner"_s}, {Qt::Key_2, control, u"Smart Clean"_s},
-    {Qt::Key_3, control, u"Uninstaller"_s},   {Qt::Key_4, control, u"Duplicates"_s},
-    {Qt::Key_5, control, u"Quarantine"_s},    {Qt::Key_Comma, control, u"Settings"_s},
-    {Qt::Key_0, control, u"Dashboard"_s},
+    {Qt::Key_1, control, u"Space Scanner"_s},
+    {Qt::Key_2, control, u"Smart Clean"_s},
+    {Qt::Key_3, control, u"Uninstaller"_s},
+    {Qt::Key_4, control, u"Duplicates"_s},
+    {Qt::Key_5, control, u"Quarantine"_s},
+    {Qt::Key_Comma, control, u"Settings"_s},
+    {Qt::Key_0, control | Qt::KeypadModifier, u"Dashboard"_s},
 };
 const Key commandKeys[] = {
     {Qt::Key_R, control},

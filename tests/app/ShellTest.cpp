@@ -1,5 +1,4 @@
 #include "app/Module.h"
-#include "cleaning/CleaningSessionState.h"
 #include "core/ActivityTracker.h"
 #include "core/NotificationNames.h"
 #include "tests/support/AppWindow.h"
@@ -81,11 +80,8 @@ TEST(Shell, ScanGoesOnWhileAnotherModuleIsShown)
     app.clock().holdAfter(3);
     app.scan().rescan();
     shell.setAppMode(AppMode::maintenance);
-    EXPECT_TRUE(app.item(u"busyDot"_s));
-    EXPECT_EQ(app.scan().scanState(), ScanViewModel::Scanning);
     app.clock().release();
     ASSERT_TRUE(app.isScanned());
-    EXPECT_FALSE(app.item(u"busyDot"_s));
     app.picture(); // which lays out what has come
     app.item(u"volume-Macintosh HD"_s)->forceActiveFocus(Qt::TabFocusReason);
     for (const QString& card : {u"scanInfoCard"_s, u"hiddenSpaceCard"_s}) {
@@ -95,25 +91,8 @@ TEST(Shell, ScanGoesOnWhileAnotherModuleIsShown)
         const QQuickItem* sidebar = app.item(u"sidebarFlickable"_s);
         EXPECT_LE(stop->mapToItem(sidebar, {0, stop->height()}).y(), sidebar->height());
     }
-    EXPECT_TRUE(app.item(u"sidebarRescan"_s));
-    EXPECT_TRUE(app.item(u"sidebarAdminScan"_s));
     shell.setAppMode(AppMode::scanner);
     EXPECT_TRUE(app.item(u"completedPhaseView"_s));
-}
-
-TEST(Shell, CleaningSessionTakesNavigationAway)
-{
-    AppWindow app{AppMachine()};
-    app.shell();
-    QQuickItem* module = app.item(u"module"_s);
-    QQuickItem* row = app.item(u"mode-Dashboard"_s);
-    ASSERT_TRUE(row);
-    row->forceActiveFocus(Qt::TabFocusReason);
-    app.composition().get<CleaningSessionState>().setSessionActive(true);
-    EXPECT_EQ(module->width(), app.window().width());
-    EXPECT_TRUE(module->hasActiveFocus()) << "the keyboard went with the sidebar";
-    app.composition().get<CleaningSessionState>().setSessionActive(false);
-    EXPECT_LT(module->width(), app.window().width());
 }
 
 TEST(Shell, OnlyWorkOfAModuleInTheSidebarMarksIt)
@@ -141,20 +120,6 @@ TEST(Shell, OnlyWorkOfAModuleInTheSidebarMarksIt)
     EXPECT_EQ(busy(), QList{AppMode::scanner});
     ASSERT_TRUE(app.isScanned());
     EXPECT_TRUE(busy().isEmpty());
-}
-
-TEST(Shell, TwoMachinesInOneProcessKnowNothingOfEachOther)
-{
-    AppWindow app{AppMachine()};
-    AppWindow other{AppMachine()};
-    ShellViewModel& shell = other.shell();
-    app.clock().holdAfter(3);
-    app.scan().rescan();
-    app.shell().setAppMode(AppMode::quarantine);
-    app.composition().get<AppSettings>().setQuarantinePurgeDays(3);
-    EXPECT_FALSE(shell.modeHasBackgroundActivity(AppMode::scanner));
-    EXPECT_EQ(shell.appMode(), AppMode::dashboard);
-    EXPECT_EQ(other.composition().get<AppSettings>().quarantinePurgeDays(), 7);
 }
 
 TEST(Shell, HoverOfARowThatWasLeftLaterDoesNotClearTheNext)

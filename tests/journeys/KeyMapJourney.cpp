@@ -137,9 +137,13 @@ TEST_F(KeyMapJourney, NothingHappensWhileTheMachineIsCleaned)
     press({Qt::Key_S, control | shift});
     ASSERT_TRUE(app().showsText(u"Completed"_s));
     app().click(row(u"Users"_s));
+    ASSERT_TRUE(tabTo(u"mode-Space Scanner"_s));
     const QStringList before = log();
     app().composition().get<CleaningSessionState>().setSessionActive(true);
     EXPECT_FALSE(app().item(u"sidebar"_s));
+    const QQuickItem* module = app().item(u"module"_s);
+    EXPECT_EQ(module->width(), app().window().width());
+    EXPECT_TRUE(module->hasActiveFocus()) << "the keyboard went with the sidebar";
     const QImage picture = app().picture();
     for (const Key& key : moduleKeys)
         press(key);

@@ -57,23 +57,6 @@ TEST_F(QuarantineInterleavingTest, TwoOperationsOnOneItemNeverCutThroughEachOthe
     }
 }
 
-TEST_F(QuarantineInterleavingTest, BulkOperationsThatOverlapTakeEachItemOnce)
-{
-    QStringList paths;
-    for (int i = 0; i < 50; ++i)
-        paths += file(u"~/%1"_s.arg(i));
-    quarantine(paths);
-    auto purging = service->purgeAll();
-    auto restoring = service->restoreAll();
-    const qint64 purged = awaitTask(std::move(purging)).purged;
-    await(std::move(restoring));
-    const auto back = std::count_if(paths.begin(), paths.end(), &stands);
-    EXPECT_EQ(purged + back, 50);
-    EXPECT_TRUE(service->items().isEmpty());
-    EXPECT_FALSE(service->progress());
-    EXPECT_EQ(recorded().size(), 0);
-}
-
 TEST_F(QuarantineInterleavingTest, ManyPathsAreOneBatchOfRowsAndTwoLists)
 {
     QStringList paths;

@@ -73,16 +73,3 @@ TEST_F(QuarantineInterleavingTest, ManyPathsAreOneBatchOfRowsAndTwoLists)
     EXPECT_EQ(removed.size(), 300) << "row by row";
     EXPECT_EQ(reset.size(), 0);
 }
-
-TEST_F(QuarantineInterleavingTest, AServiceThatEndsInAHandOverHasListedWhatItMoved)
-{
-    const QString path = file(u"~/file"_s);
-    QSemaphore started;
-    fileSystem.before = [&](FileOperation, const QString&) { started.release(); };
-    auto task = service->quarantine(QStringList{path}, u"Test"_s);
-    ASSERT_TRUE(waitUntil([&] { return started.available() > 0; }));
-    service.reset();
-    EXPECT_EQ(awaitTask(std::move(task)).moved, 1);
-    start();
-    EXPECT_EQ(only().originalPath, path);
-}

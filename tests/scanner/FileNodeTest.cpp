@@ -7,18 +7,21 @@
 using namespace brivane;
 using namespace brivane::testing;
 
-TEST(FileNode, ATreeThatCountsAsSortedIsLeftAloneUntilItIsSummedUpAgain)
+TEST(FileNode, SortingReachesEveryLevelAndStopsAtWhatCountsAsSorted)
 {
     const auto tree = FileTree::create("/root");
-    FileNode* small = addFile(tree->root(), "small", 1);
+    FileNode* folder = addFolder(tree->root(), "folder");
+    FileNode* small = addFile(folder, "small", 1);
+    FileNode* big = addFile(folder, "big", 2);
     tree->root()->recalculateSize();
     tree->root()->sortBySize();
-    FileNode* late = addFile(tree->root(), "late", 2);
+    EXPECT_EQ(folder->children(), std::vector({big, small}));
+    FileNode* late = addFile(tree->root(), "late", 1'000'000);
     tree->root()->sortBySize();
-    EXPECT_EQ(tree->root()->children(), std::vector({small, late}));
+    EXPECT_EQ(tree->root()->children(), std::vector({folder, late})) << "not summed up again";
     tree->root()->recalculateSize();
     tree->root()->sortBySize();
-    EXPECT_EQ(tree->root()->children(), std::vector({late, small}));
+    EXPECT_EQ(tree->root()->children(), std::vector({late, folder}));
 }
 
 TEST(FileNode, ADeepTreeNeedsNoStack)

@@ -1,6 +1,5 @@
 #include "Journey.h"
 #include "sandbox/Permissions.h"
-#include "tests/support/ChildProcesses.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -73,19 +72,6 @@ TEST_F(AdminJourney, RefusedItChangesNothingAndGrantedItFillsTheGaps)
     for (const QString& folder : {u"Users"_s, u"robin"_s, u"Library"_s, u"Sealed"_s})
         app().click(row(folder));
     EXPECT_EQ(rows(), QStringList(u"vault.db"_s));
-}
-
-TEST_F(AdminJourney, StopWhileThePromptIsOpenLeavesNothingRunning)
-{
-    prompt().answer({.delay = std::chrono::minutes(5)});
-    ASSERT_TRUE(app().click(u"sidebarAdminScan"_s));
-    ASSERT_TRUE(waitUntil([&] { return prompt().calls().size() == 1; }));
-    ASSERT_TRUE(app().click(u"stopButton"_s));
-    EXPECT_TRUE(reads(u"Select a disk to scan"_s));
-    ASSERT_TRUE(waitUntil([&] { return log().contains(u"scanner: Admin scan cancelled"_s); }));
-    app().click(card(u"Macintosh HD"_s));
-    ASSERT_TRUE(app().showsText(u"Completed"_s));
-    EXPECT_TRUE(waitForNoChildren());
 }
 
 } // namespace brivane::testing

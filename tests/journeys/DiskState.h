@@ -5,41 +5,35 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <array>
 #include <filesystem>
+#include <fstream>
 #include <iterator>
 #include <map>
-#include <stdexcept>
 #include <string>
+#include <tuple>
 #include <vector>
-
-#include <sys/stat.h>
 
 namespace brivane::testing {
 
-/// What lies in a folder: each path in it with its mode, inode, links, size and the times of its
-/// last changes. The very last of them also tells of owners and attributes.
-using DiskState = std::map<std::string, std::array<long, 6>>;
+/// What lies in a folder: each path in it with its kind, and of files the size and how the content
+/// begins.
+using DiskState =
+    std::map<std::string, std::tuple<std::filesystem::file_type, std::uintmax_t, std::string>>;
 
 inline DiskState diskState(const QString& folder)
 {
     DiskState state;
-    const auto add = [&](const std::string& path) {
-        struct stat is = {};
-        if (::lstat(path.c_str(), &is) != 0)
-            throw std::runtime_error(path);
-        const auto nanoseconds = [](const timespec& t) {
-            return t.tv_sec * 1'000'000'000 + t.tv_nsec;
-        };
-        state[path] = {static_cast<long>(is.st_mode),  static_cast<long>(is.st_ino),
-                       static_cast<long>(is.st_nlink), is.st_size,
-                       nanoseconds(is.st_mtim),        nanoseconds(is.st_ctim)};
-    };
-    const std::string top = PathText::toBytes(folder).toStdString();
-    add(top);
+    const std::filesystem::path top = PathText::toBytes(folder).toStdString();
     constexpr auto asUser = std::filesystem::directory_options::skip_permission_denied;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(top, asUser))
-        add(entry.path());
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(top, asUser)) {
+        auto& [kind, size, content] = state[entry.path()];
+        kind = entry.symlink_status().type();
+        if (kind != std::filesystem::file_type::regular)
+            continue;
+        size = entry.file_size();
+        content.resize(std::min<std::uintmax_t>(size, 64));
+        std::ifstream(entry.path()).read(content.data(), std::ssize(content));
+    }
     return state;
 }
 

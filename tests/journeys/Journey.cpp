@@ -62,9 +62,9 @@ void Journey::changeDisk(const std::function<void()>& change)
 long Journey::lastButOneEntry() const
 {
     const auto entries = [](const auto& path) {
-        return S_ISDIR(static_cast<mode_t>(path.second[0])) ? 2L : 1L;
+        return std::get<0>(path.second) == std::filesystem::file_type::directory ? 2L : 1L;
     };
-    return std::transform_reduce(m_before.begin(), m_before.end(), -2L, std::plus(), entries);
+    return std::transform_reduce(m_before.begin(), m_before.end(), 0L, std::plus(), entries);
 }
 
 bool Journey::isHeld()

@@ -49,23 +49,4 @@ TEST_F(ScanJourney, ByMouseFromTheDiskThroughAPausedScanToItsFolders)
     EXPECT_EQ(log().filter(u"scanner: "_s).size(), 2) << qPrintable(log().join(u'\n'));
 }
 
-TEST_F(ScanJourney, ByMouseARescanIsStopped)
-{
-    ASSERT_TRUE(app().click(u"mode-Space Scanner"_s));
-    ASSERT_TRUE(app().click(u"volumeCard"_s));
-    ASSERT_TRUE(app().showsText(u"Completed"_s));
-    holdNextScan();
-    ASSERT_TRUE(app().click(u"rescanButton"_s));
-    ASSERT_TRUE(isHeld());
-    EXPECT_TRUE(reads(u"Initializing scan..."_s));
-    ASSERT_TRUE(walksOn(lastButOneEntry()));
-    ASSERT_TRUE(app().click(u"stopButton"_s));
-    EXPECT_TRUE(reads(u"Select a disk to scan"_s));
-    app().clock().release();
-    scan().waitForWalk();
-    AppWindow::step();
-    EXPECT_TRUE(reads(u"Select a disk to scan"_s)) << "the end of a stopped walk took the screen";
-    EXPECT_EQ(log().last(), u"scanner: Scan cancelled at %1 files"_s.arg(lastButOneEntry()));
-}
-
 } // namespace brivane::testing

@@ -1,72 +1,39 @@
 #include "NaiveSafetyRules.h"
 
+#include "removal/tables/BlockedPaths.h"
+#include "removal/tables/BlockedPrefixes.h"
+#include "removal/tables/CautionPrefixes.h"
+#include "removal/tables/CleanerAreas.h"
+#include "removal/tables/DangerousExtensions.h"
+#include "removal/tables/HomeBlockedPaths.h"
+#include "removal/tables/HomeWarningPaths.h"
+
+#include <QString>
+
 #include <algorithm>
 #include <cctype>
+#include <span>
 
 namespace brivane::naive {
 
-Texts listed(const std::string& text)
+namespace {
+
+Texts texts(std::span<const QStringView> table)
 {
     Texts all;
-    std::size_t from = 0;
-    for (auto to = text.find(", "); to != std::string::npos; to = text.find(", ", from)) {
-        all.push_back(text.substr(from, to - from));
-        from = to + 2;
-    }
-    all.push_back(text.substr(from));
+    for (const QStringView entry : table)
+        all.push_back(entry.toString().toStdString());
     return all;
 }
 
-namespace {
-
-const Texts dangerousExtensions = listed("keychain-db, keychain, keybag");
-
-const Texts blockedPaths = listed(
-    "/System, /usr, /bin, /sbin, /private, /private/var, /private/etc, /private/tmp, /cores, "
-    "/dev, /etc, /tmp, /var, /Volumes, /private/var/db, "
-    "/private/var/db/SystemPolicyConfiguration, /private/var/db/dslocal, "
-    "/private/var/db/ConfigurationProfiles, /private/var/folders, /private/var/run, "
-    "/private/var/log, /private/var/audit, /private/var/protected, /Library/Apple, "
-    "/Library/Extensions, /Library/Frameworks, /Library/Sandbox, /Library/Security, "
-    "/Library/SystemProfiler, /Library/CoreMediaIO, /Library/DirectoryServices, "
-    "/Library/Filesystems, /Library/Keychains, /Library/OpenDirectory, "
-    "/Library/SystemMigration, /System/Library/CoreServices/boot.efi, /Recovery");
-
-const Texts blockedPrefixes = listed(
-    "/System/, /usr/bin/, /usr/sbin/, /usr/lib/, /usr/libexec/, /usr/share/, /usr/standalone/, "
-    "/bin/, /sbin/, /dev/, /private/var/db/, /private/var/protected/, /private/var/audit/, "
-    "/Library/Apple/, /Library/Extensions/, /Library/Frameworks/, /Library/Keychains/, "
-    "/Library/Security/, /Library/Sandbox/");
-
-const Texts homeBlockedPaths = listed(
-    "Library/Keychains, .ssh, .gnupg, .aws, .kube, Library/Accounts, Library/IdentityServices, "
-    "Library/PersonalizationPortrait, Library/Biome, Library/DoNotDisturb");
-
-const Texts homeWarningPaths =
-    listed("Library/Mail, Library/Messages, Library/Calendars, Library/Contacts, Library/Notes, "
-           "Library/Safari, Library/Cookies, Library/Preferences, Library/Containers, "
-           "Library/Group Containers, Library/Saved Application State, "
-           "Pictures/Photos Library.photoslibrary, Library/Photos, Library/Music, Music/Music, "
-           "Library/Application Support/com.apple.sharedfilelist, "
-           "Library/Application Support/AddressBook, Library/Application Support/iCloud, "
-           "Library/Application Support/com.apple.TCC, Library/Application Support/Knowledge, "
-           "Library/Fonts, Library/LaunchAgents");
-
-const Texts cautionPrefixes = listed(
-    "/Library/Caches/, /Library/Application Support/, /Library/Preferences/, /Library/Fonts/, "
-    "/Library/LaunchAgents/, /Library/LaunchDaemons/, /Library/PrivilegedHelperTools/, "
-    "/Library/Audio/, /Library/Input Methods/, /Library/PreferencePanes/, /Library/Spotlight/, "
-    "/Library/QuickLook/, /Applications/");
-
-const Texts cleanerAreas =
-    listed("/Library/Caches/, /Library/Logs/, /.Trash/, /Downloads/, "
-           "/Library/Developer/Xcode/DerivedData/, /Library/Developer/Xcode/Archives/, "
-           "/Library/Developer/CoreSimulator/Caches/, /Library/Caches/com.apple.dt.Xcode/, "
-           "/Library/Caches/org.swift.swiftpm/");
-
-const Texts cleanerFolders = listed(
-    "/Library/Containers/com.apple.mail/Data/Library/Mail Downloads, "
-    "/Library/Containers/com.docker.docker/Data, /Library/Application Support/MobileSync/Backup");
+const Texts dangerousExtensions = texts(SafetyTables::dangerousExtensions);
+const Texts blockedPaths = texts(SafetyTables::blockedPaths);
+const Texts blockedPrefixes = texts(SafetyTables::blockedPrefixes);
+const Texts homeBlockedPaths = texts(SafetyTables::homeBlockedPaths);
+const Texts homeWarningPaths = texts(SafetyTables::homeWarningPaths);
+const Texts cautionPrefixes = texts(SafetyTables::cautionPrefixes);
+const Texts cleanerAreas = texts(SafetyTables::homeCleanerAreas);
+const Texts cleanerFolders = texts(SafetyTables::homeCleanerFolders);
 
 bool isOrBelow(const std::string& path, const std::string& folder)
 {
@@ -153,49 +120,36 @@ Rating rate(const std::string& path, const std::string& home)
     const bool isApp = path.ends_with(".app");
     const auto begins = [&](const std::string& entry) { return path.starts_with(entry); };
     if (holds(dangerousExtensions, extension))
-        return {"blocked", "This file (" + extension +
-                               ") contains encryption keys or passwords. Deleting it will cause "
-                               "irreversible data loss."};
+        return {"blocked", "(" + extension + ")"};
     if (holds(blockedPaths, path))
-        return {"blocked", name + " is a system-critical directory. Deleting it will break macOS."};
+        return {"blocked", name};
     if (isApp && begins("/System/Applications"))
-        return {"blocked", name + " is a system application and cannot be deleted."};
+        return {"blocked", name};
     if (begins("/usr/local/"))
-        return {"caution", "Files in /usr/local/ are user-installed (e.g., Homebrew). Deleting "
-                           "may break installed tools."};
+        return {"caution", "/usr/local/"};
     if (const std::string entry = firstOf(blockedPrefixes, begins); !entry.empty())
-        return {"blocked", "Files in " + entry +
-                               " are protected by System Integrity Protection (SIP). They cannot "
-                               "be deleted."};
+        return {"blocked", entry};
     if (isApp && begins("/Applications/"))
-        return {"caution", name + " is an installed application. Uninstall properly to remove all "
-                                  "associated data."};
+        return {"caution", name};
     if (begins(home)) {
         const std::string relative = path.size() > home.size() ? path.substr(home.size() + 1) : "";
         const auto isAbove = [&](const std::string& entry) { return isOrBelow(relative, entry); };
         if (const std::string entry = firstOf(homeBlockedPaths, isAbove); !entry.empty())
-            return {"blocked", "'" + entry +
-                                   "' contains security credentials (passwords, keys, tokens). "
-                                   "Deleting it will lock you out of services."};
+            return {"blocked", "'" + entry + "'"};
         if (const std::string entry = firstOf(homeWarningPaths, isAbove); !entry.empty())
-            return {"warning", "'" + entry +
-                                   "' contains important user data. Deleting it may cause data "
-                                   "loss. Make a backup first."};
+            return {"warning", "'" + entry + "'"};
         const std::string support = "Library/Application Support/";
         if (relative.starts_with(support) && relative.size() > support.size()) {
             const std::string rest = relative.substr(support.size());
-            return {"caution", "Application data for '" + rest.substr(0, rest.find('/')) +
-                                   "'. Deleting may reset the app or cause data loss."};
+            return {"caution", "'" + rest.substr(0, rest.find('/')) + "'"};
         }
     }
     if (const std::string entry = firstOf(cautionPrefixes, begins); !entry.empty())
-        return {"caution", "Files in " + entry +
-                               " may affect system services or applications. Review before "
-                               "deleting."};
+        return {"caution", entry};
     return {"safe", ""};
 }
 
-const Texts levels = listed("safe, caution, warning, blocked");
+const Texts levels = {"safe", "caution", "warning", "blocked"};
 
 int gravity(const Rating& rating)
 {
@@ -208,7 +162,7 @@ Rating check(const std::string& path, const std::string& home)
 {
     const Texts all = spellings(path, home);
     if (all.empty())
-        return {"blocked", "'" + path + "' does not say where it lies. It cannot be deleted."};
+        return {"blocked", "'" + path + "'"};
     const std::string ownHome = spellings(home, home).back();
     Rating gravest{"safe", ""};
     for (const std::string& spelling : all) {

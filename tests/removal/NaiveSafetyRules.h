@@ -3,20 +3,15 @@
 #include <string>
 #include <vector>
 
-// The safety rules once more, told as simply and slowly as can be, for comparison. Nothing here
-// comes from the code under test; the tables are typed a second time. Paths are UTF-8.
+// The safety rules once more, told as simply and slowly as can be, for comparison. Of
+// the code under test only the tables are used. Paths are UTF-8.
 namespace brivane::naive {
 
 using Texts = std::vector<std::string>;
 
-/// What stands in `text` between ", " and ", ".
-Texts listed(const std::string& text);
-
 struct Rating {
     std::string level; ///< "safe", "caution", "warning" or "blocked"
-    std::string text;
-
-    bool operator==(const Rating&) const = default;
+    std::string named; ///< by the text, as why it is so
 };
 
 Rating check(const std::string& path, const std::string& home);

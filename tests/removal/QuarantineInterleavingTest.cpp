@@ -57,23 +57,6 @@ TEST_F(QuarantineInterleavingTest, TwoOperationsOnOneItemNeverCutThroughEachOthe
     }
 }
 
-TEST_F(QuarantineInterleavingTest, BulkOperationsThatOverlapTakeEachItemOnce)
-{
-    QStringList paths;
-    for (int i = 0; i < 50; ++i)
-        paths += file(u"~/%1"_s.arg(i));
-    quarantine(paths);
-    auto purging = service->purgeAll();
-    auto restoring = service->restoreAll();
-    const qint64 purged = awaitTask(std::move(purging)).purged;
-    await(std::move(restoring));
-    const auto back = std::count_if(paths.begin(), paths.end(), &stands);
-    EXPECT_EQ(purged + back, 50);
-    EXPECT_TRUE(service->items().isEmpty());
-    EXPECT_FALSE(service->progress());
-    EXPECT_EQ(recorded().size(), 0);
-}
-
 TEST_F(QuarantineInterleavingTest, ManyPathsAreOneBatchOfRowsAndTwoLists)
 {
     QStringList paths;
@@ -89,17 +72,4 @@ TEST_F(QuarantineInterleavingTest, ManyPathsAreOneBatchOfRowsAndTwoLists)
     await(service->restoreAll());
     EXPECT_EQ(removed.size(), 300) << "row by row";
     EXPECT_EQ(reset.size(), 0);
-}
-
-TEST_F(QuarantineInterleavingTest, AServiceThatEndsInAHandOverHasListedWhatItMoved)
-{
-    const QString path = file(u"~/file"_s);
-    QSemaphore started;
-    fileSystem.before = [&](FileOperation, const QString&) { started.release(); };
-    auto task = service->quarantine(QStringList{path}, u"Test"_s);
-    ASSERT_TRUE(waitUntil([&] { return started.available() > 0; }));
-    service.reset();
-    EXPECT_EQ(awaitTask(std::move(task)).moved, 1);
-    start();
-    EXPECT_EQ(only().originalPath, path);
 }

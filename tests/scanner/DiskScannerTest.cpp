@@ -2,6 +2,7 @@
 
 #include "platform/Clock.h"
 #include "platform/PathText.h"
+#include "sandbox/Permissions.h"
 #include "sandbox/SandboxMachine.h"
 #include "scanner/FileNodes.h"
 #include "scanner/ScanResult.h"
@@ -14,7 +15,6 @@
 #include <thread>
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace brivane;
@@ -151,34 +151,18 @@ TEST(DiskScanner, EveryReportShowsSizesThatAddUp)
 TEST(DiskScanner, CountsAsTheScreensShowIt)
 {
     const SandboxMachine machine = SandboxMachine::temporary();
-    machine.file(u"/two/a"_s, SandboxMachine::Size{0});
-    machine.file(u"/two/b"_s, SandboxMachine::Size{10});
-    machine.directory(u"/empty"_s);
-    machine.file(u"/linked/target"_s, SandboxMachine::Size{100});
-    machine.link(u"/linked/dangling"_s, "nowhere");
-    ASSERT_EQ(::link(PathText::toBytes(machine.path(u"/linked/target")),
-                     PathText::toBytes(machine.path(u"/linked/second"))),
+    machine.file(u"/data/target"_s, SandboxMachine::Size{100});
+    machine.link(u"/data/dangling"_s, "nowhere");
+    ASSERT_EQ(::link(PathText::toBytes(machine.path(u"/data/target")),
+                     PathText::toBytes(machine.path(u"/data/second"))),
               0);
-    struct {
-        QString path;
-        std::int64_t scanned;
-        std::int64_t files;
-        std::uint64_t size;
-        std::uint64_t processed;
-    } const rows[] = {
-        {u"/two"_s, 4, 2, 10, 10},
-        {u"/empty"_s, 2, 0, 0, 0},
-        {u"/linked"_s, 5, 3, 207, 200},
-    };
     SteppingClock clock;
-    for (const auto& row : rows) {
-        ScanProgress last;
-        const FileNodePtr root = DiskScanner(clock).scan(
-            machine.path(row.path), [&](const ScanProgress& progress) { last = progress; });
-        EXPECT_EQ(std::pair(last.filesScanned, last.bytesProcessed),
-                  std::pair(row.scanned, row.processed));
-        EXPECT_EQ(std::pair(root->fileCount(), root->size()), std::pair(row.files, row.size));
-    }
+    ScanProgress last;
+    const FileNodePtr root = DiskScanner(clock).scan(
+        machine.path(u"/data"), [&](const ScanProgress& progress) { last = progress; });
+    EXPECT_EQ(last.filesScanned, 5) << "a folder counts twice";
+    EXPECT_EQ(last.bytesProcessed, 200U) << "a link has no bytes";
+    EXPECT_EQ(std::pair(root->fileCount(), root->size()), std::pair(std::int64_t{3}, 207UL));
 }
 
 TEST(DiskScanner, ACancelEndsARunningAndAPausedWalkAndKeepsWhatWasFound)
@@ -240,36 +224,22 @@ TEST(DiskScanner, DepthWidthAndNamesHaveNoLimitOfOurs)
     EXPECT_LT(tree.memoryUse() - names, tree.nodeCount() * 64);
 }
 
-TEST(DiskScanner, PathsThatCannotBeWalkedSayWhy)
-{
-    SteppingClock clock;
-    const std::pair<QString, QString> rows[] = {
-        {u""_s, u"Failed to open  for scanning: No such file or directory"_s},
-        {u"/not/there"_s, u"Failed to open /not/there for scanning: No such file or directory"_s},
-        {u"/a\0b"_s, u"Invalid path: /a\0b"_s},
-    };
-    DiskScanner scanner(clock);
-    for (const auto& [path, text] : rows)
-        EXPECT_EQ(failure(scanner, path), text);
-}
-
 TEST(DiskScanner, UnreadableFoldersAreKeptWithTheirReasonAndMarkWhatIsAboveThem)
 {
     const SandboxMachine machine = SandboxMachine::temporary();
     machine.file(u"/data/open/file"_s, SandboxMachine::Size{5});
     machine.directory(u"/data/outer/locked"_s);
     machine.setMode(u"/data/outer/locked"_s, 0);
-    // The marks alone are looked at here, so the tree is told what a walk without rights would say.
     SteppingClock clock;
-    const FileNodePtr root = DiskScanner(clock).scan(machine.path(u"/data"));
-    FileTree& tree = root->tree();
-    FileNode* outer = childOf(*root, "outer");
-    ASSERT_TRUE(outer);
-    FileNode* locked = outer->children().front();
-    if (::geteuid() == 0) {
-        EXPECT_EQ(tree.issueCount(), 0U);
-        tree.addIssue(locked, true, {locked->pathBytes(), EACCES});
-    }
+    FileNodePtr root;
+    std::thread([&] { // which alone gives up its rights
+        obeyPermissions();
+        root = DiskScanner(clock).scan(machine.path(u"/data"));
+    })
+        .join();
+    const FileNode* outer = childOf(*root, "outer");
+    const FileNode* locked = outer->children().front();
+    const FileTree& tree = root->tree();
     ASSERT_EQ(tree.issueCount(), 1U);
     EXPECT_EQ(tree.issues().front().path, locked->pathBytes());
     EXPECT_EQ(tree.issues().front().error, EACCES);
@@ -279,28 +249,13 @@ TEST(DiskScanner, UnreadableFoldersAreKeptWithTheirReasonAndMarkWhatIsAboveThem)
     machine.setMode(u"/data/outer/locked"_s, 0755);
 }
 
-TEST(DiskScanner, LogsWhatItDid)
-{
-    const SandboxMachine machine = SandboxMachine::temporary();
-    machine.file(u"/data/file"_s, SandboxMachine::Size{1536});
-    const LogCapture capture;
-    SteppingClock clock;
-    const QString path = machine.path(u"/data");
-    DiskScanner(clock).scan(path);
-    QStringList lines = linesOf(capture);
-    const QString memory = lines.takeLast();
-    EXPECT_EQ(lines, QStringList({u"scanner: Scan started: "_s + path,
-                                  u"scanner: Scan complete: 3 files, 1.50 KB, 0.0s"_s,
-                                  u"performance: Scan rate: 3000 files/s"_s,
-                                  u"performance: NodeMap capacity: 500000, entries: 1"_s}));
-    EXPECT_TRUE(memory.startsWith(u"performance: Memory: ") && memory.endsWith(u" MB"));
-}
-
 TEST(ScanResult, DurationsReadAsPeopleSayThem)
 {
     const std::pair<double, QString> rows[] = {
-        {0, u"0 ms"_s},       {0.0004, u"0 ms"_s}, {0.8504, u"850 ms"_s}, {1, u"1.0 s"_s},
-        {12.34, u"12.3 s"_s}, {60, u"1m 0s"_s},    {125.9, u"2m 5s"_s},   {3725, u"62m 5s"_s},
+        {0.8504, u"850 ms"_s},
+        {1, u"1.0 s"_s},
+        {60, u"1m 0s"_s},
+        {3725.9, u"62m 5s"_s},
     };
     for (const auto& [seconds, text] : rows) {
         ScanResult result;

@@ -43,40 +43,30 @@ TEST(FolderModel, FollowsAGrowingFolderWithoutAReset)
     const QSignalSpy resets(&model, &QAbstractItemModel::modelReset);
     FileNode* small = add(tree->root(), "small", 1);
     add(tree->root(), "empty", 0);
+    FileNode* locked = addFolder(tree->root(), "locked");
     model.refresh();
     EXPECT_EQ(sizesOf(model), std::vector<std::uint64_t>({1}));
+    tree->addIssue(locked, true, {"/x/locked", EACCES});
+    model.refresh();
+    EXPECT_EQ(sizesOf(model), std::vector<std::uint64_t>({1, 0})) << "its size is not known";
 
     model.follow(FileNodeRef(small->shared()));
     const QPersistentModelIndex kept = model.index(0);
     add(tree->root(), "big", 100);
     add(tree->root(), "middle", 50);
     model.refresh();
-    EXPECT_EQ(sizesOf(model), std::vector<std::uint64_t>({100, 50, 1}));
+    EXPECT_EQ(sizesOf(model), std::vector<std::uint64_t>({100, 50, 1, 0}));
     EXPECT_EQ(kept.row(), 2); // what was picked is followed
     EXPECT_EQ(model.rowOf(FileNodeRef(small->shared())), 2);
 
     FileTree::addSize(small, 200);
     model.refresh();
-    EXPECT_EQ(sizesOf(model), std::vector<std::uint64_t>({201, 100, 50}));
+    EXPECT_EQ(sizesOf(model), std::vector<std::uint64_t>({201, 100, 50, 0}));
     EXPECT_EQ(kept.row(), 0);
     EXPECT_EQ(resets.count(), 0);
 
     model.setDirectory({});
     EXPECT_EQ(model.rowCount(), 0);
-}
-
-TEST(FolderModel, AFolderThatCouldNotBeReadIsShownAlthoughItsSizeIsZero)
-{
-    const auto tree = FileTree::create("/x");
-    FileNode* locked = addFolder(tree->root(), "locked");
-    addFolder(tree->root(), "empty");
-    tree->addIssue(locked, true, {"/x/locked", EACCES});
-    FolderModel model;
-    model.setDirectory(tree->root()->shared());
-    ASSERT_EQ(model.rowCount(), 1);
-    EXPECT_EQ(model.nodeAt(0).get(), locked);
-    EXPECT_EQ(model.data(model.index(0), FolderModel::SizeTextRole), u"unreadable"_s);
-    EXPECT_EQ(model.data(model.index(0), FolderModel::ShareRole), 0.0);
 }
 
 TEST(FolderModel, ALargeFolderIsSortedElsewhereAndALatePictureNeverShowsInAnotherFolder)
@@ -93,7 +83,6 @@ TEST(FolderModel, ALargeFolderIsSortedElsewhereAndALatePictureNeverShowsInAnothe
     EXPECT_EQ(model.rowCount(), 0); // not on this thread
     ASSERT_TRUE(waitUntil([&] { return model.rowCount() == 50'000; }));
     EXPECT_EQ(model.nodeAt(0)->size(), 50'000U);
-    EXPECT_EQ(model.nodeAt(49'999)->size(), 1U);
 
     for (const std::uint64_t late : {50'001U, 50'002U}) {
         add(large, "late", late);
@@ -104,20 +93,11 @@ TEST(FolderModel, ALargeFolderIsSortedElsewhereAndALatePictureNeverShowsInAnothe
     model.setDirectory({});
     model.setDirectory(large->shared());
     model.setDirectory(other->shared());
+    int mostRows = 0;
+    QObject::connect(&model, &FolderModel::countChanged,
+                     [&] { mostRows = std::max(mostRows, model.rowCount()); });
+    // That comes after the picture of the large one, for which no pool is waited here.
     ASSERT_TRUE(waitUntil([&] { return model.rowCount() == 1; }));
+    EXPECT_EQ(mostRows, 1) << "the large folder's picture was shown";
     EXPECT_EQ(model.nodeAt(0)->nameBytes(), "only");
-}
-
-TEST(FolderModel, NamesThatAreNoTextAreShownSafely)
-{
-    const auto tree = FileTree::create("/x");
-    const QByteArray odd = QByteArray(100, 'n') + "\n\xFF\xE2\x80\xAE" + QByteArray(150, 'n');
-    ASSERT_EQ(odd.size(), 255);
-    add(tree->root(), odd, 1);
-    FolderModel model;
-    model.setDirectory(tree->root()->shared());
-    const QString shown = model.data(model.index(0), FolderModel::NameRole).toString();
-    EXPECT_EQ(shown.count(QChar(QChar::ReplacementCharacter)), 3);
-    const auto ref = model.data(model.index(0), FolderModel::NodeRole).value<FileNodeRef>();
-    EXPECT_EQ(ref.node()->pathBytes(), "/x/" + odd);
 }

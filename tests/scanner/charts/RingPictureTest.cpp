@@ -124,12 +124,3 @@ TEST(RingPicture, LooksAsAPathForEachArcDoes)
         }
     }
 }
-
-TEST(RingPicture, ABandWithoutRoomLeavesThePageAlone)
-{
-    RingBand noRoom = band(1);
-    noRoom.outerRadius = noRoom.innerRadius;
-    const std::vector<RingArc> arcs{{-90, 270, Qt::red}};
-    EXPECT_EQ(page(1, [&](QPainter& painter) { RingPicture().paint(painter, noRoom, arcs); }),
-              page(1, [](QPainter&) {}));
-}

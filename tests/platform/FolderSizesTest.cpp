@@ -92,10 +92,11 @@ TEST(FolderSizes, AllTogetherNeedFewDescriptors)
     const TestFolder folder(makeSpaciousFolder());
     QByteArray level = folder.path();
     for (int i = 0; i < 200; ++i, level += "/d") {
-        if (i > 0)
-            makeFolder(level);
+        if (i > 0) {
+            ASSERT_EQ(::mkdir(level, 0700), 0);
+        }
         for (const char* name : {"/z1", "/z2"})
-            makeFolder(level + name);
+            ASSERT_EQ(::mkdir(level + name, 0700), 0);
         writeFile(level + "/z1/file", "1");
     }
     struct rlimit before;

@@ -66,8 +66,9 @@ int main(int argc, char** argv)
     settle();
     const std::vector<FileNode*> folders = scan.rootNode().node()->children();
     for (const QString& chart : {u"treemap"_s, u"sunburst"_s}) {
-        auto* toggle = window.window().findChild<QObject*>(chart + u"Toggle"_s);
-        QMetaObject::invokeMethod(toggle, "clicked");
+        auto* picker = window.window().findChild<QObject*>(u"chartPicker"_s);
+        QMetaObject::invokeMethod(picker, "activated",
+                                  Q_ARG(QVariant, QVariant(chart == u"sunburst"_s)));
         for (FileNode* folder : folders) {
             scan.drillDown(FileNodeRef(folder->shared()));
             settle();

@@ -78,6 +78,12 @@ FocusScope {
                 module.enter();
             }
 
+            // Keys must not go to a screen that was left, however long the next one takes to open.
+            function onAppModeChanged(): void {
+                if (String(root.shell.screen).length === 0)
+                    module.source = "";
+            }
+
             // The keyboard must not go with the sidebar.
             function onNavigationShownChanged(): void {
                 if (!root.shell.isNavigationShown)

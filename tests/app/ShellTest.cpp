@@ -80,6 +80,18 @@ TEST(Shell, EveryModuleShowsItsScreenWithoutAWarning)
     EXPECT_EQ(warnings, QStringList());
 }
 
+TEST(Shell, NoKeyReachesAScreenThatWasLeftWhileTheNextOneOpens)
+{
+    AppWindow app{AppMachine()};
+    app.shell().setAppMode(AppMode::scanner);
+    ASSERT_TRUE(app.shows(u"scannerContentView"_s));
+    app.shell().setAppMode(AppMode::quarantine);
+    ASSERT_TRUE(app.shell().screen().isEmpty());
+    EXPECT_FALSE(findItem(app.window(), u"scannerContentView"_s));
+    ASSERT_TRUE(app.shows(u"quarantineView"_s));
+    EXPECT_TRUE(app.item(u"module"_s)->hasActiveFocus());
+}
+
 TEST(Shell, AScreenIsMadeOnceWhatItWorksOnIsThere)
 {
     const AppMachine machine;

@@ -7,8 +7,8 @@
 // them are new, and once the tree knows all but one in twenty. Beside it: the same lines through
 // the general parser of JSON.
 
-#include "platform/ProcessMemory.h"
 #include "core/LineQueue.h"
+#include "platform/ProcessMemory.h"
 #include "scanner/privileged/TreeMerger.h"
 
 #include <QByteArrayList>

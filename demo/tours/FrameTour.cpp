@@ -1,8 +1,8 @@
 // The window around the modules, while a finished scan is there.
 
 #include "app/ShellViewModel.h"
-#include "core/CleaningSessionState.h"
 #include "core/ActivityTracker.h"
+#include "core/CleaningSessionState.h"
 #include "core/Composition.h"
 #include "demo/Tour.h"
 

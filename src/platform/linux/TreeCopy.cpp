@@ -164,8 +164,7 @@ int Copy::linkToCopy(const QByteArray& name, const FileStatus& found, bool& isLi
     if (added.second || first.size() >= PATH_MAX || !m_copied.holds(found))
         return 0;
     const int code = errorOf([&] {
-        return ::linkat(m_copy->root(), first.constData(), m_copy->current(),
-                        nameOfCopy(name), 0);
+        return ::linkat(m_copy->root(), first.constData(), m_copy->current(), nameOfCopy(name), 0);
     });
     // So does one whose first copy lies in a folder that is finished, and locked as its source.
     isLinked = code != EACCES;

@@ -106,8 +106,8 @@ public:
     /// For workers, each of which has one at a time and asks when it is through with it.
     Directory* takeForReading();
     /// Opens `directory`, being read by the caller, close on exec; gives its descriptor or -1 with
-    /// `directory->error` set. Works at any depth and with bounded descriptors, takes no lock. Where
-    /// the process has no descriptor left it waits a little for others to give one back.
+    /// `directory->error` set. Works at any depth and with bounded descriptors, takes no lock.
+    /// Where the process has no descriptor left it waits a little for others to give one back.
     int open(Directory* directory) const;
     /// Hands over entries of a directory that the caller reads; `children` are those to be entered,
     /// in order; the list is emptied. `last` ends the reading, and the directory may be gone after.

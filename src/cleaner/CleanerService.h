@@ -1,0 +1,103 @@
+#pragma once
+
+#include "cleaner/CleanerCategory.h"
+#include "platform/Worker.h"
+
+#include <QCoroTask>
+#include <QHash>
+#include <QObject>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <vector>
+
+namespace brivane {
+
+class ActivityTracker;
+class AppSettings;
+class Composition;
+class QuarantineProvider;
+class SafetyChecker;
+struct Host;
+
+/// How far a removal is.
+struct CleanProgress {
+    qint64 completed = 0; ///< items that were dealt with
+    qint64 total = 0;
+    quint64 bytesProcessed = 0; ///< of those that went
+    QString name;               ///< of the item that is being dealt with
+
+    bool operator==(const CleanProgress&) const = default;
+};
+
+/// Smart Clean: finds what programs leave lying about and removes what of it is selected, through
+/// the quarantine or for good. GUI thread; scanners and removals run on a worker, one at a time.
+///
+/// What is acted on is what was shown: an item goes if the very object that the scan found stands
+/// at its path, and SafetyChecker lets the cleaner have it. What does not go stays listed.
+class CleanerService : public QObject {
+    Q_OBJECT
+
+public:
+    /// What became of a removal.
+    struct CleanResult {
+        qint64 cleaned = 0;              ///< items, not files in them
+        quint64 freedBytes = 0;          ///< quarantine: measured at the move; for good: as scanned
+        QStringList failed;              ///< paths that were refused or could not be removed
+        QHash<QString, QString> reasons; ///< of those, for the user
+    };
+
+    /// All have to outlive this.
+    CleanerService(Host& host, AppSettings& settings, ActivityTracker& tracker,
+                   const SafetyChecker& safety, QuarantineProvider& quarantine);
+    static std::unique_ptr<CleanerService> make(Composition& composition);
+    /// Stops and waits for the item that is being dealt with.
+    ~CleanerService() override;
+
+    [[nodiscard]] const std::vector<std::shared_ptr<CleanerCategory>>& categories() const
+    {
+        return m_categories;
+    }
+    [[nodiscard]] bool isScanning() const { return m_isScanning; }
+    [[nodiscard]] bool scanComplete() const { return m_scanComplete; }
+    // Sums over the categories, in bytes and items.
+    [[nodiscard]] quint64 totalSize() const;
+    [[nodiscard]] quint64 selectedSize() const;
+    [[nodiscard]] qint64 selectedCount() const;
+    /// Of a removal; none while there is none.
+    [[nodiscard]] const std::optional<CleanProgress>& progress() const { return m_progress; }
+
+    /// Starts anew and returns at once. Nothing happens during a removal.
+    void scanAll();
+    /// Ends a scan; what it has found so far stays.
+    void stopScan();
+
+    /// Removes what is selected at this moment, category after category. Only one removal runs at a
+    /// time: another one gives an empty result. Both end with what they have done when this goes.
+    QCoro::Task<CleanResult> cleanSelected();
+    QCoro::Task<CleanResult> cleanSelectedPermanently();
+    /// Ends the removal after the item that it is at; what it has not come to stays listed.
+    void stopCleaning();
+
+    /// Takes `path` out of this and all later scans, by the user's exclusions.
+    void exclude(const QString& path);
+
+Q_SIGNALS:
+    /// There are other categories, or fewer.
+    void categoriesChanged();
+    /// Sums or selections of some category have changed.
+    void totalsChanged();
+    void isScanningChanged();
+    void scanCompleteChanged();
+    void progressChanged();
+
+private:
+    std::vector<std::shared_ptr<CleanerCategory>> m_categories;
+    bool m_isScanning = false;
+    bool m_scanComplete = false;
+    std::optional<CleanProgress> m_progress;
+};
+
+} // namespace brivane

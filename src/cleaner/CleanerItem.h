@@ -2,6 +2,7 @@
 
 #include "platform/FileIdentity.h"
 
+#include <QObject>
 #include <QString>
 #include <QUuid>
 #include <QtQml/qqmlregistration.h>

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "cleaner/CleanerCategory.h"
+#include "cleaner/CleaningPlan.h"
 #include "platform/Worker.h"
 
 #include <QCoroTask>
 #include <QHash>
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 
 #include <memory>
@@ -27,7 +28,7 @@ struct CleanProgress {
     qint64 completed = 0; ///< items that were dealt with
     qint64 total = 0;
     quint64 bytesProcessed = 0; ///< of those that went
-    QString name;               ///< of the item that is being dealt with
+    QString name = {};          ///< of the item that is being dealt with
 
     bool operator==(const CleanProgress&) const = default;
 };
@@ -94,10 +95,35 @@ Q_SIGNALS:
     void progressChanged();
 
 private:
+    enum class Route { Quarantine, ForGood };
+    using Type = CleanerCategory::CategoryType;
+
+    QCoro::Task<> doScan(std::stop_token stop);
+    void dropEmptyCategories();
+    void setScanning(bool isScanning);
+    void setProgress(const std::optional<CleanProgress>& progress);
+    [[nodiscard]] std::shared_ptr<CleanerCategory> category(Type type) const;
+    void addCategory(Type type);
+
+    [[nodiscard]] CleaningPlan selection() const;
+    QCoro::Task<CleanResult> clean(Route route);
+    QCoro::Task<> quarantinePart(CleaningPlan::Part part, CleanResult& result, QSet<QString>& gone);
+    QCoro::Task<> removePart(CleaningPlan::Part part, CleanResult& result, QSet<QString>& gone);
+    QCoro::Task<> forgetWhatIsGone(QSet<QString> gone);
+
+    Host& m_host;
+    AppSettings& m_settings;
+    ActivityTracker& m_tracker;
+    const SafetyChecker& m_safety;
+    QuarantineProvider& m_quarantine;
     std::vector<std::shared_ptr<CleanerCategory>> m_categories;
     bool m_isScanning = false;
     bool m_scanComplete = false;
     std::optional<CleanProgress> m_progress;
+    std::stop_source m_scan;
+    std::stop_source m_removal;
+    Worker m_scanner{QStringLiteral("cleaner scan")};
+    Worker m_remover{QStringLiteral("cleaner removal")};
 };
 
 } // namespace brivane

@@ -24,6 +24,9 @@ struct FileIdentity {
     std::optional<std::uint64_t> size = {};      ///< logical bytes
     std::optional<std::int64_t> modifiedAt = {}; ///< nanoseconds since 1970
     std::optional<std::int64_t> changedAt = {};  ///< nanoseconds since 1970
+    /// Which kind of object it is, as the type in st_mode: an inode is given again, to a link
+    /// maybe.
+    std::optional<std::uint32_t> type = {};
     /// The folder that the path led to. With it the object is meant in that very folder: when a
     /// parent was swapped for a link, the same path leads to another one.
     std::optional<ObjectId> folder = {};
@@ -38,6 +41,10 @@ struct FileIdentity {
     /// Whether `actual` is the object that this one describes. Of the folder that counts only where
     /// both know it; `actual` has every other part.
     [[nodiscard]] bool matches(const FileIdentity& actual) const;
+    // By `type`; false where that is not known.
+    [[nodiscard]] bool isDirectory() const;
+    [[nodiscard]] bool isRegularFile() const;
+    [[nodiscard]] bool isLink() const;
     /// Whether both are the same object, whatever was written to it in between.
     [[nodiscard]] bool isSameObject(const FileIdentity& other) const
     {

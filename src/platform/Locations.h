@@ -4,6 +4,7 @@
 #include <QStringView>
 
 #include <memory>
+#include <vector>
 
 namespace brivane {
 
@@ -47,6 +48,12 @@ public:
     /// directory at that place which is a link or belongs to someone else is not used: one with a
     /// new name takes its place for the rest of the process. Empty when none can be made.
     [[nodiscard]] QString temporaryDirectory() const;
+
+    struct Addition {
+        QString name;
+        QString value;
+    };
+    [[nodiscard]] std::vector<Addition> additions(QStringView) const { return {}; }
 
 private:
     struct Arrangement;

@@ -66,6 +66,7 @@ public:
     /// Waits for the disk until every change made so far is in the file, or could not be written.
     /// Whether all are in the file.
     bool waitUntilSaved();
+    QVariantMap persistentDomain(const QString&) const { return {}; }
 
 private:
     void change(const QString& key, const QVariant& value);

@@ -37,6 +37,7 @@ QCoro::Task<QuarantineService::HandOver> QuarantineService::quarantine(QStringLi
 QCoro::Task<QuarantineService::HandOver>
 QuarantineService::quarantine(std::vector<QuarantineCandidate> candidates, QString categoryName)
 {
+    using QuarantineMoves::MovePlan;
     using Moves = std::vector<QuarantineMoves::PlannedMove>;
     const QPointer<QuarantineService> self(this);
     const Processing processing(this);
@@ -45,12 +46,15 @@ QuarantineService::quarantine(std::vector<QuarantineCandidate> candidates, QStri
     const bool isWritable = co_await trying;
     if (!self)
         co_return result;
-    const QFuture<Moves> planning =
+    const QFuture<MovePlan> planning =
         m_planner.run([candidates = std::move(candidates), folder = m_quarantineDir,
                        home = m_host.locations.home()] {
             return QuarantineMoves::planMoves(candidates, folder, home);
         });
-    const Moves moves = co_await planning;
+    const MovePlan plan = co_await planning;
+    const Moves& moves = plan.moves;
+    for (const Kept& kept : plan.leftOut)
+        result.reasons.insert(kept.handedOverAs, kept.error.reason());
     if (!self)
         co_return result;
 
@@ -77,6 +81,12 @@ QuarantineService::quarantine(std::vector<QuarantineCandidate> candidates, QStri
         [moves = isHeldBack ? Moves() : moves, journal = m_journal, &fileSystem = m_host.fileSystem,
          use] { return QuarantineMoves::moveToQuarantine(moves, *journal, fileSystem, use); });
     const MoveReport report = co_await moving;
+    for (const Kept& kept : report.kept)
+        result.reasons.insert(kept.handedOverAs, kept.error.reason());
+    if (isHeldBack) {
+        for (const auto& move : moves)
+            result.reasons.insert(move.handedOverAs, refusal);
+    }
     for (const MoveOutcome& outcome : report.outcomes) {
         if (outcome.leftBehind)
             continue;

@@ -82,7 +82,7 @@ FileIdentity demanded(const QuarantineCandidate& candidate, const FileIdentity& 
     FileIdentity expected = candidate.expected.value_or(FileIdentity{});
     // Nobody was shown more of it than its path, or it will change by our own doing.
     if (!candidate.expected || holdsAnother)
-        expected = {.device = found.device, .inode = found.inode};
+        expected = {.device = found.device, .inode = found.inode, .type = found.type};
     expected.folder = found.folder;
     return expected;
 }
@@ -189,26 +189,35 @@ Result<Moved> moveBackTo(const QString& place, const QString& stored, RestoreJou
 
 } // namespace
 
-std::vector<PlannedMove> planMoves(std::vector<QuarantineCandidate> candidates,
-                                   const QString& quarantineDir, const QString& home)
+MovePlan planMoves(std::vector<QuarantineCandidate> candidates, const QString& quarantineDir,
+                   const QString& home)
 {
     const StoreBoundary boundary(quarantineDir, home);
     const auto store = FileIdentity::of(boundary.realDir());
     const QSet<QString> folders = foldersOf(candidates);
-    std::vector<std::optional<PlannedMove>> planned(candidates.size());
+    struct Looked {
+        std::optional<PlannedMove> move;
+        FileError error; ///< where there is none
+    };
+    std::vector<Looked> looked(candidates.size());
     // What is to be taken is settled before anything is measured, which may take long.
     forEachInParallel(candidates.size(), [&](std::size_t i) {
         const QuarantineCandidate& candidate = candidates[i];
         const QString path = withoutEndSlashes(candidate.path);
         const auto found = FileIdentity::of(path);
+        looked[i].error = {ESTALE, path, FileOperation::Move};
+        if (!found)
+            looked[i].error = found.error();
         if (!found || (candidate.expected && !candidate.expected->matches(*found)))
             return;
         // What was judged has to be what was found.
         const std::optional<QString> real = boundary.accepted(path);
+        if (!real)
+            looked[i].error.code = EPERM;
         if (!real || folderOf(*real) != found->folder)
             return;
         const bool holdsAnother = folders.contains(path);
-        planned[i] = PlannedMove{
+        looked[i].move = PlannedMove{
             .handedOverAs = candidate.path,
             .originalPath = FileIdentity::of(path, ParentLinks::Trusted) ? path : *real,
             .quarantinePath = freePlace(path, quarantineDir),
@@ -217,18 +226,21 @@ std::vector<PlannedMove> planMoves(std::vector<QuarantineCandidate> candidates,
             .holdsAnother = holdsAnother,
         };
     });
-    std::vector<PlannedMove> moves;
-    moves.reserve(planned.size());
-    for (std::optional<PlannedMove>& move : planned) {
-        if (move)
-            moves.push_back(*std::move(move));
+    MovePlan plan;
+    std::vector<PlannedMove>& moves = plan.moves;
+    moves.reserve(looked.size());
+    for (std::size_t i = 0; i < looked.size(); ++i) {
+        if (looked[i].move)
+            moves.push_back(*std::move(looked[i].move));
+        else
+            plan.leftOut.push_back({candidates[i].path, looked[i].error});
     }
     // Many items keep all cores busy as it is; a single one is read by all of them.
     const unsigned readers = moves.size() == 1 ? 0 : 1;
     forEachInParallel(moves.size(), [&](std::size_t i) {
         moves[i].size = fileOrDirSize(moves[i].originalPath, readers);
     });
-    return moves;
+    return plan;
 }
 
 MoveReport moveToQuarantine(const std::vector<PlannedMove>& moves, RestoreJournal& journal,
@@ -238,11 +250,14 @@ MoveReport moveToQuarantine(const std::vector<PlannedMove>& moves, RestoreJourna
     for (const PlannedMove& move : moves) {
         Result<MoveOutcome> outcome = carryOut(move, journal, fileSystem, store);
         std::optional<FileError> obstacle;
-        if (outcome)
-            obstacle = outcome->leftBehind;
-        else if (FileIdentity::of(move.originalPath)) // what went by itself is no reason
+        if (!outcome)
             obstacle = outcome.error();
-        if (!report.obstacle)
+        else
+            obstacle = outcome->leftBehind;
+        if (obstacle)
+            report.kept.push_back({move.handedOverAs, *obstacle});
+        // What went by itself is no reason to say that the rest stays.
+        if (!report.obstacle && obstacle && FileIdentity::of(move.originalPath))
             report.obstacle = obstacle;
         if (outcome)
             report.outcomes += *std::move(outcome);

@@ -34,9 +34,16 @@ struct MoveOutcome {
     std::optional<FileError> leftBehind = {};
 };
 
+/// A path that did not go, and why.
+struct Kept {
+    QString handedOverAs; ///< the path as its candidate spelled it
+    FileError error;
+};
+
 /// What became of the moves of one hand-over.
 struct MoveReport {
     QList<MoveOutcome> outcomes;
+    std::vector<Kept> kept; ///< wholly or in part
     /// Why the first of those that are still at their places, wholly or in part, is there.
     std::optional<FileError> obstacle = {};
 };
@@ -57,11 +64,17 @@ struct PlannedMove {
     bool holdsAnother = false;
 };
 
+/// What is going to be done about a hand-over.
+struct MovePlan {
+    std::vector<PlannedMove> moves;
+    std::vector<Kept> leftOut;
+};
+
 /// Looks at the candidates, all of them first, and then measures them, on all cores. What does not
 /// exist, is not what was shown, or may not go (see StoreBoundary), is left out; the others stay in
 /// order. A slash at the end of a path means nothing. Changes nothing.
-[[nodiscard]] std::vector<PlannedMove> planMoves(std::vector<QuarantineCandidate> candidates,
-                                                 const QString& quarantineDir, const QString& home);
+[[nodiscard]] MovePlan planMoves(std::vector<QuarantineCandidate> candidates,
+                                 const QString& quarantineDir, const QString& home);
 
 /// Whether there is a store that may take something in.
 enum class StoreUse { Allowed, TrashOnly };

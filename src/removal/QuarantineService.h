@@ -10,6 +10,7 @@
 
 #include <QCoroTask>
 #include <QFuture>
+#include <QHash>
 #include <QObject>
 #include <QVariant>
 
@@ -64,6 +65,9 @@ public:
         quint64 size = 0;         ///< bytes
         QSet<QString> movedPaths; ///< their paths, as they were handed over
         QString refusal; ///< why others, or parts of them, had to stay; null when nothing kept them
+        /// Why each of the others, by its path as it was handed over, is not among these. For the
+        /// user.
+        QHash<QString, QString> reasons;
     };
     struct Purge {
         qint64 purged = 0;

@@ -26,11 +26,26 @@ Result<ObjectId> FileIdentity::folderOf(const QString& path)
     return ObjectId{status.identity.device, status.identity.inode};
 }
 
+bool FileIdentity::isDirectory() const
+{
+    return type == S_IFDIR;
+}
+
+bool FileIdentity::isRegularFile() const
+{
+    return type == S_IFREG;
+}
+
+bool FileIdentity::isLink() const
+{
+    return type == S_IFLNK;
+}
+
 bool FileIdentity::matches(const FileIdentity& actual) const
 {
     return isSameObject(actual) && (!size || size == actual.size) &&
            (!modifiedAt || modifiedAt == actual.modifiedAt) &&
-           (!changedAt || changedAt == actual.changedAt) &&
+           (!changedAt || changedAt == actual.changedAt) && (!type || type == actual.type) &&
            (!folder || !actual.folder || folder == actual.folder);
 }
 

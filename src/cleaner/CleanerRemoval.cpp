@@ -1,0 +1,249 @@
+// How CleanerService removes what is selected.
+
+#include "cleaner/CleanProgressRelay.h"
+#include "cleaner/CleanerService.h"
+#include "core/AppSettings.h"
+#include "core/ByteFormatter.h"
+#include "core/Log.h"
+#include "core/NotificationNames.h"
+#include "core/Publish.h"
+#include "platform/Host.h"
+#include "removal/QuarantineProvider.h"
+#include "removal/SafetyChecker.h"
+
+#include <QCoroFuture>
+#include <QPointer>
+
+using namespace Qt::StringLiterals;
+
+namespace brivane {
+
+namespace {
+
+using Part = CleaningPlan::Part;
+
+/// What became of the removal of a part: why each that is still there is, and how far it came.
+struct PartRemoval {
+    QHash<QString, QString> failed;
+    std::size_t reached = 0;
+};
+
+/// Why not all of an item is gone, for the user.
+QString reasonOf(const RemovalReport& report, const QString& path, const Locations& locations)
+{
+    const FileError& first = report.failures.front();
+    return first.path == path ? first.reason() : first.text(locations);
+}
+
+PartRemoval removeItems(const Part& part, Host& host, CleanProgress progress,
+                        CleanProgressRelay& relay, const std::stop_token& stop)
+{
+    PartRemoval removal;
+    for (const CleaningPlan::Entry& entry : part.entries) {
+        if (stop.stop_requested())
+            break;
+        progress.name = entry.name;
+        relay.tell(progress);
+        const RemovalReport report = host.fileSystem.removeItem(entry.path, entry.identity);
+        ++removal.reached;
+        ++progress.completed;
+        if (report.isComplete()) {
+            progress.bytesProcessed += entry.size;
+            continue;
+        }
+        removal.failed.insert(entry.path, reasonOf(report, entry.path, host.locations));
+        Log::cleaner.error(
+            u"Failed to delete %1: %2"_s.arg(entry.path, report.failures.front().reason()));
+    }
+    return removal;
+}
+
+void fail(CleanerService::CleanResult& result, const QString& path, const QString& reason)
+{
+    result.failed += path;
+    result.reasons.insert(path, reason);
+}
+
+} // namespace
+
+QCoro::Task<CleanerService::CleanResult> CleanerService::cleanSelected()
+{
+    return clean(Route::Quarantine);
+}
+
+QCoro::Task<CleanerService::CleanResult> CleanerService::cleanSelectedPermanently()
+{
+    return clean(Route::ForGood);
+}
+
+void CleanerService::stopCleaning()
+{
+    m_removal.request_stop();
+}
+
+CleaningPlan CleanerService::selection() const
+{
+    CleaningPlan plan;
+    for (const auto& category : m_categories) {
+        Part part{.type = category->type()};
+        for (const CleanerItem& item : category->items()) {
+            if (item.isSelected)
+                part.entries.push_back({item.id, item.name, item.path, item.size, item.identity});
+        }
+        if (!part.entries.empty())
+            plan.parts.push_back(std::move(part));
+    }
+    return plan;
+}
+
+QCoro::Task<CleanerService::CleanResult> CleanerService::clean(Route route)
+{
+    CleanResult result;
+    if (m_progress)
+        co_return result;
+    const QPointer<CleanerService> self(this);
+    const bool isForGood = route == Route::ForGood;
+    const QString start = isForGood ? u"Starting permanent cleanup of %1 items (%2)"_s
+                                    : u"Starting cleanup of %1 items (%2) via quarantine"_s;
+    Log::cleaner.info(start.arg(selectedCount()).arg(ByteFormatter::format(selectedSize())));
+    m_removal = std::stop_source();
+    const std::stop_token stop = m_removal.get_token();
+    setProgress(CleanProgress{.total = selectedCount()});
+
+    const QFuture<CleaningPlan> planning =
+        m_remover.run([selected = selection(), safety = m_safety,
+                       excluded = m_settings.excludedPaths(), home = m_host.locations.home()] {
+            return makeCleaningPlan(selected, safety, excluded, home);
+        });
+    const CleaningPlan plan = co_await planning;
+    if (!self)
+        co_return result;
+    setProgress(CleanProgress{.total = plan.count()});
+    QSet<QString> gone;
+    for (const Part& part : plan.parts) {
+        if (stop.stop_requested())
+            break;
+        for (const CleaningPlan::Rejected& rejected : part.rejected) {
+            Log::cleaner.notice(u"Safety gate rejected: "_s + rejected.path);
+            fail(result, rejected.path, rejected.reason);
+        }
+        if (part.entries.empty())
+            continue;
+        QCoro::Task<> working =
+            isForGood ? removePart(part, result, gone) : quarantinePart(part, result, gone);
+        co_await working;
+        if (!self)
+            co_return result;
+    }
+    QCoro::Task<> forgetting = forgetWhatIsGone(gone);
+    co_await forgetting;
+    if (!self)
+        co_return result;
+    dropEmptyCategories();
+    setProgress({});
+    if (isForGood && result.cleaned > 0)
+        m_host.notifications.post(NotificationNames::diskSpaceChanged);
+    const QString end = isForGood ? u"Permanent cleanup done: %1 items, %2 freed, %3 failed"_s
+                                  : u"Cleanup done: %1 items quarantined, %2 freed, %3 failed"_s;
+    Log::cleaner.info(end.arg(result.cleaned)
+                          .arg(ByteFormatter::format(result.freedBytes))
+                          .arg(result.failed.size()));
+    co_return result;
+}
+
+QCoro::Task<> CleanerService::quarantinePart(Part part, CleanResult& result, QSet<QString>& gone)
+{
+    const QPointer<CleanerService> self(this);
+    CleanProgress progress = m_progress.value_or(CleanProgress());
+    progress.name = factsOf(part.type).displayName;
+    setProgress(progress);
+    QCoro::Task<QuarantineService*> opening = m_quarantine.open();
+    QuarantineService* quarantine = co_await opening;
+    if (!self || !quarantine)
+        co_return;
+    std::vector<QuarantineCandidate> candidates;
+    candidates.reserve(part.entries.size());
+    for (const CleaningPlan::Entry& entry : part.entries)
+        candidates.push_back({entry.path, entry.identity});
+    const QString categoryName = factsOf(part.type).displayName;
+    QCoro::Task<QuarantineService::HandOver> handing =
+        quarantine->quarantine(std::move(candidates), categoryName);
+    const QuarantineService::HandOver handOver = co_await handing;
+    result.cleaned += handOver.moved;
+    result.freedBytes += handOver.size;
+    QSet<QUuid> moved;
+    for (const CleaningPlan::Entry& entry : part.entries) {
+        if (handOver.movedPaths.contains(entry.path)) {
+            moved.insert(entry.id);
+            gone.insert(entry.path);
+        } else {
+            fail(result, entry.path, handOver.reasons.value(entry.path));
+        }
+    }
+    if (!self)
+        co_return;
+    if (const auto found = category(part.type))
+        found->removeItems(moved);
+    progress.completed += static_cast<qint64>(part.entries.size());
+    progress.bytesProcessed += handOver.size;
+    setProgress(progress);
+}
+
+QCoro::Task<> CleanerService::removePart(Part part, CleanResult& result, QSet<QString>& gone)
+{
+    const QPointer<CleanerService> self(this);
+    const std::stop_token stop = m_removal.get_token();
+    CleanProgress progress = m_progress.value_or(CleanProgress());
+    const auto relay = std::make_shared<CleanProgressRelay>(
+        *this, [this](const CleanProgress& now) { setProgress(now); });
+    const QFuture<PartRemoval> removing =
+        m_remover.run([part, &host = m_host, progress, relay, stop] {
+            return removeItems(part, host, progress, *relay, stop);
+        });
+    const PartRemoval removal = co_await removing;
+    relay->end();
+    QSet<QUuid> removed;
+    for (std::size_t i = 0; i < removal.reached; ++i) {
+        const CleaningPlan::Entry& entry = part.entries[i];
+        if (const auto failure = removal.failed.find(entry.path); failure != removal.failed.end()) {
+            fail(result, entry.path, *failure);
+            continue;
+        }
+        ++result.cleaned;
+        result.freedBytes += entry.size;
+        progress.bytesProcessed += entry.size;
+        removed.insert(entry.id);
+        gone.insert(entry.path);
+    }
+    if (!self)
+        co_return;
+    if (const auto found = category(part.type))
+        found->removeItems(removed);
+    progress.completed += static_cast<qint64>(removal.reached);
+    progress.name.clear();
+    setProgress(progress);
+}
+
+QCoro::Task<> CleanerService::forgetWhatIsGone(QSet<QString> gone)
+{
+    const QPointer<CleanerService> self(this);
+    std::vector<std::pair<QUuid, QString>> items;
+    for (const auto& category : m_categories) {
+        for (const CleanerItem& item : category->items())
+            items.emplace_back(item.id, item.path);
+    }
+    const QFuture<QSet<QUuid>> looking = m_remover.run(
+        [items = std::move(items), gone = std::move(gone)] { return itemsIn(items, gone); });
+    const QSet<QUuid> found = co_await looking;
+    if (!self || found.isEmpty())
+        co_return;
+    for (const auto& category : m_categories)
+        category->removeItems(found);
+}
+
+void CleanerService::setProgress(const std::optional<CleanProgress>& progress)
+{
+    publish(m_progress, progress, this, &CleanerService::progressChanged);
+}
+
+} // namespace brivane

@@ -1,0 +1,103 @@
+#include "cleaner/CleaningPlan.h"
+
+#include "platform/LiesIn.h"
+#include "platform/PathText.h"
+#include "platform/StandardizedPath.h"
+#include "removal/SafetyChecker.h"
+
+#include <set>
+#include <tuple>
+
+using namespace Qt::StringLiterals;
+
+namespace brivane {
+
+namespace {
+
+/// Whether `path` lies below one of these.
+bool liesInOneOf(const QSet<QString>& folders, const QString& path)
+{
+    for (qsizetype slash = path.lastIndexOf(u'/'); slash > 0;
+         slash = path.lastIndexOf(u'/', slash - 1)) {
+        if (folders.contains(path.first(slash)))
+            return true;
+    }
+    return false;
+}
+
+/// Why `path` may not go; null when it may.
+QString rejection(const QString& path, const SafetyChecker& safety, const QStringList& excluded,
+                  const QString& home)
+{
+    if (!safety.isCleanerSafe(path)) {
+        const QString text = safety.check(path).text;
+        return text.isEmpty() ? u"It is protected"_s : text;
+    }
+    if (excluded.isEmpty())
+        return {};
+    const QString plain = standardizedPath(path, home);
+    for (const QString& exclusion : excluded) {
+        if (liesIn(plain, exclusion))
+            return u"It is excluded in the settings"_s;
+        if (liesIn(exclusion, plain))
+            return u"It holds “%1”, which is excluded in the settings"_s.arg(
+                PathText::forDisplay(PathText::lastComponent(exclusion)));
+    }
+    return {};
+}
+
+/// An object by where it is, however the way there is spelled.
+using Place = std::tuple<quint64, quint64, QString>;
+
+Place placeOf(const CleaningPlan::Entry& entry)
+{
+    const ObjectId folder = entry.identity.folder.value_or(ObjectId{});
+    return {folder.device, folder.inode,
+            entry.identity.folder ? PathText::lastComponent(entry.path) : entry.path};
+}
+
+} // namespace
+
+qint64 CleaningPlan::count() const
+{
+    qint64 sum = 0;
+    for (const Part& part : parts)
+        sum += static_cast<qint64>(part.entries.size());
+    return sum;
+}
+
+CleaningPlan makeCleaningPlan(CleaningPlan selected, const SafetyChecker& safety,
+                              const QStringList& excluded, const QString& home)
+{
+    QSet<QString> paths;
+    for (CleaningPlan::Part& part : selected.parts) {
+        std::erase_if(part.entries, [&](const CleaningPlan::Entry& entry) {
+            const QString reason = rejection(entry.path, safety, excluded, home);
+            if (reason.isNull())
+                paths.insert(entry.path);
+            else
+                part.rejected.push_back({entry.path, reason});
+            return !reason.isNull();
+        });
+    }
+    std::set<Place> taken;
+    for (CleaningPlan::Part& part : selected.parts) {
+        std::erase_if(part.entries, [&](const CleaningPlan::Entry& entry) {
+            return liesInOneOf(paths, entry.path) || !taken.insert(placeOf(entry)).second;
+        });
+    }
+    return selected;
+}
+
+QSet<QUuid> itemsIn(const std::vector<std::pair<QUuid, QString>>& items,
+                    const QSet<QString>& removed)
+{
+    QSet<QUuid> gone;
+    for (const auto& [id, path] : items) {
+        if (removed.contains(path) || liesInOneOf(removed, path))
+            gone.insert(id);
+    }
+    return gone;
+}
+
+} // namespace brivane

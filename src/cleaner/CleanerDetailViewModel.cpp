@@ -84,9 +84,9 @@ int CleanerDetailViewModel::rowOf(const CleanerItem& item) const
     return m_rows.rowOf(item.id);
 }
 
-int CleanerDetailViewModel::chipOf(const QString& extension) const
+void CleanerDetailViewModel::selectChip(int row)
 {
-    return m_chips.rowOf(extension);
+    setSelectedExtension(m_chips.index(row).data(ExtensionChips::ValueRole).toString());
 }
 
 QString CleanerDetailViewModel::name() const

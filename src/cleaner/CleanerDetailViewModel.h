@@ -60,8 +60,8 @@ public:
     [[nodiscard]] Q_INVOKABLE bool isSelected(const brivane::CleanerItem& item) const;
     /// Where an item is listed; -1 where it is not.
     [[nodiscard]] Q_INVOKABLE int rowOf(const brivane::CleanerItem& item) const;
-    /// Where the extension's chip is, -1 where there is none.
-    [[nodiscard]] Q_INVOKABLE int chipOf(const QString& extension) const;
+    /// Selects the extension of the chip at `row`.
+    Q_INVOKABLE void selectChip(int row);
 
     [[nodiscard]] bool hasCategory() const { return m_category != nullptr; }
     [[nodiscard]] QString name() const;

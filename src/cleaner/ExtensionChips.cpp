@@ -54,11 +54,6 @@ int ExtensionChips::countForExtension(const QString& extension) const
     return found == m_chips.end() ? 0 : found->count;
 }
 
-bool ExtensionChips::contains(const QString& extension) const
-{
-    return countForExtension(extension) > 0;
-}
-
 int ExtensionChips::rowOf(const QString& extension) const
 {
     if (extension.isEmpty())

@@ -31,7 +31,6 @@ public:
     void setItems(const std::vector<CleanerItem>& items);
     /// How many items have it, whatever the filter; 0 when it has no chip.
     [[nodiscard]] int countForExtension(const QString& extension) const;
-    [[nodiscard]] bool contains(const QString& extension) const;
     /// The chip's place; -1 when there is none.
     [[nodiscard]] int rowOf(const QString& extension) const;
 

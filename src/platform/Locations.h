@@ -1,11 +1,15 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringView>
 
 #include <memory>
+#include <vector>
 
 namespace brivane {
+
+struct ResolvedAlias;
 
 /// Where the paths of the catalogue lie on this machine.
 ///
@@ -22,7 +26,8 @@ public:
     static Locations insideFolder(const QString& folder);
 
     /// A Linux desktop: the aliases of LocationAliases.h, read against the environment of this
-    /// moment (HOME and the XDG variables); what has no alias stays as it is.
+    /// moment (HOME and the XDG variables) and the user folders that the desktop has named by now,
+    /// for which it reads one small file; what has no alias stays as it is.
     static Locations onLinux();
 
     /// Where `cataloguePath` lies here. Aliases match whole components, the longest one wins. Does
@@ -47,6 +52,11 @@ public:
     /// directory at that place which is a link or belongs to someone else is not used: one with a
     /// new name takes its place for the rest of the process. Empty when none can be made.
     [[nodiscard]] QString temporaryDirectory() const;
+
+    /// The aliases of this machine; none but on a Linux desktop.
+    [[nodiscard]] const std::vector<ResolvedAlias>& aliases() const;
+
+    [[nodiscard]] bool isLinuxDesktop() const;
 
 private:
     struct Arrangement;

@@ -1,5 +1,6 @@
 #include "platform/Locations.h"
 
+#include "platform/DesktopAdditions.h"
 #include "platform/LiesIn.h"
 #include "platform/LocationAliases.h"
 #include "platform/PathText.h"
@@ -9,6 +10,7 @@
 #include <QStringBuilder>
 
 #include <filesystem>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -46,6 +48,7 @@ struct Locations::Arrangement {
     QString folder;     ///< not empty: everything lies in this folder
     QString realFolder; ///< the same, without links on the way
     std::vector<ResolvedAlias> aliases;
+    std::map<QString, QList<Addition>> additions;
     bool isLinuxDesktop = false;
     QStringList temporaryCandidates; ///< in order of preference
 
@@ -131,6 +134,7 @@ Locations Locations::onLinux()
         .user = readUserFolders(config, arrangement->home, arrangement->realHome),
     };
     arrangement->aliases = resolvedAliases(bases);
+    arrangement->additions = desktopAdditions(bases);
     arrangement->isLinuxDesktop = true;
     if (const QString runtime = environmentPath("XDG_RUNTIME_DIR"); !runtime.isEmpty())
         arrangement->temporaryCandidates += runtime + u"/brivane"_s;
@@ -191,6 +195,12 @@ const std::vector<ResolvedAlias>& Locations::aliases() const
 bool Locations::isLinuxDesktop() const
 {
     return m_arrangement->isLinuxDesktop;
+}
+
+QList<Locations::Addition> Locations::additions(QStringView table) const
+{
+    const auto found = m_arrangement->additions.find(table.toString());
+    return found != m_arrangement->additions.end() ? found->second : QList<Addition>();
 }
 
 QString Locations::temporaryDirectory() const

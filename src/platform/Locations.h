@@ -58,6 +58,17 @@ public:
 
     [[nodiscard]] bool isLinuxDesktop() const;
 
+    struct Addition {
+        QString name;
+        QString value;
+    };
+    /// What this desktop has beyond the places of a Mac, for a table of the program: its own rows,
+    /// in order, with what makes a row there; a path is one of this system's. One component of it
+    /// may be "*", which stands for any one name, and so does "*" in the row's name. Which tables
+    /// there are stands in linux/DesktopAdditions.cpp; any other, and each but on a Linux desktop,
+    /// has none. A row says nothing of whether its place exists.
+    [[nodiscard]] QList<Addition> additions(QStringView table) const;
+
 private:
     struct Arrangement;
     explicit Locations(std::shared_ptr<const Arrangement> arrangement);

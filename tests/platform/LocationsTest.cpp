@@ -141,6 +141,44 @@ TEST(Locations, AUserFolderIsWhereTheDesktopSaysAndNeverTheHomeOrAboveIt)
     EXPECT_EQ(downloads(), asWritten);
 }
 
+TEST(Locations, WhatADesktopAddsLiesInItsOwnFoldersAndIsReportedOnce)
+{
+    const TestFolder folder;
+    const Variable home("HOME", folder.path());
+    const Variable cache("XDG_CACHE_HOME", "/fast/Cache");
+    const Variable configuration("XDG_CONFIG_HOME", folder.path());
+    const auto values = [](const Locations& locations, QStringView table) {
+        QStringList all;
+        for (const Locations::Addition& addition : locations.additions(table))
+            all += addition.value;
+        return all;
+    };
+    const Locations plain = Locations::onLinux();
+    EXPECT_EQ(values(plain, u"screenshots").last(), text(folder / "Pictures"));
+    EXPECT_TRUE(values(plain, u"browserCaches").contains(u"/fast/Cache/chromium"_s));
+    EXPECT_TRUE(values(plain, u"runningApplications").contains(u"/fast/cache/chromium"_s));
+    EXPECT_TRUE(values(plain, u"vsCodeCache").contains(text(folder / "VSCodium/logs")));
+    EXPECT_TRUE(values(Locations::asWritten(u"/Users/a"_s), u"browserCaches").isEmpty());
+
+    const QStringList covered = values(plain, u"cachesCoveredElsewhere");
+    for (const QStringView table : {u"browserCaches", u"mailCaches", u"nodeModules"}) {
+        for (const QString& place : values(plain, table)) {
+            for (const QString& above :
+                 {u"/fast/Cache"_s, text(folder / ".var/app"), text(folder / "snap")}) {
+                if (liesIn(place, above)) {
+                    EXPECT_TRUE(covered.contains(
+                        place.section(u'/', above.count(u'/') + 1, above.count(u'/') + 1)))
+                        << qPrintable(place);
+                }
+            }
+        }
+    }
+
+    writeFile(folder / "user-dirs.dirs", "XDG_PICTURES_DIR=\"/p\"\nXDG_SCREENSHOTS_DIR=\"/s\"\n");
+    const QStringList named = values(Locations::onLinux(), u"screenshots");
+    EXPECT_EQ(named.first() + named.last(), u"/s/p");
+}
+
 TEST(Locations, NoAliasIsListedTwiceOrLeadsToAnother)
 {
     std::set<QString> seen;

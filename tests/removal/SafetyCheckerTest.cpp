@@ -222,4 +222,12 @@ TEST(SafetyChecker, UserDataIsProtectedWhereADesktopKeepsIt)
         {u"~/.var/app/org.mozilla.firefox/cache"_s, Case::safe, true},
     };
     expectRatings(desktop, rows);
+
+    // What is added for the cleaner is for it to take.
+    const SafetyChecker checker(desktop);
+    for (const QStringView table : {u"applicationCaches", u"applicationLogs", u"browserCaches",
+                                    u"mailCaches", u"nodeModules", u"systemLogs", u"vsCodeCache"}) {
+        for (const Locations::Addition& addition : desktop.additions(table))
+            EXPECT_TRUE(checker.isCleanerSafe(addition.value)) << qPrintable(addition.value);
+    }
 }

@@ -9,7 +9,7 @@ FocusScope {
     required property CleanerViewModel viewModel
 
     // The keyboard wants back to the categories.
-    signal left()
+    signal backWanted()
 
     function takeFocus(): void {
         (view.item as CleanerDetailView)?.takeFocus();
@@ -48,7 +48,7 @@ FocusScope {
         focus: true
         sourceComponent: CleanerDetailView {
             viewModel: root.viewModel
-            onLeft: root.left()
+            onBackWanted: root.backWanted()
         }
     }
 }

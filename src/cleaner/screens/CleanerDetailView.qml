@@ -10,7 +10,7 @@ FocusScope {
     required property CleanerViewModel viewModel
     readonly property CleanerDetailViewModel detail: viewModel.detail
 
-    signal left()
+    signal backWanted()
 
     function takeFocus(): void {
         list.forceActiveFocus(Qt.TabFocusReason);
@@ -69,7 +69,7 @@ FocusScope {
             Layout.leftMargin: Metrics.spacingMedium
             focus: true
             viewModel: root.viewModel
-            onLeft: root.left()
+            onBackWanted: root.backWanted()
         }
     }
 }

@@ -10,7 +10,7 @@ KeyboardList {
     required property CleanerViewModel viewModel
     readonly property CleanerDetailViewModel detail: viewModel.detail
 
-    signal left()
+    signal backWanted()
 
     function rowOf(item: var): int {
         return detail.rowOf(item);
@@ -32,12 +32,12 @@ KeyboardList {
 
     onToggled: item => detail.toggle(item)
     onEntered: item => detail.toggle(item)
-    Keys.onLeftPressed: left()
+    Keys.onLeftPressed: backWanted()
     Keys.onPressed: event => {
         if (event.key === Qt.Key_Escape && detail.searchText.length > 0)
             rearrange(() => detail.searchText = "");
         else if (event.key === Qt.Key_Escape)
-            left();
+            backWanted();
         else if (event.matches(StandardKey.SelectAll))
             detail.toggleAll();
         else if (event.matches(StandardKey.Copy) && currentRow)

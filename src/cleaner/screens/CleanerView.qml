@@ -102,7 +102,7 @@ FocusScope {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 viewModel: root.viewModel
-                onLeft: list.forceActiveFocus(Qt.TabFocusReason)
+                onBackWanted: list.forceActiveFocus(Qt.TabFocusReason)
             }
         }
         ProgressPanel {

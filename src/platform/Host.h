@@ -2,6 +2,7 @@
 
 #include "platform/Clock.h"
 #include "platform/DefaultFileSystem.h"
+#include "platform/InstalledApplications.h"
 #include "platform/Locations.h"
 #include "platform/NotificationCenter.h"
 #include "platform/Pasteboard.h"
@@ -26,6 +27,7 @@ struct Host {
     NotificationCenter& notifications;
     Workspace& workspace;
     Pasteboard& pasteboard;
+    InstalledApplications& installedApplications;
 
     /// The real machine, made on first use and alive to the end of the process, so that whoever
     /// ends it sees to the preferences being saved. For `main`; everybody else is given one.
@@ -60,6 +62,7 @@ private:
     std::unique_ptr<Clock> m_clock;
     std::unique_ptr<Workspace> m_workspace;
     std::unique_ptr<Pasteboard> m_pasteboard;
+    std::unique_ptr<InstalledApplications> m_installedApplications;
     NotificationCenter m_notifications;
     Host m_host;
 };

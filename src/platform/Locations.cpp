@@ -43,6 +43,7 @@ struct Locations::Arrangement {
 
     QString home;
     QString realHome;
+    bool isLinuxDesktop = false;
     QString folder;     ///< not empty: everything lies in this folder
     QString realFolder; ///< the same, without links on the way
     std::vector<ResolvedAlias> aliases;
@@ -116,6 +117,7 @@ Locations Locations::insideFolder(const QString& folder)
 Locations Locations::onLinux()
 {
     auto arrangement = std::make_shared<Arrangement>(homeOfUser());
+    arrangement->isLinuxDesktop = true;
     const auto base = [&](const char* name, const QString& standard) {
         const QString value = environmentPath(name);
         return value.isEmpty() ? arrangement->home + standard : value;
@@ -175,6 +177,11 @@ QString Locations::home() const
 QString Locations::realHome() const
 {
     return m_arrangement->realHome;
+}
+
+bool Locations::isLinuxDesktop() const
+{
+    return m_arrangement->isLinuxDesktop;
 }
 
 QString Locations::temporaryDirectory() const

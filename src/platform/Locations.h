@@ -43,6 +43,9 @@ public:
     /// are in home().
     [[nodiscard]] QString realHome() const;
 
+    /// Whether this is a Linux desktop, where applications are no bundles.
+    [[nodiscard]] bool isLinuxDesktop() const;
+
     /// A directory of the user's own for temporary files, mode 0700, made when it is missing. A
     /// directory at that place which is a link or belongs to someone else is not used: one with a
     /// new name takes its place for the rest of the process. Empty when none can be made.

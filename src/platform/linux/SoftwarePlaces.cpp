@@ -4,6 +4,7 @@
 #include "platform/PathText.h"
 
 #include <cerrno>
+#include <filesystem>
 
 // GLib's headers have names that are Qt's keywords elsewhere; they stand alone here.
 #include <glib.h>
@@ -20,13 +21,16 @@ void addOnce(QStringList& list, const QString& path)
         list += path;
 }
 
-/// The folders in a variable such as PATH, without the slashes at their ends.
+/// The folders in a variable such as PATH, spelled without what listFolder() refuses.
 void addFoldersOf(QStringList& list, const char* variable)
 {
-    for (QByteArray folder : qgetenv(variable).split(':')) {
-        while (folder.size() > 1 && folder.endsWith('/'))
-            folder.chop(1);
-        addOnce(list, PathText::fromBytes(folder));
+    const QList<QByteArray> folders = qgetenv(variable).split(':');
+    for (const QByteArray& folder : folders) {
+        const auto plain = std::filesystem::path(folder.toStdString()).lexically_normal();
+        QString path = PathText::fromBytes(plain.native());
+        while (path.endsWith(u'/'))
+            path.chop(1);
+        addOnce(list, path);
     }
 }
 

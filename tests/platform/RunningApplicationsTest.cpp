@@ -16,11 +16,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QByteArray entry(const QByteArray& lines)
-{
-    return "[Desktop Entry]\nType=Application\n" + lines + '\n';
-}
-
 /// A desktop in a folder, whose processes are those of this system or of the folder.
 class RunningApplications : public ::testing::Test {
 protected:
@@ -41,7 +36,7 @@ protected:
     void addEntry(QStringView name, const QByteArray& lines) const
     {
         m_machine.file(QString(u"/data/applications/brivane-test-%1.desktop"_s).arg(name),
-                       entry(lines));
+                       "[Desktop Entry]\nType=Application\n" + lines);
     }
     QByteArray path(QStringView place) const { return PathText::toBytes(m_machine.path(place)); }
 
@@ -82,7 +77,7 @@ TEST_F(RunningApplications, ProcessesAreKnownByWhatTheirEntryStarts)
     addEntry(u"idle", "Name=Idle\nExec=idle\n");
     EXPECT_THAT(running(), ::testing::IsEmpty());
 
-    QProcess processes[6];
+    QProcess processes[5];
     const QString executables[] = {plain, plain, engine, named, scripted};
     for (std::size_t at = 0; at < std::size(executables); ++at) {
         processes[at].start(executables[at], {u"60"_s});
@@ -103,7 +98,6 @@ TEST_F(RunningApplications, ProcessesAreKnownByWhatTheirEntryStarts)
 
 TEST_F(RunningApplications, SandboxedOnesAreKnownByTheirSandbox)
 {
-    m_machine.file(u"/bin/flatpak", QByteArray());
     addEntry(u"flat", "Name=Flat\nExec=/usr/bin/flatpak run --command=x com.a.Fl-at @@u %U @@\n");
     addEntry(u"info", "Name=Info\nX-Flatpak=com.a.Info\nExec=/usr/bin/flatpak run com.a.Info\n");
     addEntry(u"snap", "Name=Snap\nX-SnapInstanceName=snapped\nExec=/snap/bin/snapped %U\n");

@@ -123,7 +123,9 @@ bool isBorne(const QList<QStringView>& components, const QSet<QString>& installe
         return !name.isEmpty() && installed.contains(name);
     };
     const QString vendor = squashed(components[1]);
-    if (!isOneOf(vendor, sharedDomains) && bears(vendor))
+    const bool isShared = isOneOf(vendor, sharedDomains);
+    // "com.github.cli" may be anybody's.
+    if (isShared ? isOneOf(squashed(components.back()), sorts) : bears(vendor))
         return true;
     QString whole = squashed(components[0]) + vendor;
     for (qsizetype at = 2; at < components.size(); ++at) {

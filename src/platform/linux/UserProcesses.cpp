@@ -1,7 +1,7 @@
 #include "platform/linux/UserProcesses.h"
 
 #include "platform/PathText.h"
-#include "platform/linux/DesktopEntries.h"
+#include "platform/linux/DesktopEntry.h"
 #include "platform/linux/FolderEntries.h"
 
 #include <algorithm>

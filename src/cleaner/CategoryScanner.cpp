@@ -76,10 +76,10 @@ std::vector<CleanerCategory::CategoryType> CategoryScanner::detectDeveloperCateg
     return types;
 }
 
-std::vector<ListedEntry> CategoryScanner::listed(const QString& path) const
+std::vector<InspectedEntry> CategoryScanner::listed(const QString& path) const
 {
-    auto entries = listFolder(path, m_stop);
-    return entries ? std::move(*entries) : std::vector<ListedEntry>();
+    auto entries = inspectFolder(path, m_stop);
+    return entries ? std::move(*entries) : std::vector<InspectedEntry>();
 }
 
 CategoryScanner::Items CategoryScanner::scanFolder(const FolderRule& rule) const
@@ -108,7 +108,7 @@ CategoryScanner::scanDirectoryContents(const QString& path, quint64 minSize,
                                        const QSet<QString>& excludeNames) const
 {
     std::vector<Found> found;
-    for (ListedEntry& entry : listed(path)) {
+    for (InspectedEntry& entry : listed(path)) {
         if ((entry.name.startsWith(u'.') && entry.name != u".Trash") ||
             excludeNames.contains(entry.name))
             continue;
@@ -195,7 +195,7 @@ std::vector<CategoryScanner::NamedPath> CategoryScanner::additions(QStringView t
             continue;
         }
         const QString rest = addition.value.sliced(star + 2);
-        for (const ListedEntry& entry : listed(addition.value.first(star))) {
+        for (const InspectedEntry& entry : listed(addition.value.first(star))) {
             if (entry.identity.isDirectory())
                 places.push_back({QString(addition.name).replace(u'*', entry.name),
                                   addition.value.first(star + 1) + entry.name + rest});

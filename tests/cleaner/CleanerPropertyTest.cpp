@@ -2,9 +2,11 @@
 #include "platform/LiesIn.h"
 #include "support/FileTestSupport.h"
 
-#include <QSet>
+#include <QFile>
 
 #include <random>
+
+#include <sys/stat.h>
 
 using namespace brivane;
 using namespace brivane::testing;
@@ -53,17 +55,25 @@ constexpr QStringView places[] = {
     u"~/Projects/pier/source",
     u"~/Documents/Thesis",
 };
-constexpr qint64 enough = 1'200'000; // for every bound but that of the large files
+
+/// Enough for every bound but that of the large files.
+qint64 sizeAt(QStringView place)
+{
+    const bool isBoundHigh = place.contains(u"node_modules") || place.contains(u"Backup");
+    return isBoundHigh ? 1'200'000 : 20'000;
+}
 
 /// What lies in the home, but for the quarantine; of folders only that they are there.
 Snapshot home(const CleanerGround& ground)
 {
     Snapshot all = snapshot(PathText::toBytes(ground.path(u"~")));
-    std::erase_if(all, [](auto& entry) {
-        if (entry.second.startsWith('d'))
-            entry.second = "d";
+    std::erase_if(all, [](const auto& entry) {
         return entry.first.isEmpty() || entry.first.startsWith("/.Brivane_Quarantine");
     });
+    for (auto& [path, facts] : all) {
+        if (S_ISDIR(facts.left(facts.indexOf(' ')).toUInt()))
+            facts.clear();
+    }
     return all;
 }
 
@@ -80,7 +90,8 @@ public:
             if (!chance(70))
                 continue;
             const int days = chance(70) ? 90 : 1;
-            ground.file(place.toString(), enough + m_random() % 1000, days);
+            ground.file(place.toString(), sizeAt(place) + static_cast<qint64>(m_random() % 1000),
+                        days);
             // What a folder holds does not make it old.
             const QString folder = place.first(place.lastIndexOf(u'/')).toString();
             const QDateTime time = ground.clock->now().addDays(-days);
@@ -108,6 +119,23 @@ public:
                 allowed += item.path;
             return isWanted;
         });
+    }
+
+    /// Somebody writes to some files, or puts links in their places.
+    void meddle()
+    {
+        for (const QStringView place : places) {
+            const QString path = ground.path(place);
+            if (!chance(10) || !FileIdentity::of(path))
+                continue;
+            if (chance(50)) {
+                ground.file(place.toString(), sizeAt(place));
+            } else {
+                QFile::remove(path);
+                ground.machine.link(place, PathText::toBytes(ground.path(u"~/Documents/Thesis")));
+            }
+            allowed.removeAll(path);
+        }
     }
 
     /// Whether a path of the snapshot belongs to what may go.
@@ -138,10 +166,12 @@ TEST(CleanerProperty, WhatIsGoneWasShownChosenAndAllowedAndAllElseIsAsBefore)
             seed % 2 == 0 ? CleanerGround::Route::ForGood : CleanerGround::Route::Quarantine;
         Life life(seed);
         life.fill();
-        const Snapshot before = home(life.ground);
+        const Snapshot untouched = home(life.ground);
         life.ground.scan();
-        EXPECT_EQ(difference(home(life.ground), before), "") << "looking is no touching";
+        EXPECT_EQ(difference(home(life.ground), untouched), "") << "looking is no touching";
         life.choose();
+        life.meddle();
+        const Snapshot before = home(life.ground);
         const auto result = life.ground.clean(route);
         cleaned += result.cleaned;
         Snapshot expected = before;

@@ -93,8 +93,8 @@ TEST_F(CleanerServiceTest, AStopKeepsWhatWasFoundAndOneBeforeThatLeavesNothing)
     service.stopScan();
     EXPECT_TRUE(service.categories().empty());
     expectIdle(false);
-    QObject receiver;
-    QObject::connect(&service, &CleanerService::totalsChanged, &receiver, [&] {
+    auto receiver = std::make_unique<QObject>();
+    QObject::connect(&service, &CleanerService::totalsChanged, receiver.get(), [&] {
         if (service.isScanning() && !names(Type::browserCaches).isEmpty())
             service.stopScan();
     });
@@ -102,7 +102,7 @@ TEST_F(CleanerServiceTest, AStopKeepsWhatWasFoundAndOneBeforeThatLeavesNothing)
     expectIdle(true);
     EXPECT_EQ(rows().join(u' '), u"applicationCaches browserCaches"_s);
     EXPECT_EQ(service.selectedCount(), 2);
-    receiver.disconnect();
+    receiver.reset();
     scan(); // what is under way of the one before changes nothing any more
     EXPECT_EQ(rows().join(u' '), u"applicationCaches browserCaches applicationLogs"_s);
 }
@@ -156,6 +156,7 @@ TEST_F(CleanerServiceTest, OnBothRoutesOnlyWhatWasShownAndMayGoIsGone)
 
         posts = 0;
         const LogCapture log;
+        const bool isForGood = route == Route::ForGood;
         const auto result = clean(route);
         const QStringList staying = {u"Linked"_s, u"Swapped"_s, u"Written"_s, u"Vanished"_s,
                                      u"Remade"_s};
@@ -166,7 +167,7 @@ TEST_F(CleanerServiceTest, OnBothRoutesOnlyWhatWasShownAndMayGoIsGone)
         for (const QString& stays : failed)
             EXPECT_FALSE(result.reasons.value(stays).isEmpty()) << qPrintable(stays);
         EXPECT_EQ(result.cleaned, 3) << "Grown, the reports and the box, each once";
-        EXPECT_EQ(result.freedBytes, route == Route::ForGood ? 15'000U : 15'700U);
+        EXPECT_EQ(result.freedBytes, isForGood ? 15'000U : 15'700U);
         for (const QString& place :
              {caches + u"Grown"_s, u"~/Downloads/Box"_s, u"~/Library/Logs/DiagnosticReports"_s})
             EXPECT_FALSE(stands(place)) << qPrintable(place);
@@ -178,8 +179,7 @@ TEST_F(CleanerServiceTest, OnBothRoutesOnlyWhatWasShownAndMayGoIsGone)
         EXPECT_THAT(names(Type::applicationCaches), UnorderedElementsAreArray(staying));
         EXPECT_EQ(rows().join(u' '), u"applicationCaches applicationLeftovers"_s);
         EXPECT_EQ(service.selectedCount(), 6) << "what stays, stays selected";
-        EXPECT_EQ(posts, 1);
-        const bool isForGood = route == Route::ForGood;
+        EXPECT_EQ(posts, isForGood ? 1 : 0) << "a quarantine frees nothing yet";
         EXPECT_THAT(
             cleanerLines(log),
             IsSupersetOf({QString(u"Safety gate rejected: "_s + failed.first()),

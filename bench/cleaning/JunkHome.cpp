@@ -70,7 +70,7 @@ int buildJunkHome(const SandboxMachine& machine, int files)
                 place.folder.toString().replace(u'%', QString::number(i % place.folders));
             const QString path =
                 folder + u'/' + place.name.toString().replace(u'%', QString::number(i));
-            machine.file(path, SandboxMachine::Size{random() % largestFile});
+            machine.file(path, SandboxMachine::Size{static_cast<qint64>(random() % largestFile)});
             if (!path.startsWith(u"~/Library"))
                 machine.setTimes(path, old, old);
             if (place.folder.startsWith(u"~/Downloads"))

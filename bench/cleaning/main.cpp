@@ -5,6 +5,7 @@
 #include "cleaner/CleanerService.h"
 #include "cleaning/JunkHome.h"
 #include "core/Composition.h"
+#include "core/Log.h"
 #include "platform/FolderSizes.h"
 #include "platform/Host.h"
 #include "platform/Volumes.h"
@@ -72,6 +73,7 @@ bool report(const CleanerService& service)
 int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
+    const LogCapture log; // it is not what is to be read here
     const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : 7;
     const int files = argc > 2 ? std::max(1000, std::atoi(argv[2])) : 500'000;
     const SandboxMachine machine = SandboxMachine::temporary();

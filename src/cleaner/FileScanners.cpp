@@ -81,7 +81,10 @@ CategoryScanner::Items CategoryScanner::searchFiles(const QStringList& folders,
     Items items;
     for (const QString& start : walkStarts(folders)) {
         Walk walk(PathText::toBytes(start),
-                  {.includeHidden = false, .directoryAttributes = false, .cancelled = &isStopped});
+                  {.includeHidden = false,
+                   .directoryAttributes = false,
+                   .needsAttributes = [](std::string_view) { return false; },
+                   .cancelled = &isStopped});
         while (const WalkEntry* entry = items.size() < most ? walk.next() : nullptr) {
             const QString name = PathText::lastComponent(PathText::fromBytes(entry->name));
             if (entry->kind != WalkKind::File || !endings.contains(extensionOf(name)))

@@ -2,6 +2,7 @@
 
 #include "platform/FileTrash.h"
 #include "platform/FileWriting.h"
+#include "platform/linux/TrashRecord.h"
 
 namespace brivane {
 
@@ -14,13 +15,21 @@ Result<QString> DefaultFileSystem::trashItem(const QString& path,
 RemovalReport DefaultFileSystem::removeItem(const QString& path,
                                             const std::optional<FileIdentity>& expected)
 {
-    return removeTree(path, expected);
+    const auto record = posix::TrashRecord::of(path);
+    RemovalReport report = removeTree(path, expected);
+    if (record && report.isComplete())
+        record->removeWithoutThing();
+    return report;
 }
 
 Result<Moved> DefaultFileSystem::moveItem(const QString& from, const QString& to,
                                           const MoveOptions& options)
 {
-    return moveWithoutReplacing(from, to, options);
+    const auto record = posix::TrashRecord::of(from);
+    Result<Moved> moved = moveWithoutReplacing(from, to, options);
+    if (record && moved)
+        record->removeWithoutThing();
+    return moved;
 }
 
 Result<> DefaultFileSystem::makeDirectory(const QString& path, mode_t mode, ParentLinks links)

@@ -50,7 +50,8 @@ struct Moved {
 /// as the error's path. Then another object took the place of the expected one at the last moment,
 /// was moved instead, and could not go back; it lies at `to`. A crash leaves one of the two whole,
 /// and perhaps a part under the temporary name; where the file system cannot rename without
-/// replacing, perhaps an empty folder at `to`.
+/// replacing, perhaps an empty folder at `to`. A Trash's record of what lay in it is
+/// DefaultFileSystem's business.
 [[nodiscard]] Result<Moved> moveWithoutReplacing(const QString& from, const QString& to,
                                                  const MoveOptions& options = {});
 

@@ -35,7 +35,8 @@ struct RemovalReport {
 ///
 /// A folder of this user's own whose mode denies what its removal takes, the one at `path` or one
 /// below it, is opened up while it is emptied; where it stays it has its exact mode again, unless
-/// somebody moved it in between. The folder that holds `path` is never touched.
+/// somebody moved it in between. The folder that holds `path` is never touched, nor is anything
+/// beside `path`: a Trash's record of it is DefaultFileSystem's business.
 [[nodiscard]] RemovalReport removeTree(const QString& path,
                                        const std::optional<FileIdentity>& expected = {});
 

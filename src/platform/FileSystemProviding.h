@@ -13,6 +13,10 @@ namespace brivane {
 /// Everything through which the program changes files. Tests put one in its place that breaks
 /// exactly one call; DefaultFileSystem does the real thing.
 ///
+/// What leaves a Trash of the desktop takes with it what the Trash has written down of it, once all
+/// of it is gone from there; where that fails the outcome is the same. What is moved into a Trash
+/// gets no such record.
+///
 /// Paths are absolute, without "." and ".."; one that is not is EINVAL. No call follows a link in
 /// the last component. Calls block and may come from any thread. Failure is always a value.
 class FileSystemProviding {

@@ -1,5 +1,6 @@
 #include "platform/Locations.h"
 
+#include "platform/DesktopAdditions.h"
 #include "platform/LiesIn.h"
 #include "platform/LocationAliases.h"
 #include "platform/PathText.h"
@@ -9,6 +10,7 @@
 #include <QStringBuilder>
 
 #include <filesystem>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -46,6 +48,8 @@ struct Locations::Arrangement {
     QString folder;     ///< not empty: everything lies in this folder
     QString realFolder; ///< the same, without links on the way
     std::vector<ResolvedAlias> aliases;
+    std::map<QString, QList<Addition>> additions;
+    bool isLinuxDesktop = false;
     QStringList temporaryCandidates; ///< in order of preference
 
     mutable QMutex temporaryMutex;
@@ -120,12 +124,18 @@ Locations Locations::onLinux()
         const QString value = environmentPath(name);
         return value.isEmpty() ? arrangement->home + standard : value;
     };
-    arrangement->aliases = resolvedAliases({
+    const QString config = base("XDG_CONFIG_HOME", u"/.config"_s);
+    const AliasBases bases = {
         .home = arrangement->home,
         .cache = base("XDG_CACHE_HOME", u"/.cache"_s),
-        .config = base("XDG_CONFIG_HOME", u"/.config"_s),
+        .config = config,
         .data = base("XDG_DATA_HOME", u"/.local/share"_s),
-    });
+        .state = base("XDG_STATE_HOME", u"/.local/state"_s),
+        .user = readUserFolders(config, arrangement->home, arrangement->realHome),
+    };
+    arrangement->aliases = resolvedAliases(bases);
+    arrangement->additions = desktopAdditions(bases);
+    arrangement->isLinuxDesktop = true;
     if (const QString runtime = environmentPath("XDG_RUNTIME_DIR"); !runtime.isEmpty())
         arrangement->temporaryCandidates += runtime + u"/brivane"_s;
     arrangement->temporaryCandidates += perUser(u"/tmp"_s);
@@ -175,6 +185,22 @@ QString Locations::home() const
 QString Locations::realHome() const
 {
     return m_arrangement->realHome;
+}
+
+const std::vector<ResolvedAlias>& Locations::aliases() const
+{
+    return m_arrangement->aliases;
+}
+
+bool Locations::isLinuxDesktop() const
+{
+    return m_arrangement->isLinuxDesktop;
+}
+
+QList<Locations::Addition> Locations::additions(QStringView table) const
+{
+    const auto found = m_arrangement->additions.find(table.toString());
+    return found != m_arrangement->additions.end() ? found->second : QList<Addition>();
 }
 
 QString Locations::temporaryDirectory() const

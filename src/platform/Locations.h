@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringView>
 
@@ -7,6 +8,8 @@
 #include <vector>
 
 namespace brivane {
+
+struct ResolvedAlias;
 
 /// Where the paths of the catalogue lie on this machine.
 ///
@@ -23,7 +26,8 @@ public:
     static Locations insideFolder(const QString& folder);
 
     /// A Linux desktop: the aliases of LocationAliases.h, read against the environment of this
-    /// moment (HOME and the XDG variables); what has no alias stays as it is.
+    /// moment (HOME and the XDG variables) and the user folders that the desktop has named by now,
+    /// for which it reads one small file; what has no alias stays as it is.
     static Locations onLinux();
 
     /// Where `cataloguePath` lies here. Aliases match whole components, the longest one wins. Does
@@ -49,11 +53,21 @@ public:
     /// new name takes its place for the rest of the process. Empty when none can be made.
     [[nodiscard]] QString temporaryDirectory() const;
 
+    /// The aliases of this machine; none but on a Linux desktop.
+    [[nodiscard]] const std::vector<ResolvedAlias>& aliases() const;
+
+    [[nodiscard]] bool isLinuxDesktop() const;
+
     struct Addition {
         QString name;
         QString value;
     };
-    [[nodiscard]] std::vector<Addition> additions(QStringView) const { return {}; }
+    /// What this desktop has beyond the places of a Mac, for a table of the program: its own rows,
+    /// in order, with what makes a row there; a path is one of this system's. One component of it
+    /// may be "*", which stands for any one name, and so does "*" in the row's name. Which tables
+    /// there are stands in linux/DesktopAdditions.cpp; any other, and each but on a Linux desktop,
+    /// has none. A row says nothing of whether its place exists.
+    [[nodiscard]] QList<Addition> additions(QStringView table) const;
 
 private:
     struct Arrangement;

@@ -86,6 +86,14 @@ void UserDefaults::read() const
     });
 }
 
+QVariantMap UserDefaults::persistentDomain(const QString& name) const
+{
+    if (name.isEmpty() || name.contains(u'/') || name.contains(QChar(u'\0')))
+        return {};
+    Result<Loaded> loaded = load(m_file.left(m_file.lastIndexOf(u'/') + 1) + name + u".plist"_s);
+    return loaded ? std::move(loaded->values) : QVariantMap();
+}
+
 QVariant UserDefaults::object(const QString& key) const
 {
     read();

@@ -45,6 +45,11 @@ public:
     /// Has the worker read the file, for a start that can do something else in the meantime.
     void readAhead();
 
+    /// The preferences of another program, kept beside this file under its own name and ".plist",
+    /// in either encoding. Read afresh: blocks, any thread. Empty when there are none or they
+    /// cannot be read within the bounds of PropertyList, and for a name that is none of a file.
+    [[nodiscard]] QVariantMap persistentDomain(const QString& name) const;
+
     /// The value as it is stored, invalid when the key is absent.
     [[nodiscard]] QVariant object(const QString& key) const;
     [[nodiscard]] std::optional<qint64> integer(const QString& key) const;
@@ -66,7 +71,6 @@ public:
     /// Waits for the disk until every change made so far is in the file, or could not be written.
     /// Whether all are in the file.
     bool waitUntilSaved();
-    QVariantMap persistentDomain(const QString&) const { return {}; }
 
 private:
     void change(const QString& key, const QVariant& value);

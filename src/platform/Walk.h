@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -70,6 +71,11 @@ struct WalkOptions {
     /// system that is mounted after the walk began, or whose parts differ in device without being
     /// mounted, shows as an empty directory and not as a mount point.
     bool directoryAttributes = true;
+    /// Says by the name of an entry that is no directory whether its attributes are needed; none
+    /// means that all are. What it denies is not asked where the listing tells what it is, and
+    /// comes with its type as the mode and all else zero: a search for a few names costs little
+    /// more than listing. Called on every thread of the walk, many at a time.
+    std::function<bool(std::string_view name)> needsAttributes = {};
     /// Polled at every entry by all threads of the walk; once true, next() gives no more entries.
     const std::atomic<bool>* cancelled = nullptr;
     /// How many entries may be read ahead; about 120 bytes each.

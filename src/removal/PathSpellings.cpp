@@ -1,13 +1,9 @@
 #include "removal/PathSpellings.h"
 
 #include "platform/LiesIn.h"
+#include "platform/LocationAliases.h"
 #include "platform/Locations.h"
 #include "platform/PathText.h"
-#include "removal/tables/BlockedPaths.h"
-#include "removal/tables/BlockedPrefixes.h"
-#include "removal/tables/CautionPrefixes.h"
-#include "removal/tables/HomeBlockedPaths.h"
-#include "removal/tables/HomeWarningPaths.h"
 
 #include <QStringBuilder>
 
@@ -94,27 +90,19 @@ PathSpellings::PathSpellings(const Locations& locations)
     if (const QString real = folderForm(locations.realHome()); real != m_home)
         m_realHome = real;
     m_root = folderForm(locations.path(u"/"));
-    for (const QStringView entry : SafetyTables::blockedPaths)
-        addAlias(locations, entry);
-    for (const QStringView entry : SafetyTables::blockedPrefixes)
-        addAlias(locations, entry.chopped(1));
-    for (const QStringView entry : SafetyTables::cautionPrefixes)
-        addAlias(locations, entry.chopped(1));
-    for (const QStringView entry : SafetyTables::homeBlockedPaths)
-        addAlias(locations, QString(u"~/" % entry));
-    for (const QStringView entry : SafetyTables::homeWarningPaths)
-        addAlias(locations, QString(u"~/" % entry));
-    addAlias(locations, u"~/Library/Application Support");
+    for (const ResolvedAlias& alias : locations.aliases())
+        addAlias(locations, alias);
 }
 
-void PathSpellings::addAlias(const Locations& locations, QStringView cataloguePath)
+void PathSpellings::addAlias(const Locations& locations, const ResolvedAlias& alias)
 {
+    const QStringView cataloguePath = alias.cataloguePath;
     const bool isInHome = cataloguePath.startsWith(u'~');
     const QString name = isInHome ? QString(m_home % cataloguePath.sliced(1))
                                   : withPrivate(cataloguePath.toString());
     const std::optional<QString> place = tableForm(locations.path(cataloguePath));
-    if (place && place != (isInHome ? name : withPrivate(m_root % cataloguePath)))
-        m_aliases.push_back({*place, name});
+    if (place && place != name)
+        m_aliases.push_back({*place, name, alias.isUserFolder});
 }
 
 std::optional<QString> PathSpellings::tableForm(const QString& path) const
@@ -136,25 +124,31 @@ std::optional<QString> PathSpellings::tableForm(const QString& path) const
     return plain;
 }
 
-QStringList PathSpellings::others(const QString& path) const
+std::vector<PathSpellings::OtherName> PathSpellings::others(const QString& path) const
 {
-    QStringList names;
+    std::vector<OtherName> names;
     addCatalogueNames(names, path);
     if (m_realHome && liesIn(path, m_home)) {
         const QString real = *m_realHome % QStringView(path).sliced(m_home.size());
-        names += real;
+        names.push_back({real});
         addCatalogueNames(names, real);
     }
     return names;
 }
 
-void PathSpellings::addCatalogueNames(QStringList& names, const QString& path) const
+void PathSpellings::addCatalogueNames(std::vector<OtherName>& names, const QString& path) const
 {
     if (const auto inner = belowRoot(path))
-        names += *inner;
+        names.push_back({*inner});
+    qsizetype innermost = 0;
     for (const Alias& alias : m_aliases) {
-        if (liesIn(path, alias.place))
-            names += alias.cataloguePath % QStringView(path).sliced(alias.place.size());
+        if (!alias.isUserFolder && alias.place.size() > innermost && liesIn(path, alias.place))
+            innermost = alias.place.size();
+    }
+    for (const Alias& alias : m_aliases) {
+        if ((alias.isUserFolder || alias.place.size() == innermost) && liesIn(path, alias.place))
+            names.push_back(
+                {alias.cataloguePath % QStringView(path).sliced(alias.place.size()), true});
     }
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 
 #include <optional>
 #include <vector>
@@ -9,6 +8,7 @@
 namespace brivane {
 
 class Locations;
+struct ResolvedAlias;
 
 /// One path has many spellings; this brings them into the one in which safety tables are written.
 ///
@@ -28,10 +28,16 @@ public:
     /// system would cut it off.
     [[nodiscard]] std::optional<QString> tableForm(const QString& path) const;
 
+    struct OtherName {
+        QString path;             ///< in the form of tableForm()
+        bool isCatalogue = false; ///< the catalogue's, for a place that lies elsewhere here
+    };
+
     /// What else the object at `path`, a result of tableForm(), may be called: by the real name of
-    /// the home directory, and in the catalogue by the names of the places that lie elsewhere on
-    /// this machine. "/private" is in these as in the result of tableForm().
-    [[nodiscard]] QStringList others(const QString& path) const;
+    /// the home directory, and in the catalogue by the name of the place that it lies in on this
+    /// machine. Of places in each other the innermost one names it, whatever the outer one is for;
+    /// but a folder that the user put into a place of the catalogue is still in that place.
+    [[nodiscard]] std::vector<OtherName> others(const QString& path) const;
 
     /// `path`, a result of tableForm(), without the folder that this machine has for its root.
     [[nodiscard]] std::optional<QString> belowRoot(const QString& path) const;
@@ -45,10 +51,11 @@ private:
     struct Alias {
         QString place;
         QString cataloguePath;
+        bool isUserFolder;
     };
 
-    void addAlias(const Locations& locations, QStringView cataloguePath);
-    void addCatalogueNames(QStringList& names, const QString& path) const;
+    void addAlias(const Locations& locations, const ResolvedAlias& alias);
+    void addCatalogueNames(std::vector<OtherName>& names, const QString& path) const;
 
     QString m_home;
     std::optional<QString> m_realHome; ///< by its real name, where that is another

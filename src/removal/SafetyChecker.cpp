@@ -117,8 +117,8 @@ Level SafetyChecker::check(const QString& path) const
 Level SafetyChecker::rateAllNames(const QString& path) const
 {
     Level gravest = rate(path);
-    for (const QString& other : m_spellings.others(path)) {
-        if (Level another = rate(other); another.which > gravest.which)
+    for (const PathSpellings::OtherName& other : m_spellings.others(path)) {
+        if (Level another = rate(other.path); another.which > gravest.which)
             gravest = std::move(another);
     }
     return gravest;
@@ -171,7 +171,12 @@ bool SafetyChecker::isCleanerSafe(const QString& path) const
         return true;
     if (const auto inner = m_spellings.belowRoot(*form); inner && isInCleanerArea(*inner))
         return true;
-    return rateAllNames(*form).which <= Case::caution;
+    const auto others = m_spellings.others(*form);
+    return rate(*form).which <= Case::caution &&
+           std::ranges::all_of(others, [this](const PathSpellings::OtherName& other) {
+               return rate(other.path).which <= Case::caution ||
+                      (other.isCatalogue && isInCleanerArea(other.path));
+           });
 }
 
 bool SafetyChecker::isInCleanerArea(QStringView path) const

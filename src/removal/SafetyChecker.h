@@ -28,7 +28,8 @@ class Composition;
 /// - Where the home directory is reached through a link, a path in it is rated by both its names,
 ///   whichever was given, and the graver one counts.
 /// - Where a place of the catalogue lies elsewhere on this machine, a path in it is rated by both
-///   names, and the graver one counts.
+///   names, and the graver one counts. Of such places in each other the innermost one gives the
+///   name: a cache among the preferences is a cache.
 class SafetyChecker {
 public:
     /// A rating. Names in its text are as PathText::forDisplay() gives them.
@@ -55,7 +56,8 @@ public:
     /// Rates a path that the user picked by hand.
     [[nodiscard]] SafetyLevel check(const QString& path) const;
     /// Whether the cleaner may take `path`: it lies in an area that may be cleaned whatever check()
-    /// says of it, or check() finds nothing worse than `caution`. The areas of a home directory
+    /// says of it, or no name of it is worse than `caution`; the catalogue's name of a place that
+    /// lies elsewhere here may also be one in such an area. The areas of a home directory
     /// that is reached through a link are its own by either of its names; where its real name lies
     /// in an area of the machine, that opens nothing of it.
     [[nodiscard]] bool isCleanerSafe(const QString& path) const;

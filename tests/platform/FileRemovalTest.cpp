@@ -1,5 +1,6 @@
 #include "platform/FileRemoval.h"
 
+#include "platform/DefaultFileSystem.h"
 #include "support/FileTestSupport.h"
 
 #include <QStringList>
@@ -149,4 +150,53 @@ TEST(FileRemoval, MountInsideIsLeft)
         GTEST_SKIP() << "this machine does not let us mount";
     EXPECT_TRUE(*passed);
     EXPECT_TRUE(stands(folder / "outside/keep"));
+}
+
+TEST(TrashRecord, LeavesWithItsThingAndNothingElseDoes)
+{
+    DefaultFileSystem disk;
+    const QByteArray longName(250, 'n');
+    const std::pair<const char*, bool> trashes[] = {
+        {"Trash", true},      {".Trash-7", true},   {".Trash/7", true},  {"Trashy", false},
+        {".Trash-me", false}, {".Trashy/7", false}, {".Trash/me", false}};
+    for (const auto& [trash, isTrash] : trashes) {
+        const TestFolder folder;
+        makeFolders(folder, {".Trash", ".Trashy", trash});
+        const QByteArray top = folder / trash;
+        const auto record = [&](const char* name) { return top + "/info/" + name + ".trashinfo"; };
+        for (const char* name : {"/files", "/info", "/files/inside", "/files/folder"})
+            ASSERT_EQ(::mkdir(top + name, 0755), 0);
+        for (const char* name : {"removed", "moved", "taken", "inside", "kept"})
+            writeFile(record(name), "record");
+        for (const char* name : {"removed", "moved", "taken", "link", "folder/inside"})
+            writeFile(top + "/files/" + name, "thing");
+        writeFile(top + "/files/" + longName, "thing");
+        ASSERT_EQ(::symlink("kept.trashinfo", record("link")), 0);
+        ASSERT_EQ(::mkdir(record("folder"), 0755), 0);
+
+        const QString files = text(top + "/files/");
+        EXPECT_TRUE(disk.removeItem(files + u"/removed/"_s).isComplete());
+        EXPECT_TRUE(disk.moveItem(files + u"moved"_s, text(folder / "away")));
+        // These have no record of their own, or none that may go.
+        EXPECT_FALSE(disk.moveItem(files + u"taken"_s, text(folder / "away")));
+        EXPECT_TRUE(disk.removeItem(files + u"folder/inside"_s).isComplete());
+        for (const QString& name : {u"folder"_s, u"link"_s, text(longName)})
+            EXPECT_TRUE(disk.removeItem(files + name).isComplete());
+        for (const char* name : {"removed", "moved"})
+            EXPECT_EQ(stands(record(name)), !isTrash) << trash;
+        for (const char* name : {"taken", "inside", "kept", "link", "folder"})
+            EXPECT_TRUE(stands(record(name))) << trash << ' ' << name;
+
+        // Neither is anything touched where a link leads.
+        for (const char* name : {"files", "info"}) {
+            writeFile(top + "/files/taken", "thing");
+            const QByteArray real = folder / name;
+            ASSERT_EQ(::rename(top + '/' + name, real), 0);
+            ASSERT_EQ(::symlink(real, top + '/' + name), 0);
+            EXPECT_TRUE(disk.removeItem(files + u"taken"_s).isComplete());
+            EXPECT_TRUE(stands(record("taken"))) << trash;
+            ASSERT_EQ(::unlink(top + '/' + name), 0);
+            ASSERT_EQ(::rename(real, top + '/' + name), 0);
+        }
+    }
 }

@@ -82,9 +82,101 @@ TEST(Locations, AliasesTakeTheLongestWholeComponents)
         {u"~/Library/Preferences/x.plist"_s, u"/home/ann/.config/x.plist"_s},
         {u"~/Library/Preferences/com.brivane.app.plist"_s,
          u"/home/ann/.config/brivane/com.brivane.app.plist"_s},
+        {u"~/Library/Caches/Google/Chrome/Default"_s, u"/fast/cache/google-chrome/Default"_s},
+        {u"/opt/homebrew/bin/node"_s, u"/home/linuxbrew/.linuxbrew/bin/node"_s},
+        {u"~/Downloads"_s, u"/home/ann/Downloads"_s}, // the desktop tells of no other
         {u"~/.Trash"_s, u"/home/ann/.local/share/Trash/files"_s}};
     for (const auto& [from, to] : rows)
         EXPECT_EQ(locations.path(from), to);
+}
+
+TEST(Locations, AUserFolderIsWhereTheDesktopSaysAndNeverTheHomeOrAboveIt)
+{
+    const QString none = u"~/Downloads"_s;
+    const std::pair<QByteArray, QString> rows[] = {
+        {"\"$HOME/T\xC3\xA9l\xC3\xA9"
+         "chargements\"",
+         u"/home/ann/T\u00E9l\u00E9chargements"_s},
+        {R"(  "$HOME/a \"b\" \$c\\d/"  # told)", uR"(/home/ann/a "b" $c\d)"_s},
+        {R"("/data//./x/../down=loads/")", u"/data/down=loads"_s},
+        {"\"/\xFF\"", PathText::fromBytes("/\xFF")},
+        {R"("$HOME/")", none},
+        {R"("$HOME/x/..")", none},
+        {R"("/")", none},
+        {R"("/home")", none},
+        {R"("/real/./ann")", none},
+        // No entries.
+        {R"("$HOMEX/a")", none},
+        {R"("${HOME}/a")", none},
+        {R"("\$HOME/a")", none},
+        {R"("relative")", none},
+        {R"("/no/end\")", none},
+        {R"('/a')", none},
+        {QByteArray("\"/a\0b\"", 7), none},
+        {"\"", none},
+        {"", none}};
+    for (const auto& [value, downloads] : rows) {
+        const QByteArray content = "# XDG_DOWNLOAD_DIR=\"/no\"\n=\n\nXDG_MUSIC_DIR=\"/m\"\n"
+                                   " XDG_DOWNLOAD_DIR = " +
+                                   value + "\nXDG_VIDEOS_DIR=\"/v\"";
+        const UserFolders found = parseUserFolders(content, u"/home/ann"_s, u"/real/ann"_s);
+        EXPECT_EQ(found.downloads, downloads == none ? QString() : downloads) << value.data();
+        EXPECT_EQ(found.music + found.videos, u"/m/v") << value.data();
+    }
+
+    const TestFolder folder;
+    const QByteArray file = folder / "user-dirs.dirs";
+    const Variable home("HOME", folder.path());
+    const Variable configuration("XDG_CONFIG_HOME", folder.path());
+    const auto downloads = [] { return Locations::onLinux().path(u"~/Downloads/a"); };
+    const QString asWritten = text(folder / "Downloads/a");
+    const QByteArray line = "XDG_DOWNLOAD_DIR=\"$HOME/Stuff\"\n";
+    EXPECT_EQ(downloads(), asWritten);
+    writeFile(file, line);
+    EXPECT_EQ(downloads(), text(folder / "Stuff/a"));
+    ASSERT_EQ(::truncate(file, 1 << 20), 0);
+    EXPECT_EQ(downloads(), asWritten);
+    ASSERT_EQ(::unlink(file), 0);
+    ASSERT_EQ(::mkfifo(file, 0600), 0);
+    EXPECT_EQ(downloads(), asWritten);
+}
+
+TEST(Locations, WhatADesktopAddsLiesInItsOwnFoldersAndIsReportedOnce)
+{
+    const TestFolder folder;
+    const Variable home("HOME", folder.path());
+    const Variable cache("XDG_CACHE_HOME", "/fast/Cache");
+    const Variable configuration("XDG_CONFIG_HOME", folder.path());
+    const auto values = [](const Locations& locations, QStringView table) {
+        QStringList all;
+        for (const Locations::Addition& addition : locations.additions(table))
+            all += addition.value;
+        return all;
+    };
+    const Locations plain = Locations::onLinux();
+    EXPECT_EQ(values(plain, u"screenshots").last(), text(folder / "Pictures"));
+    EXPECT_TRUE(values(plain, u"browserCaches").contains(u"/fast/Cache/chromium"_s));
+    EXPECT_TRUE(values(plain, u"runningApplications").contains(u"/fast/cache/chromium"_s));
+    EXPECT_TRUE(values(plain, u"vsCodeCache").contains(text(folder / "VSCodium/logs")));
+    EXPECT_TRUE(values(Locations::asWritten(u"/Users/a"_s), u"browserCaches").isEmpty());
+
+    const QStringList covered = values(plain, u"cachesCoveredElsewhere");
+    for (const QStringView table : {u"browserCaches", u"mailCaches", u"nodeModules"}) {
+        for (const QString& place : values(plain, table)) {
+            for (const QString& above :
+                 {u"/fast/Cache"_s, text(folder / ".var/app"), text(folder / "snap")}) {
+                if (liesIn(place, above)) {
+                    EXPECT_TRUE(covered.contains(
+                        place.section(u'/', above.count(u'/') + 1, above.count(u'/') + 1)))
+                        << qPrintable(place);
+                }
+            }
+        }
+    }
+
+    writeFile(folder / "user-dirs.dirs", "XDG_PICTURES_DIR=\"/p\"\nXDG_SCREENSHOTS_DIR=\"/s\"\n");
+    const QStringList named = values(Locations::onLinux(), u"screenshots");
+    EXPECT_EQ(named.first() + named.last(), u"/s/p");
 }
 
 TEST(Locations, NoAliasIsListedTwiceOrLeadsToAnother)

@@ -10,6 +10,7 @@
 #include <QSemaphore>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace brivane;
@@ -151,6 +152,29 @@ TEST_F(UserDefaultsTest, AFileLargerThanMemoryIsPutAsideUnread)
     // These say that they are empty.
     EXPECT_EQ(readWholeFile(u"/proc/self/maps"_s, 100).error().code, EFBIG);
     EXPECT_GT(readWholeFile(u"/proc/self/maps"_s)->size(), 100);
+}
+
+TEST_F(UserDefaultsTest, AnotherProgramsPreferencesAreReadAfreshAndOnlyBesideTheOwn)
+{
+    m_file = text(m_folder / "preferences/defaults.plist");
+    makeFolders(m_folder, {"preferences"});
+    const UserDefaults defaults(m_file, m_disk);
+    const QByteArray file = m_folder / "preferences/com.other.plist";
+    EXPECT_TRUE(defaults.persistentDomain(u"com.other"_s).isEmpty());
+    for (const auto encoding : {PropertyList::Encoding::Xml, PropertyList::Encoding::Binary}) {
+        const QVariantMap values{{u"location"_s, u"~/Shots %1"_s.arg(int(encoding))}};
+        const auto bytes = PropertyList::write(values, encoding);
+        writeFile(file, *bytes);
+        writeFile(m_folder / "outside.plist", *bytes);
+        EXPECT_EQ(defaults.persistentDomain(u"com.other"_s), values);
+        EXPECT_TRUE(defaults.persistentDomain(u"../outside"_s).isEmpty());
+        EXPECT_TRUE(defaults.persistentDomain(u"com.other.plist"_s + QChar(u'\0')).isEmpty());
+    }
+    writeFile(file, "no property list");
+    EXPECT_TRUE(defaults.persistentDomain(u"com.other"_s).isEmpty());
+    ASSERT_EQ(::unlink(file), 0);
+    ASSERT_EQ(::mkfifo(file, 0600), 0);
+    EXPECT_TRUE(defaults.persistentDomain(u"com.other"_s).isEmpty());
 }
 
 TEST_F(UserDefaultsTest, AFailedWriteHoldsIsLoggedOnceAndTriedAgainAtTheEnd)

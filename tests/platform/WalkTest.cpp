@@ -154,6 +154,19 @@ TEST_F(WalkTest, AgreesWithFtsOnRandomTreesWithAnyReadAhead)
     }
 }
 
+TEST_F(WalkTest, WhatNeedsNoAttributesIsThereAllTheSame)
+{
+    buildRandomTree(m_folder.path(), 5, 5000);
+    const auto isNeeded = [](std::string_view name) { return name.ends_with('7'); };
+    std::vector<Seen> expected = byFts(m_folder.path());
+    for (Seen& seen : expected) {
+        const bool isFolder = seen.kind == FTS_D || seen.kind == FTS_DP;
+        if (!isFolder && !isNeeded(seen.path.toStdString()))
+            seen.inode = seen.size = 0;
+    }
+    EXPECT_EQ(byWalk(m_folder.path(), {.needsAttributes = isNeeded, .workers = 3}), expected);
+}
+
 TEST_F(WalkTest, AgreesWithFtsOnTheNastyTreeAlsoWhenFoldersAreUnreadable)
 {
     const TestFolder folder; // on a disk

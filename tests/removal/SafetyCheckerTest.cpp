@@ -190,12 +190,44 @@ TEST(SafetyChecker, AMachineInAFolderIsAsProtectedAsARealOne)
 
 TEST(SafetyChecker, UserDataIsProtectedWhereADesktopKeepsIt)
 {
-    const Variable home("HOME", "/home/ann");
-    const Variable config("XDG_CONFIG_HOME", "/home/ann/settings");
-    expectRatings(Locations::onLinux(),
-                  {
-                      {u"/home/ann/settings/app/file"_s, Case::warning, false},
-                      {u"/home/ann/settingsx"_s, Case::safe, true},
-                      {u"/media/ann"_s, Case::blocked, false},
-                  });
+    const auto machine = SandboxMachine::temporary();
+    const QString home = machine.path(u"~");
+    const Variable homeVariable("HOME", PathText::toBytes(home));
+    const Variable config("XDG_CONFIG_HOME", PathText::toBytes(home) + "/settings");
+    // A user may put a folder anywhere: that makes nothing of it harmless.
+    machine.file(u"~/settings/user-dirs.dirs", "XDG_DOWNLOAD_DIR=\"$HOME/settings/loads\"\n"
+                                               "XDG_DESKTOP_DIR=\"$HOME/.ssh\"\n"
+                                               "XDG_PICTURES_DIR=\"$HOME/Bilder\"\n");
+    const Locations desktop = Locations::onLinux();
+    const std::initializer_list<Row> rows = {
+        {u"~/settings/app/file"_s, Case::warning, false},
+        {u"~/settingsx"_s, Case::safe, true},
+        {u"~/settings/loads/x.deb"_s, Case::warning, false},
+        {u"~/.ssh/id"_s, Case::blocked, false},
+        {u"~/Bilder/Photos Library.photoslibrary/a"_s, Case::warning, false},
+        {u"~/.local/share/keyrings/login.keyring"_s, Case::blocked, false},
+        {u"~/.docker/config.json"_s, Case::warning, false},
+        {u"/media/"_s + PathText::lastComponent(home), Case::blocked, false},
+        // The innermost place says what it is.
+        {u"~/settings/Code/CachedData"_s, Case::caution, true},
+        {u"~/settings/Code/User/workspaceStorage"_s, Case::caution, true},
+        {u"~/settings/Code/x.keychain"_s, Case::blocked, false},
+        {u"~/settings/Codex"_s, Case::warning, false},
+        {u"~/.docker/desktop"_s, Case::warning, true},
+        {u"~/.cache/google-chrome"_s, Case::safe, true},
+        {u"~/.npm/_cacache"_s, Case::safe, true},
+        {u"~/.local/share/Trash/files/x"_s, Case::safe, true},
+        {u"~/.local/share/pnpm/store"_s, Case::safe, true},
+        {u"~/.local/state/x/log"_s, Case::safe, true},
+        {u"~/.var/app/org.mozilla.firefox/cache"_s, Case::safe, true},
+    };
+    expectRatings(desktop, rows);
+
+    // What is added for the cleaner is for it to take.
+    const SafetyChecker checker(desktop);
+    for (const QStringView table : {u"applicationCaches", u"applicationLogs", u"browserCaches",
+                                    u"mailCaches", u"nodeModules", u"systemLogs", u"vsCodeCache"}) {
+        for (const Locations::Addition& addition : desktop.additions(table))
+            EXPECT_TRUE(checker.isCleanerSafe(addition.value)) << qPrintable(addition.value);
+    }
 }

@@ -145,6 +145,11 @@ void DirectoryReader::append(Directory* directory, int descriptor, const char* n
         record->attributes.mode = S_IFDIR;
         return enterLater(directory, *record);
     }
+    if (isPlainOther(type, record->name())) {
+        record->attributes.mode = DTTOIF(type);
+        record->kind = kindOf(record->attributes.mode);
+        return;
+    }
     readAttributes(descriptor, name, *record);
     if (record->kind != WalkKind::Directory)
         return;
@@ -160,6 +165,13 @@ bool DirectoryReader::isPlainDirectory(std::uint8_t type, std::string_view name)
 {
     return type == DT_DIR && !m_queue.options.directoryAttributes &&
            !std::ranges::binary_search(m_queue.mountNames, name);
+}
+
+/// Is no directory and needs no attributes.
+bool DirectoryReader::isPlainOther(std::uint8_t type, std::string_view name) const
+{
+    return type != DT_DIR && type != DT_UNKNOWN && m_queue.options.needsAttributes &&
+           !m_queue.options.needsAttributes(name);
 }
 
 void DirectoryReader::enterLater(Directory* directory, Record& record)

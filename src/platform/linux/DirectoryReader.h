@@ -18,6 +18,7 @@ private:
     [[nodiscard]] bool isElsewhere(const Directory* directory, int descriptor) const;
     void append(Directory* directory, int descriptor, const char* name, std::uint8_t type);
     [[nodiscard]] bool isPlainDirectory(std::uint8_t type, std::string_view name) const;
+    [[nodiscard]] bool isPlainOther(std::uint8_t type, std::string_view name) const;
     void enterLater(Directory* directory, Record& record);
     [[nodiscard]] bool isUntouchable(const Directory* directory, std::string_view name) const;
     Batch takeBatch();

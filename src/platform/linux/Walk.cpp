@@ -74,7 +74,7 @@ class Walk::Consumer {
 public:
     Consumer(QByteArray path, WalkOptions options)
         : m_path(std::move(path))
-        , m_queue(std::make_shared<WalkQueue>(options))
+        , m_queue(std::make_shared<WalkQueue>(std::move(options)))
         , m_reader(*m_queue)
     {
         const std::string_view start(m_path.constData(), static_cast<std::size_t>(m_path.size()));
@@ -243,7 +243,7 @@ private:
 };
 
 Walk::Walk(QByteArray path, WalkOptions options)
-    : m_consumer(std::make_unique<Consumer>(std::move(path), options))
+    : m_consumer(std::make_unique<Consumer>(std::move(path), std::move(options)))
 {
 }
 

@@ -43,7 +43,7 @@ const Record* recordAt(const Batch& batch, std::size_t offset)
 } // namespace
 
 WalkQueue::WalkQueue(WalkOptions givenOptions)
-    : options(givenOptions)
+    : options(std::move(givenOptions))
     , m_limitOfAllWalks(limitOfAllWalks())
 {
 }

@@ -1,12 +1,9 @@
 #include "demo/DemoContent.h"
 
+#include "demo/DemoFiles.h"
+#include "demo/DemoJunk.h"
 #include "demo/DemoPictures.h"
 #include "sandbox/SandboxMachine.h"
-
-#include <cmath>
-#include <iterator>
-#include <random>
-#include <unordered_set>
 
 using namespace Qt::StringLiterals;
 
@@ -14,24 +11,7 @@ namespace brivane {
 
 namespace {
 
-constexpr double kB = 1e3;
-constexpr double MB = 1e6;
-constexpr double GB = 1e9;
-
-/// A heap of files that differ in size and age. In `folder` and `name`, "%" is the number of the
-/// file; where `spread` is not 0 the folder's "%" is the number of one of so many folders.
-struct Heap {
-    QStringView folder;
-    QStringView name;
-    int count;
-    int spread;
-    double smallest; ///< bytes
-    double largest;
-    int youngest; ///< days
-    int oldest;
-};
-
-constexpr Heap heaps[] = {
+constexpr DemoHeap heaps[] = {
     {u"/Library/Application Support/Shared Fonts", u"Typeface %.ttc", 60, 0, 2 * MB, 40 * MB, 200,
      900},
     {u"/Library/Caches/com.example.updates", u"package-%.cache", 24, 0, 8 * MB, 400 * MB, 3, 200},
@@ -71,7 +51,7 @@ constexpr Heap heaps[] = {
      40},
     {u"~/Library/Containers/com.example.quillhaven/Data/Library/Caches", u"draft-%.db", 60, 0,
      1 * MB, 80 * MB, 1, 200},
-    {u"~/Library/Developer/CoreSimulator/Devices/device-%/data", u"image-%.bin", 36, 6, 200 * MB,
+    {u"~/Library/Developer/CoreSimulator/Devices/device-%/data", u"image-%.bin", 24, 6, 200 * MB,
      900 * MB, 20, 500},
     {u"~/Library/Developer/Xcode/DerivedData/Project %/Build", u"product-%.o", 320, 8, 200 * kB,
      160 * MB, 1, 200},
@@ -105,92 +85,51 @@ constexpr Application applications[] = {
     {u"Starfarer Trail", u"com.example.starfarer", 7.8 * GB},
     {u"Tonebench", u"com.example.tonebench", 4.2 * GB},
     {u"Driftlook", u"com.example.driftlook", 0.9 * GB},
+    {u"Chrome", u"com.google.Chrome", 1.1 * GB},
 };
-
-QByteArray propertyList(const QString& entries)
-{
-    return u"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>%1</dict></plist>\n"_s
-        .arg(entries)
-        .toUtf8();
-}
-
-QString textEntry(QStringView key, QStringView value)
-{
-    return u"<key>%1</key><string>%2</string>"_s.arg(key, value);
-}
 
 class Demo {
 public:
     Demo(const SandboxMachine& machine, const QDateTime& now)
         : m_machine(machine)
         , m_now(now)
+        , m_files(machine, now)
     {
     }
 
     void fill()
     {
-        for (const Heap& heap : heaps)
-            pile(heap);
+        for (const DemoHeap& heap : heaps)
+            m_files.pile(heap);
         for (const Application& application : applications)
             install(application);
         leftovers();
         personal();
         oddities();
         commands();
+        addDemoJunk(m_files, m_machine);
     }
 
 private:
-    /// Evenly spread from 0 up to, not including, 1.
-    double chance() { return static_cast<double>(m_random() >> 11) * 0x1p-53; }
-
-    void sparse(const QString& path, double bytes, int youngest, int oldest)
-    {
-        auto size = static_cast<qint64>(bytes);
-        while (!m_sizes.insert(size).second)
-            size += 512;
-        m_machine.file(path, SandboxMachine::Size{size});
-        age(path, youngest, oldest);
-    }
-
-    void age(const QString& path, int youngest, int oldest)
-    {
-        const double days = youngest + (oldest - youngest) * chance();
-        const QDateTime modified = m_now.addSecs(-static_cast<qint64>(days * 86400) - 60);
-        const QDateTime accessed =
-            m_now.addSecs(-static_cast<qint64>(days * chance() * 86400) - 30);
-        m_machine.setTimes(path, modified, accessed);
-    }
-
-    /// Sizes are spread evenly in their logarithm, as on real disks: few are large.
-    void pile(const Heap& heap)
-    {
-        for (int i = 0; i < heap.count; ++i) {
-            const int folder = heap.spread > 0 ? i % heap.spread : i;
-            const QString path = heap.folder.toString().replace(u'%', QString::number(folder + 1)) +
-                                 u'/' + heap.name.toString().replace(u'%', QString::number(i + 1));
-            sparse(path, heap.smallest * std::pow(heap.largest / heap.smallest, chance()),
-                   heap.youngest, heap.oldest);
-        }
-    }
-
     void install(const Application& application)
     {
         const QString contents = u"/Applications/%1.app/Contents"_s.arg(application.name);
         m_machine.file(contents + u"/Info.plist"_s,
-                       propertyList(textEntry(u"CFBundleIdentifier", application.identifier) +
-                                    textEntry(u"CFBundleName", application.name) +
-                                    textEntry(u"CFBundleShortVersionString", u"3.2")));
-        sparse(u"%1/MacOS/%2"_s.arg(contents, application.name), application.size * 0.2, 40, 500);
+                       demoPropertyList(demoEntry(u"CFBundleIdentifier", application.identifier) +
+                                        demoEntry(u"CFBundleName", application.name) +
+                                        demoEntry(u"CFBundleShortVersionString", u"3.2")));
+        m_files.sparse(u"%1/MacOS/%2"_s.arg(contents, application.name), application.size * 0.2, 40,
+                       500);
         for (int i = 1; i <= 8; ++i)
-            sparse(contents + u"/Resources/assets-%1.car"_s.arg(i), application.size * 0.1, 40,
-                   500);
+            m_files.sparse(contents + u"/Resources/assets-%1.car"_s.arg(i), application.size * 0.1,
+                           40, 500);
         m_machine.file(u"~/Library/Preferences/%1.plist"_s.arg(application.identifier),
-                       propertyList(textEntry(u"theme", u"dark")));
-        sparse(u"~/Library/Saved Application State/%1.savedState/window.data"_s.arg(
-                   application.identifier),
-               900 * kB * chance() + 1000, 1, 90);
-        sparse(u"~/Library/Application Support/%1/state.db"_s.arg(application.name),
-               300 * MB * chance() + 1000, 1, 90);
+                       demoPropertyList(demoEntry(u"theme", u"dark")));
+        m_files.sparse(u"~/Library/Saved Application State/%1.savedState/window.data"_s.arg(
+                           application.identifier),
+                       900 * kB * m_files.chance() + 1000, 1, 90);
+        m_files.sparse(u"~/Library/Application Support/%1/state.db"_s.arg(application.name),
+                       300 * MB * m_files.chance() + 1000, 1, 90);
     }
 
     /// What programs left behind that are no longer there, and what starts with the machine.
@@ -199,16 +138,18 @@ private:
         for (const QStringView identifier : {u"com.example.lanternfish", u"com.example.oldpress"}) {
             const QString name = identifier.sliced(12).toString();
             m_machine.file(u"~/Library/Preferences/%1.plist"_s.arg(identifier),
-                           propertyList(textEntry(u"lastVersion", u"1.0")));
-            sparse(u"~/Library/Caches/%1/store.cache"_s.arg(identifier), 420 * MB, 300, 500);
-            sparse(u"~/Library/Application Support/%1/library.db"_s.arg(name), 900 * MB, 300, 500);
+                           demoPropertyList(demoEntry(u"lastVersion", u"1.0")));
+            m_files.sparse(u"~/Library/Caches/%1/store.cache"_s.arg(identifier), 420 * MB, 300,
+                           500);
+            m_files.sparse(u"~/Library/Application Support/%1/library.db"_s.arg(name), 900 * MB,
+                           300, 500);
         }
         for (const QStringView agent :
              {u"com.example.pigeonbox.fetch", u"com.example.starfarer.updater"}) {
             m_machine.file(u"~/Library/LaunchAgents/%1.plist"_s.arg(agent),
-                           propertyList(textEntry(u"Label", agent) +
-                                        textEntry(u"Program", u"/Applications/helper") +
-                                        u"<key>RunAtLoad</key><true/>"_s));
+                           demoPropertyList(demoEntry(u"Label", agent) +
+                                            demoEntry(u"Program", u"/Applications/helper") +
+                                            u"<key>RunAtLoad</key><true/>"_s));
         }
     }
 
@@ -220,21 +161,21 @@ private:
                 const QString path =
                     u"~/Pictures/Walks/Walk %1-%2.jpg"_s.arg(scene).arg(variant + 1);
                 m_machine.file(path, demoPicture(scene, variant));
-                age(path, 100, 800);
+                m_files.age(path, 100, 800);
             }
         }
         for (int group = 1; group <= 4; ++group) {
             QByteArray content(qsizetype(1'400'000) + 100'000 * group, '\0');
             for (qsizetype i = 0; i < content.size(); i += 512)
-                content[i] = static_cast<char>(m_random());
+                content[i] = static_cast<char>(m_files.random());
             for (const QString& place : {u"~/Documents/Reports/Report %1.pdf"_s.arg(group),
                                          u"~/Downloads/Report %1 (1).pdf"_s.arg(group),
                                          u"~/Desktop/To sort/Report %1 copy.pdf"_s.arg(group)}) {
                 m_machine.file(place, content);
-                age(place, 20, 600);
+                m_files.age(place, 20, 600);
             }
         }
-        sparse(u"~/Virtual Machines/Test Bench.img"_s, 26 * GB, 30, 90);
+        m_files.sparse(u"~/Virtual Machines/Test Bench.img"_s, 26 * GB, 30, 90);
     }
 
     /// Deep nesting, names that need care, and a folder that lets nobody in.
@@ -243,12 +184,12 @@ private:
         QString deep = u"~/Documents/Archive"_s;
         for (int level = 1; level <= 30; ++level)
             deep += u"/Year %1"_s.arg(level);
-        sparse(deep + u"/Ledger.pdf"_s, 3 * MB, 900, 1500);
-        sparse(u"~/Documents/Ärger & Maß – 測試.txt"_s, 12 * kB, 10, 20);
+        m_files.sparse(deep + u"/Ledger.pdf"_s, 3 * MB, 900, 1500);
+        m_files.sparse(u"~/Documents/Ärger & Maß – 測試.txt"_s, 12 * kB, 10, 20);
         m_machine.link(u"~/Desktop/Films", "../Movies/Films");
         m_machine.link(u"~/Desktop/Gone", "../Nowhere");
         const QString sealed = u"~/Library/Application Support/Sealed Vault"_s;
-        sparse(sealed + u"/vault.db"_s, 200 * MB, 10, 20);
+        m_files.sparse(sealed + u"/vault.db"_s, 200 * MB, 10, 20);
         m_machine.setMode(sealed, 0);
     }
 
@@ -278,8 +219,7 @@ private:
 
     const SandboxMachine& m_machine;
     QDateTime m_now;
-    std::mt19937_64 m_random{20240229};
-    std::unordered_set<qint64> m_sizes;
+    DemoFiles m_files;
 };
 
 } // namespace

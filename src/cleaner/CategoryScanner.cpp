@@ -76,10 +76,10 @@ std::vector<CleanerCategory::CategoryType> CategoryScanner::detectDeveloperCateg
     return types;
 }
 
-std::vector<ListedEntry> CategoryScanner::listed(const QString& path) const
+std::vector<InspectedEntry> CategoryScanner::listed(const QString& path) const
 {
-    auto entries = listFolder(path, m_stop);
-    return entries ? std::move(*entries) : std::vector<ListedEntry>();
+    auto entries = inspectFolder(path, m_stop);
+    return entries ? std::move(*entries) : std::vector<InspectedEntry>();
 }
 
 CategoryScanner::Items CategoryScanner::scanFolder(const FolderRule& rule) const
@@ -87,16 +87,13 @@ CategoryScanner::Items CategoryScanner::scanFolder(const FolderRule& rule) const
     const QSet<QString> excludeNames = rule.hasExclusions ? coveredElsewhere() : QSet<QString>();
     Items items =
         scanDirectoryContents(m_host.locations.path(rule.path), rule.minSize, excludeNames);
-    const std::vector<NamedPath> places = additions(factsOf(rule.type).rawValue);
     std::vector<Found> more;
     if (rule.type == Type::applicationLogs)
-        more = findLogs(places);
-    else {
-        for (const NamedPath& place : places) {
-            const auto identity = FileIdentity::of(place.path);
-            if (identity && identity->isDirectory() && !excludeNames.contains(place.name))
-                more.push_back({place.name, place.path, *identity, u"folder.fill"_s});
-        }
+        more = findLogs(additions(u"foldersWithLogs"));
+    for (const NamedPath& place : additions(factsOf(rule.type).rawValue)) {
+        const auto identity = FileIdentity::of(place.path);
+        if (identity && identity->isDirectory() && !excludeNames.contains(place.name))
+            more.push_back({place.name, place.path, *identity, u"folder.fill"_s});
     }
     std::ranges::move(measured(std::move(more), rule.minSize, Bound::Reached),
                       std::back_inserter(items));
@@ -108,7 +105,7 @@ CategoryScanner::scanDirectoryContents(const QString& path, quint64 minSize,
                                        const QSet<QString>& excludeNames) const
 {
     std::vector<Found> found;
-    for (ListedEntry& entry : listed(path)) {
+    for (InspectedEntry& entry : listed(path)) {
         if ((entry.name.startsWith(u'.') && entry.name != u".Trash") ||
             excludeNames.contains(entry.name))
             continue;
@@ -195,7 +192,7 @@ std::vector<CategoryScanner::NamedPath> CategoryScanner::additions(QStringView t
             continue;
         }
         const QString rest = addition.value.sliced(star + 2);
-        for (const ListedEntry& entry : listed(addition.value.first(star))) {
+        for (const InspectedEntry& entry : listed(addition.value.first(star))) {
             if (entry.identity.isDirectory())
                 places.push_back({QString(addition.name).replace(u'*', entry.name),
                                   addition.value.first(star + 1) + entry.name + rest});

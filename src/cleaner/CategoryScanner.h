@@ -78,7 +78,7 @@ private:
     [[nodiscard]] QStringList walkStarts(const QStringList& folders) const;
     [[nodiscard]] QSet<QString> endings(std::span<const QStringView> table,
                                         QStringView additions) const;
-    [[nodiscard]] std::vector<ListedEntry> listed(const QString& path) const;
+    [[nodiscard]] std::vector<InspectedEntry> listed(const QString& path) const;
 
     // Where junk lies. What the desktop has beyond the tables comes after them.
     [[nodiscard]] std::vector<NamedPath> additions(QStringView table) const;

@@ -63,7 +63,7 @@ QStringList CategoryScanner::walkStarts(const QStringList& folders) const
             starts += folder;
             continue;
         }
-        for (const ListedEntry& entry : listed(folder)) {
+        for (const InspectedEntry& entry : listed(folder)) {
             if (!entry.name.startsWith(u'.'))
                 starts += folder + u'/' + entry.name;
         }
@@ -132,7 +132,7 @@ CategoryScanner::Items CategoryScanner::scanOldDownloads() const
     constexpr quint64 minSize = 1024;
     const QString folder = m_host.locations.path(u"~/Downloads");
     std::vector<Found> found;
-    for (const ListedEntry& entry : listed(folder)) {
+    for (const InspectedEntry& entry : listed(folder)) {
         if (entry.name.startsWith(u'.') || !isOld(entry.identity))
             continue;
         found.push_back(
@@ -160,7 +160,7 @@ CategoryScanner::Items CategoryScanner::scanScreenshots() const
     const QSet<QString> endings = this->endings(screenshotExtensions, u"screenshotExtensions");
     Items items;
     for (const QString& folder : std::as_const(folders)) {
-        for (const ListedEntry& entry : listed(folder)) {
+        for (const InspectedEntry& entry : listed(folder)) {
             if (beginsLikeScreenshot(entry.name) && endings.contains(extensionOf(entry.name)) &&
                 entry.identity.isRegularFile() && entry.identity.size > 0U && isOld(entry.identity))
                 items.push_back(fileItem(entry.name, folder + u'/' + entry.name, entry.identity,

@@ -15,7 +15,7 @@ namespace brivane {
 namespace {
 
 /// Whether this is the name of a log, rotated and packed ones too, or of a folder of them.
-bool isNameOfLog(const ListedEntry& entry)
+bool isNameOfLog(const InspectedEntry& entry)
 {
     const QString name = entry.name.toLower();
     if (entry.identity.isDirectory())
@@ -39,13 +39,13 @@ std::vector<CategoryScanner::Found>
 CategoryScanner::findLogs(std::span<const NamedPath> folders) const
 {
     std::vector<Found> found;
-    const auto take = [&](const QString& folder, const ListedEntry& entry, const QString& name) {
+    const auto take = [&](const QString& folder, const InspectedEntry& entry, const QString& name) {
         found.push_back({name, folder + u'/' + entry.name, entry.identity,
                          entry.identity.isDirectory() ? u"folder.fill"_s : u"doc.fill"_s});
     };
     // Programs keep other things beside their logs: those go that are logs by their names.
     for (const NamedPath& place : folders) {
-        for (const ListedEntry& entry : listed(place.path)) {
+        for (const InspectedEntry& entry : listed(place.path)) {
             if (entry.name.startsWith(u'.'))
                 continue;
             if (isNameOfLog(entry)) {
@@ -55,7 +55,7 @@ CategoryScanner::findLogs(std::span<const NamedPath> folders) const
             if (!entry.identity.isDirectory())
                 continue;
             const QString folder = place.path + u'/' + entry.name;
-            for (const ListedEntry& inner : listed(folder)) {
+            for (const InspectedEntry& inner : listed(folder)) {
                 if (!inner.name.startsWith(u'.') && isNameOfLog(inner))
                     take(folder, inner, entry.name + u'/' + inner.name);
             }
@@ -71,7 +71,7 @@ CategoryScanner::Items CategoryScanner::scanApplicationLeftovers() const
     std::vector<Found> found;
     const QStringList folders = this->folders(leftoverFolders, u"leftovers");
     for (const QString& folder : folders) {
-        for (const ListedEntry& entry : listed(folder)) {
+        for (const InspectedEntry& entry : listed(folder)) {
             if (installed.isLeftover(entry.name))
                 found.push_back(
                     {entry.name, folder + u'/' + entry.name, entry.identity, u"xmark.app.fill"_s});
@@ -97,7 +97,7 @@ void CategoryScanner::findNodeModules(const QString& folder, int depth, int maxD
 {
     if (depth >= maxDepth)
         return;
-    for (const ListedEntry& entry : listed(folder)) {
+    for (const InspectedEntry& entry : listed(folder)) {
         if (entry.name.startsWith(u'.') || !entry.identity.isDirectory())
             continue;
         const QString path = folder + u'/' + entry.name;
@@ -115,7 +115,7 @@ CategoryScanner::Items CategoryScanner::scanIOSBackups() const
     const QString folder =
         m_host.locations.path(u"~/Library/Application Support/MobileSync/Backup");
     std::vector<Found> found;
-    for (const ListedEntry& entry : listed(folder)) {
+    for (const InspectedEntry& entry : listed(folder)) {
         if (entry.identity.isDirectory())
             found.push_back({entry.name, folder + u'/' + entry.name, entry.identity, u"iphone"_s});
     }

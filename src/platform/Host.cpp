@@ -29,8 +29,10 @@ OwnedHost::OwnedHost(const Locations& locations, FileSystemProviding* fileSystem
     , m_clock(clock ? std::move(clock) : std::make_unique<SystemClock>())
     , m_workspace(workspace ? std::move(workspace) : Workspace::ofThisMachine())
     , m_pasteboard(pasteboard ? std::move(pasteboard) : Pasteboard::ofThisMachine())
-    , m_host{locations,       m_fileSystem, m_defaults,    *m_volumes, *m_clock,
-             m_notifications, *m_workspace, *m_pasteboard, m_inst}
+    , m_installedApplications(InstalledApplications::ofThisMachine(locations))
+    , m_host{locations,    m_fileSystem,  m_defaults,
+             *m_volumes,   *m_clock,      m_notifications,
+             *m_workspace, *m_pasteboard, *m_installedApplications}
 {
 }
 

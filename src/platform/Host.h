@@ -62,7 +62,7 @@ private:
     std::unique_ptr<Clock> m_clock;
     std::unique_ptr<Workspace> m_workspace;
     std::unique_ptr<Pasteboard> m_pasteboard;
-    InstalledApplications m_inst;
+    std::unique_ptr<InstalledApplications> m_installedApplications;
     NotificationCenter m_notifications;
     Host m_host;
 };

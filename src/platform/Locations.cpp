@@ -45,11 +45,11 @@ struct Locations::Arrangement {
 
     QString home;
     QString realHome;
+    bool isLinuxDesktop = false;
     QString folder;     ///< not empty: everything lies in this folder
     QString realFolder; ///< the same, without links on the way
     std::vector<ResolvedAlias> aliases;
     std::map<QString, QList<Addition>> additions;
-    bool isLinuxDesktop = false;
     QStringList temporaryCandidates; ///< in order of preference
 
     mutable QMutex temporaryMutex;

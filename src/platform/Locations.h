@@ -48,6 +48,9 @@ public:
     /// are in home().
     [[nodiscard]] QString realHome() const;
 
+    /// Whether this is a Linux desktop, where applications are no bundles.
+    [[nodiscard]] bool isLinuxDesktop() const;
+
     /// A directory of the user's own for temporary files, mode 0700, made when it is missing. A
     /// directory at that place which is a link or belongs to someone else is not used: one with a
     /// new name takes its place for the rest of the process. Empty when none can be made.
@@ -55,8 +58,6 @@ public:
 
     /// The aliases of this machine; none but on a Linux desktop.
     [[nodiscard]] const std::vector<ResolvedAlias>& aliases() const;
-
-    [[nodiscard]] bool isLinuxDesktop() const;
 
     struct Addition {
         QString name;

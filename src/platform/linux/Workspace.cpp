@@ -1,8 +1,10 @@
 #include "platform/Workspace.h"
 
+#include "platform/Locations.h"
 #include "platform/PathText.h"
 #include "platform/SystemLog.h"
 #include "platform/Worker.h"
+#include "platform/linux/RunningApplications.h"
 
 #include <array>
 
@@ -115,7 +117,13 @@ public:
         });
     }
 
+    std::vector<RunningApplication> runningApplications() override
+    {
+        return readRunningApplications(m_places);
+    }
+
 private:
+    const SoftwarePlaces m_places = SoftwarePlaces::of(Locations::onLinux());
     Worker m_worker{u"workspace"_s};
 };
 

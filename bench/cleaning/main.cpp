@@ -1,0 +1,109 @@
+// Smart Clean's scan of a home full of junk, against a bare walk of the same files on all cores.
+// Each round runs both, in turns, so that a busy machine is busy for both; the figures are medians.
+
+#include "Lateness.h"
+#include "cleaner/CleanerService.h"
+#include "cleaning/JunkHome.h"
+#include "core/Composition.h"
+#include "core/Log.h"
+#include "platform/FolderSizes.h"
+#include "platform/Host.h"
+#include "platform/Volumes.h"
+#include "sandbox/SandboxMachine.h"
+#include "sandbox/SandboxVolumes.h"
+#include "sandbox/SandboxWorkspace.h"
+
+#include <chrono>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+
+using namespace brivane;
+
+namespace {
+
+/// A figure of /proc/self/status in bytes, or 0.
+double memory(const std::string& figure)
+{
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.starts_with(figure + ':'))
+            return std::stod(line.substr(figure.size() + 1)) * 1024;
+    }
+    return 0;
+}
+
+/// Makes the peak of memory (VmHWM) what is in use now.
+void forgetPeak()
+{
+    std::ofstream("/proc/self/clear_refs") << "5";
+}
+
+template<typename Work>
+double seconds(const Work& work)
+{
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double median(std::vector<double> values)
+{
+    std::ranges::sort(values);
+    return values[values.size() / 2];
+}
+
+void scan(CleanerService& service)
+{
+    service.scanAll();
+    runUntil([&] { return service.scanComplete(); });
+}
+
+/// What was found; whether there is something in every category.
+bool report(const CleanerService& service)
+{
+    for (const auto& category : service.categories())
+        std::printf("  %-26s %6zu items, %9.1f MB\n", qPrintable(category->name()),
+                    category->items().size(), static_cast<double>(category->totalSize()) / 1e6);
+    return service.categories().size() == categoryCatalogue().size();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const LogCapture log; // it is not what is to be read here
+    const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : 7;
+    const int files = argc > 2 ? std::max(1000, std::atoi(argv[2])) : 500'000;
+    const SandboxMachine machine = SandboxMachine::temporary();
+    std::printf("%d files\n", buildJunkHome(machine, files));
+    OwnedHost host(machine.locations(), std::make_unique<SandboxVolumes>(machine), nullptr,
+                   std::make_unique<SandboxWorkspace>());
+    Composition composition(host.host());
+    auto& service = composition.get<CleanerService>();
+    const QStringList roots = junkRoots(machine);
+
+    // The first scan is the one of a program that has just been started.
+    Lateness lateness;
+    const double before = memory("VmRSS");
+    forgetPeak();
+    const double first = seconds([&] { scan(service); });
+    const double peak = memory("VmHWM") - before;
+    const bool isComplete = report(service);
+    std::printf("first scan %.3f s, peak memory %.1f MiB beyond the %.1f MiB before it\n", first,
+                peak / (1 << 20), before / (1 << 20));
+    lateness.report("  GUI thread");
+
+    std::vector<double> walks;
+    std::vector<double> scans;
+    for (int round = 0; round < rounds; ++round) {
+        walks.push_back(seconds([&] { FolderSizes::measureNow(roots); }));
+        scans.push_back(seconds([&] { scan(service); }));
+    }
+    std::printf("bare walk %.3f s, scan %.3f s: %.2f\n", median(walks), median(scans),
+                median(scans) / median(walks));
+    if (!isComplete)
+        std::fprintf(stderr, "some categories are empty\n");
+    return isComplete ? 0 : 1;
+}

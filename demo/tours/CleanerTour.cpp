@@ -85,6 +85,10 @@ void showDetail(Tour& tour, CleanerViewModel& cleaner)
     tour.point(u"cleanerItemRow"_s, 1, Qt::RightButton);
     tour.takePicture(u"cleaner-menu"_s);
     tour.press(Qt::Key_Escape);
+    const QSize size = tour.window().size();
+    tour.window().resize(tour.window().minimumSize());
+    tour.takePicture(u"cleaner-low-window"_s);
+    tour.window().resize(size);
     tour.settle();
 }
 

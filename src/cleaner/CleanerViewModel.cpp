@@ -232,7 +232,10 @@ QCoro::Task<> CleanerViewModel::detectRunningAffectedApps(QPointer<CleanerViewMo
                 paths += item.path;
         }
     }
-    const auto look = [paths] { return brivane::runningAffectedApps(paths, {}); };
+    const auto look = [paths, &workspace = self->m_host.workspace,
+                       additions = self->m_host.locations.additions(u"runningApplications")] {
+        return brivane::runningAffectedApps(paths, workspace.runningApplications(), additions);
+    };
     const QFuture<QStringList> looking = self->m_worker.run(look);
     const QStringList names = co_await looking;
     if (!self || self->m_confirmation != confirmation)

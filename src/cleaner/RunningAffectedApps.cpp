@@ -5,6 +5,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -15,7 +16,7 @@ namespace {
 constexpr QLatin1StringView ownIdentifier = "com.brivane.app"_L1;
 constexpr QLatin1StringView docker = "com.docker.docker"_L1; // runs without a window
 
-/// What to look for in paths, in small letters, and what follows each place where it is found.
+/// What to look for in paths, in small letters.
 struct Wanted {
     QString text;
     bool isWholeComponent = false;
@@ -34,24 +35,25 @@ bool holds(const QString& path, const Wanted& wanted)
     return false;
 }
 
-std::vector<Wanted> wantedOf(const QString& identifier, std::span<const AppFragment> additions)
+std::vector<Wanted> wantedOf(const QString& identifier, const QList<Locations::Addition>& additions)
 {
     std::vector<Wanted> wanted{{identifier, !identifier.contains(u'.')}};
     for (const ApplicationFragment& row : applicationFragments) {
         if (row.bundleIdentifier == identifier)
             wanted.push_back({row.fragment.toString()});
     }
-    for (const AppFragment& row : additions) {
-        if (row.bundleIdentifier.toLower() == identifier && !row.fragment.isEmpty())
-            wanted.push_back({row.fragment.toLower()});
+    for (const Locations::Addition& row : additions) {
+        if (row.name.toLower() == identifier && !row.value.isEmpty())
+            wanted.push_back({row.value.toLower()});
     }
     return wanted;
 }
 
 } // namespace
 
-QStringList runningAffectedApps(const QStringList& paths, std::span<const RunningApp> running,
-                                std::span<const AppFragment> additions)
+QStringList runningAffectedApps(const QStringList& paths,
+                                std::span<const RunningApplication> running,
+                                const QList<Locations::Addition>& additions)
 {
     if (paths.isEmpty())
         return {};
@@ -60,7 +62,7 @@ QStringList runningAffectedApps(const QStringList& paths, std::span<const Runnin
     for (const QString& path : paths)
         lowered += path.toLower();
     QSet<QString> names;
-    for (const RunningApp& app : running) {
+    for (const RunningApplication& app : running) {
         const QString identifier = app.bundleIdentifier.toLower();
         if (identifier.isEmpty() || identifier == ownIdentifier || app.localizedName.isEmpty() ||
             names.contains(app.localizedName))

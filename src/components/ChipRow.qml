@@ -25,7 +25,7 @@ ListView {
             positionViewAtIndex(chosenIndex, ListView.Contain);
     }
 
-    implicitHeight: Metrics.controlHeight
+    implicitHeight: Metrics.controlHeight - 4
     orientation: ListView.Horizontal
     spacing: Metrics.spacingTiny
     clip: true

@@ -19,6 +19,7 @@ T.ItemDelegate {
     property bool hasStrongTitle: false
     property string subtitle
     property color subtitleColor: ColorPalette.secondaryText
+    property int subtitleLines: 1 // that it may take; of more than one, it is cut at its end
     property Component mark: null // at the end of the subtitle's line
     property string kind // of the entry, before the subtitle
     property color kindColor: ColorPalette.purple
@@ -57,7 +58,7 @@ T.ItemDelegate {
         return menu !== null;
     }
 
-    implicitHeight: subtitle.length > 0 || kind.length > 0 ? 52 : 36
+    implicitHeight: subtitle.length > 0 || kind.length > 0 ? 36 + 16 * subtitleLines : 36
     leftPadding: Metrics.spacingMedium
     rightPadding: Metrics.spacingSmall
     hoverEnabled: true
@@ -188,7 +189,9 @@ T.ItemDelegate {
                     AppText {
                         Layout.fillWidth: true
                         horizontalAlignment: Text.AlignLeft
-                        elide: Text.ElideMiddle
+                        elide: root.subtitleLines > 1 ? Text.ElideRight : Text.ElideMiddle
+                        wrapMode: root.subtitleLines > 1 ? Text.Wrap : Text.NoWrap
+                        maximumLineCount: root.subtitleLines
                         text: root.subtitle
                         textStyle: AppText.Style.Callout
                         color: root.subtitleColor

@@ -11,7 +11,7 @@ ColumnLayout {
     spacing: Metrics.spacingTiny
 
     AppText {
-        Layout.topMargin: Metrics.spacingTiny
+        Layout.topMargin: Metrics.spacingSmall
         text: qsTr("BREAKDOWN")
         textStyle: AppText.Style.Overline
     }

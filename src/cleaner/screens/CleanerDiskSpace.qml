@@ -47,6 +47,7 @@ ColumnLayout {
 
     RowLayout {
         Layout.fillWidth: true
+        Layout.topMargin: Metrics.spacingSmall
 
         AppText {
             Layout.fillWidth: true

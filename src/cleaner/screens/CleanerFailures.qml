@@ -37,7 +37,7 @@ ColumnLayout {
             objectName: "failures"
             anchors.left: parent.left
             anchors.right: parent.right
-            implicitHeight: Math.min(3.5 * 54, count * 54)
+            implicitHeight: Math.min(2.6 * 70, count * 70)
             name: qsTr("What stayed")
             spacing: 2
             model: root.result?.failures ?? null
@@ -55,6 +55,7 @@ ColumnLayout {
                 menu: rowMenu
                 title: shownPath
                 subtitle: reason
+                subtitleLines: 2
                 subtitleColor: ColorPalette.lightened(ColorPalette.red, 0.2)
 
                 trailing: RowButton {

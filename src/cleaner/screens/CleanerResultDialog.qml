@@ -11,7 +11,7 @@ ConfirmOverlay {
     readonly property CleanResultViewModel result: viewModel.result
 
     objectName: "cleanerResult"
-    implicitWidth: 520
+    implicitWidth: 540
     asked: viewModel.showResult
     icon: "checkmark.circle.fill"
     tint: ColorPalette.success

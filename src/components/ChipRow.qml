@@ -20,9 +20,12 @@ ListView {
             activated(index);
     }
 
+    // With those beside it, so that it is seen where there are more.
     function showChosen(): void {
-        if (chosenIndex >= 0 && chosenIndex < count)
-            positionViewAtIndex(chosenIndex, ListView.Contain);
+        if (chosenIndex < 0 || chosenIndex >= count)
+            return;
+        positionViewAtIndex(Math.min(count - 1, chosenIndex + 1), ListView.Contain);
+        positionViewAtIndex(Math.max(0, chosenIndex - 1), ListView.Contain);
     }
 
     implicitHeight: Metrics.controlHeight - 4

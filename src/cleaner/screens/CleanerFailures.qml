@@ -12,6 +12,7 @@ ColumnLayout {
 
     property bool isOpen: false
 
+    onResultChanged: isOpen = false
     spacing: Metrics.spacingSmall
 
     HoverPillButton {

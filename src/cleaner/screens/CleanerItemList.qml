@@ -47,6 +47,15 @@ KeyboardList {
         event.accepted = true;
     }
 
+    // Another category begins at its top.
+    Connections {
+        target: root.detail
+
+        function onCategoryChanged(): void {
+            root.currentIndex = root.activeFocus && root.count > 0 ? 0 : -1;
+            root.positionViewAtBeginning();
+        }
+    }
     CleanerItemMenu {
         id: rowMenu
 

@@ -21,6 +21,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <vector>
 
 namespace brivane {
@@ -38,6 +39,20 @@ std::vector<const Tour::Chapter*>& chapters()
 {
     static std::vector<const Tour::Chapter*> all;
     return all;
+}
+
+/// The modules in the order in which they are shown.
+std::vector<AppMode::Mode> modesInOrder()
+{
+    std::vector<AppMode::Mode> modes;
+    for (const AppMode::NavSection section : AppMode::allSections())
+        std::ranges::copy(AppMode::modes(section), std::back_inserter(modes));
+    std::ranges::stable_partition(modes, [](AppMode::Mode mode) {
+        return std::ranges::any_of(chapters(), [mode](const Tour::Chapter* chapter) {
+            return chapter->mode == mode && chapter->place == Tour::Chapter::Place::First;
+        });
+    });
+    return modes;
 }
 
 /// The middles of the visible items with this name, from the top down.
@@ -59,8 +74,10 @@ std::vector<QPoint> placesOf(const QQuickItem& root, const QString& name)
 
 } // namespace
 
-Tour::Chapter::Chapter(std::optional<AppMode::Mode> subject, QCoro::Task<> (*showing)(Tour&))
+Tour::Chapter::Chapter(std::optional<AppMode::Mode> subject, QCoro::Task<> (*showing)(Tour&),
+                       Place where)
     : mode(subject)
+    , place(where)
     , show(showing)
 {
     chapters().push_back(this);
@@ -91,21 +108,20 @@ QCoro::Task<bool> Tour::run()
         m_app.setOnboarded(true);
     }
     const auto names = QMetaEnum::fromType<AppMode::Mode>();
-    for (const AppMode::NavSection section : AppMode::allSections()) {
-        for (const AppMode::Mode mode : AppMode::modes(section)) {
-            shell().setAppMode(mode);
-            m_heading = AppMode::title(mode);
-            bool isShown = false;
-            for (const Chapter* chapter : chapters()) {
-                if (chapter->mode != mode)
-                    continue;
-                QCoro::Task<> showing = chapter->show(*this);
-                co_await showing;
-                isShown = true;
-            }
-            if (!isShown)
-                takePicture(u"module-"_s + QString::fromLatin1(names.valueToKey(mode)));
+    const std::vector<AppMode::Mode> modes = modesInOrder();
+    for (const AppMode::Mode mode : modes) {
+        shell().setAppMode(mode);
+        m_heading = AppMode::title(mode);
+        bool isShown = false;
+        for (const Chapter* chapter : chapters()) {
+            if (chapter->mode != mode)
+                continue;
+            QCoro::Task<> showing = chapter->show(*this);
+            co_await showing;
+            isShown = true;
         }
+        if (!isShown)
+            takePicture(u"module-"_s + QString::fromLatin1(names.valueToKey(mode)));
     }
     shell().setAppMode(AppMode::dashboard);
     m_heading = u"The window"_s;

@@ -21,17 +21,22 @@ class HoldableClock;
 class ShellViewModel;
 
 /// Goes through the real program on the demo machine, from the first start on, module by module in
-/// the order of the sidebar, and keeps a picture of each state that a screen can be in. What there
+/// the order of the sidebar where it can, and keeps a picture of each state that a screen can be in. What there
 /// is to see in a module, its chapter shows; of a module without one there is one picture. GUI
 /// thread.
 class Tour {
 public:
     /// Makes itself known to the tour: a constant of the file that shows a module.
     struct Chapter {
-        /// Of a module, or of what frames them all, which comes last.
-        Chapter(std::optional<AppMode::Mode> subject, QCoro::Task<> (*showing)(Tour&));
+        enum class Place { InSidebar, First };
+
+        /// Of a module, or of what frames them all, which comes last. First comes what needs a
+        /// machine on which the other modules have done nothing yet.
+        Chapter(std::optional<AppMode::Mode> subject, QCoro::Task<> (*showing)(Tour&),
+                Place where = Place::InSidebar);
 
         std::optional<AppMode::Mode> mode;
+        Place place;
         QCoro::Task<> (*show)(Tour&); ///< called with the module on screen
     };
 

@@ -144,7 +144,7 @@ QCoro::Task<> showQuarantine(Tour& tour)
     tour.takePicture(u"quarantine-empty"_s);
 }
 
-const Tour::Chapter chapter(AppMode::quarantine, &showQuarantine);
+const Tour::Chapter chapter(AppMode::quarantine, &showQuarantine, Tour::Chapter::Place::First);
 
 } // namespace
 

@@ -41,11 +41,13 @@ void CleanerCategoryListModel::setCategories(const std::vector<Category>& catego
     const bool isOtherScan = std::ranges::none_of(m_categories, [&](const Category& category) {
         return std::ranges::find(categories, category) != categories.end();
     });
-    if (!isOtherScan || categories.empty()) {
+    if (!isOtherScan) {
         removeAllBut(categories);
         insertMissing(categories);
         return;
     }
+    if (m_categories.empty() && categories.empty())
+        return;
     beginResetModel();
     for (const Category& category : m_categories)
         category->disconnect(this);

@@ -119,14 +119,14 @@ TEST_F(AccessibleJourney, KeyboardSurvivesPopupsThatGoWithTheirScreen)
     app().press(Qt::Key_Menu);
     EXPECT_TRUE(app().shows(u"menuStage"_s));
     app().press(Qt::Key_2, Qt::ControlModifier);
-    EXPECT_TRUE(waitUntil([&] { return focus() == u"missingModule"_s; })) << qPrintable(focus());
+    EXPECT_TRUE(waitUntil([&] { return focus() == u"emptyPageButton"_s; })) << qPrintable(focus());
 
     quarantineNotes();
     ASSERT_TRUE(tabTo(u"purgeAll"_s));
     app().press(Qt::Key_Return);
     EXPECT_TRUE(waitUntil([&] { return focus() == u"confirmCancel"_s; }));
     app().press(Qt::Key_2, Qt::ControlModifier);
-    EXPECT_TRUE(waitUntil([&] { return focus() == u"missingModule"_s; })) << qPrintable(focus());
+    EXPECT_TRUE(waitUntil([&] { return focus() == u"emptyPageButton"_s; })) << qPrintable(focus());
 }
 
 TEST_F(AccessibleJourney, KeyThatIsHeldDownChoosesNothing)

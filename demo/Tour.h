@@ -21,9 +21,9 @@ class HoldableClock;
 class ShellViewModel;
 
 /// Goes through the real program on the demo machine, from the first start on, module by module in
-/// the order of the sidebar where it can, and keeps a picture of each state that a screen can be in. What there
-/// is to see in a module, its chapter shows; of a module without one there is one picture. GUI
-/// thread.
+/// the order of the sidebar where it can, and keeps a picture of each state that a screen can be
+/// in. What there is to see in a module, its chapter shows; of a module without one there is one
+/// picture. GUI thread.
 class Tour {
 public:
     /// Makes itself known to the tour: a constant of the file that shows a module.

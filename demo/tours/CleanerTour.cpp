@@ -9,8 +9,6 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 
-#include <cstdio>
-
 namespace brivane {
 
 using namespace Qt::StringLiterals;
@@ -130,7 +128,10 @@ QCoro::Task<> removeTheRest(Tour& tour, CleanerViewModel& cleaner)
 {
     CleanerService& service = tour.composition().get<CleanerService>();
     for (const auto& category : service.categories()) {
-        if (category->type() == CleanerCategory::CategoryType::applicationLeftovers) {
+        const bool holdsRejected =
+            category->type() == CleanerCategory::CategoryType::applicationLeftovers ||
+            category->type() == CleanerCategory::CategoryType::largeFiles;
+        if (holdsRejected) {
             const std::vector<CleanerItem> items = category->items();
             for (const CleanerItem& item : items)
                 category->setItemSelected(item.id, false);

@@ -15,16 +15,23 @@ ColumnLayout {
     onResultChanged: isOpen = false
     spacing: Metrics.spacingSmall
 
-    HoverPillButton {
-        objectName: "showFailures"
-        Layout.alignment: Qt.AlignHCenter
-        label: root.isOpen ? qsTr("Hide What Stayed") : qsTr("Show What Stayed")
-        icon.name: root.isOpen ? "chevron.up" : "chevron.down"
-        checked: root.isOpen
-        onClicked: {
-            root.isOpen = !root.isOpen;
-            if (root.isOpen)
-                list.forceActiveFocus(Qt.TabFocusReason);
+    Item {
+        Layout.fillWidth: true
+        implicitHeight: button.height
+
+        HoverPillButton {
+            id: button
+
+            objectName: "showFailures"
+            anchors.horizontalCenter: parent.horizontalCenter
+            label: root.isOpen ? qsTr("Hide What Stayed") : qsTr("Show What Stayed")
+            icon.name: root.isOpen ? "chevron.up" : "chevron.down"
+            checked: root.isOpen
+            onClicked: {
+                root.isOpen = !root.isOpen;
+                if (root.isOpen)
+                    list.forceActiveFocus(Qt.TabFocusReason);
+            }
         }
     }
     ModuleCard {

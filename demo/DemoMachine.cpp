@@ -1,6 +1,7 @@
 #include "demo/DemoMachine.h"
 
 #include "demo/DemoContent.h"
+#include "demo/DemoWorkspace.h"
 
 namespace brivane {
 
@@ -14,8 +15,8 @@ DemoMachine::DemoMachine(std::unique_ptr<Clock> clock)
     m_volumes = volumes.get();
     const QString drive = m_machine.directory(u"/Volumes/Archive"_s);
     volumes->mount(drive, SandboxVolumes::externalDrive(u"Archive"_s));
-    m_host =
-        std::make_unique<OwnedHost>(m_machine.locations(), std::move(volumes), std::move(clock));
+    m_host = std::make_unique<OwnedHost>(m_machine.locations(), std::move(volumes),
+                                         std::move(clock), std::make_unique<DemoWorkspace>());
 }
 
 } // namespace brivane

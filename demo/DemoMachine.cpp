@@ -1,6 +1,7 @@
 #include "demo/DemoMachine.h"
 
 #include "demo/DemoContent.h"
+#include "demo/DemoWorkspace.h"
 
 namespace brivane {
 

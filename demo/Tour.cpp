@@ -41,17 +41,20 @@ std::vector<const Tour::Chapter*>& chapters()
     return all;
 }
 
+bool comesFirst(AppMode::Mode mode)
+{
+    return std::ranges::any_of(chapters(), [mode](const Tour::Chapter* chapter) {
+        return chapter->mode == mode && chapter->place == Tour::Chapter::Place::First;
+    });
+}
+
 /// The modules in the order in which they are shown.
 std::vector<AppMode::Mode> modesInOrder()
 {
     std::vector<AppMode::Mode> modes;
     for (const AppMode::NavSection section : AppMode::allSections())
         std::ranges::copy(AppMode::modes(section), std::back_inserter(modes));
-    std::ranges::stable_partition(modes, [](AppMode::Mode mode) {
-        return std::ranges::any_of(chapters(), [mode](const Tour::Chapter* chapter) {
-            return chapter->mode == mode && chapter->place == Tour::Chapter::Place::First;
-        });
-    });
+    std::ranges::stable_partition(modes, &comesFirst);
     return modes;
 }
 
@@ -110,7 +113,8 @@ QCoro::Task<bool> Tour::run()
     const auto names = QMetaEnum::fromType<AppMode::Mode>();
     const std::vector<AppMode::Mode> modes = modesInOrder();
     for (const AppMode::Mode mode : modes) {
-        shell().setAppMode(mode);
+        if (!comesFirst(mode))
+            shell().setAppMode(mode);
         m_heading = AppMode::title(mode);
         bool isShown = false;
         for (const Chapter* chapter : chapters()) {

@@ -31,7 +31,8 @@ public:
         enum class Place { InSidebar, First };
 
         /// Of a module, or of what frames them all, which comes last. First comes what needs a
-        /// machine on which the other modules have done nothing yet.
+        /// machine on which no module has done anything yet, its own included: it goes there
+        /// itself.
         Chapter(std::optional<AppMode::Mode> subject, QCoro::Task<> (*showing)(Tour&),
                 Place where = Place::InSidebar);
 

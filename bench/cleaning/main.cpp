@@ -17,6 +17,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <fstream>
+#include <map>
 #include <string>
 
 using namespace brivane;
@@ -60,12 +61,44 @@ void scan(CleanerService& service)
     runUntil([&] { return service.scanComplete(); });
 }
 
+/// How long each category took in the last scan, in milliseconds.
+class CategoryTimes : public QObject {
+public:
+    explicit CategoryTimes(CleanerService& service)
+    {
+        connect(&service, &CleanerService::categoriesChanged, this, [this, &service] {
+            if (service.isScanning() && !service.categories().empty())
+                m_clock.start();
+            for (const auto& category : service.categories())
+                connect(category.get(), &CleanerCategory::isScanningChanged, this,
+                        &CategoryTimes::note, Qt::UniqueConnection);
+        });
+    }
+
+    [[nodiscard]] Milliseconds of(const CleanerCategory& category) const
+    {
+        const auto found = m_ends.find(&category);
+        return found == m_ends.end() ? 0 : found->second;
+    }
+
+private:
+    void note()
+    {
+        m_ends[sender()] = static_cast<double>(m_clock.nsecsElapsed()) / 1e6;
+        m_clock.start();
+    }
+
+    QElapsedTimer m_clock;
+    std::map<const QObject*, Milliseconds> m_ends;
+};
+
 /// What was found; whether there is something in every category.
-bool report(const CleanerService& service)
+bool report(const CleanerService& service, const CategoryTimes& times)
 {
     for (const auto& category : service.categories())
-        std::printf("  %-26s %6zu items, %9.1f MB\n", qPrintable(category->name()),
-                    category->items().size(), static_cast<double>(category->totalSize()) / 1e6);
+        std::printf("  %-26s %6zu items, %8.1f MB, %6.1f ms\n", qPrintable(category->name()),
+                    category->items().size(), static_cast<double>(category->totalSize()) / 1e6,
+                    times.of(*category));
     return service.categories().size() == categoryCatalogue().size();
 }
 
@@ -83,6 +116,7 @@ int main(int argc, char** argv)
                    std::make_unique<SandboxWorkspace>());
     Composition composition(host.host());
     auto& service = composition.get<CleanerService>();
+    const CategoryTimes times(service);
     const QStringList roots = junkRoots(machine);
 
     // The first scan is the one of a program that has just been started.
@@ -91,7 +125,6 @@ int main(int argc, char** argv)
     forgetPeak();
     const double first = seconds([&] { scan(service); });
     const double peak = memory("VmHWM") - before;
-    const bool isComplete = report(service);
     std::printf("first scan %.3f s, peak memory %.1f MiB beyond the %.1f MiB before it\n", first,
                 peak / (1 << 20), before / (1 << 20));
     lateness.report("  GUI thread");
@@ -110,6 +143,7 @@ int main(int argc, char** argv)
     }
     std::printf("bare walk %.3f s, scan %.3f s: %.2f\n", median(walks), median(scans),
                 median(scans) / median(walks));
+    const bool isComplete = report(service, times);
     if (!isComplete)
         std::fprintf(stderr, "some categories are empty\n");
     return isComplete ? 0 : 1;

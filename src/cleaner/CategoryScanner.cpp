@@ -87,16 +87,13 @@ CategoryScanner::Items CategoryScanner::scanFolder(const FolderRule& rule) const
     const QSet<QString> excludeNames = rule.hasExclusions ? coveredElsewhere() : QSet<QString>();
     Items items =
         scanDirectoryContents(m_host.locations.path(rule.path), rule.minSize, excludeNames);
-    const std::vector<NamedPath> places = additions(factsOf(rule.type).rawValue);
     std::vector<Found> more;
     if (rule.type == Type::applicationLogs)
-        more = findLogs(places);
-    else {
-        for (const NamedPath& place : places) {
-            const auto identity = FileIdentity::of(place.path);
-            if (identity && identity->isDirectory() && !excludeNames.contains(place.name))
-                more.push_back({place.name, place.path, *identity, u"folder.fill"_s});
-        }
+        more = findLogs(additions(u"foldersWithLogs"));
+    for (const NamedPath& place : additions(factsOf(rule.type).rawValue)) {
+        const auto identity = FileIdentity::of(place.path);
+        if (identity && identity->isDirectory() && !excludeNames.contains(place.name))
+            more.push_back({place.name, place.path, *identity, u"folder.fill"_s});
     }
     std::ranges::move(measured(std::move(more), rule.minSize, Bound::Reached),
                       std::back_inserter(items));

@@ -145,8 +145,9 @@ QCoro::Task<> CleanerService::doScan(std::stop_token stop)
                               .arg(ByteFormatter::format(found->totalSize())));
     }
     dropEmptyCategories();
-    setScanning(false);
+    // In this order, since neither would be the state before a first scan.
     publish(m_scanComplete, true, this, &CleanerService::scanCompleteChanged);
+    setScanning(false);
     Log::cleaner.info(u"Cleaner scan complete: %1 categories, %2 total"_s.arg(m_categories.size())
                           .arg(ByteFormatter::format(totalSize())));
 }
@@ -154,13 +155,13 @@ QCoro::Task<> CleanerService::doScan(std::stop_token stop)
 void CleanerService::stopScan()
 {
     m_scan.request_stop();
-    setScanning(false);
     // What was not looked at any more has found nothing.
     for (const auto& category : m_categories)
         category->setScanning(false);
     dropEmptyCategories();
     if (!m_categories.empty())
         publish(m_scanComplete, true, this, &CleanerService::scanCompleteChanged);
+    setScanning(false);
     Log::cleaner.notice(u"Cleaner scan stopped"_s);
 }
 

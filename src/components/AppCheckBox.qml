@@ -9,6 +9,7 @@ BaseButton {
     property string label
     property int checkState: Qt.Unchecked
     property color tint: ColorPalette.accent
+    property bool isRound: false
 
     text: label
     role: Accessible.CheckBox
@@ -29,6 +30,7 @@ BaseButton {
             checkState: root.checkState
             tint: root.tint
             isLit: root.liveliness > 0
+            isRound: root.isRound
         }
         AppText {
             anchors.verticalCenter: parent.verticalCenter

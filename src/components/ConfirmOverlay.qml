@@ -18,6 +18,7 @@ AppPopup {
     property string title
     property string text
     property string cancelLabel: qsTr("Cancel")
+    property color cancelColor: ColorPalette.gray // another where there is nothing to cancel
     property list<ConfirmAnswer> answers
     default property alias content: slot.data
 
@@ -153,7 +154,7 @@ AppPopup {
                 Layout.column: 0
                 large: true
                 label: root.cancelLabel
-                color: ColorPalette.gray
+                color: root.cancelColor
                 onClicked: root.close()
             }
             Repeater {

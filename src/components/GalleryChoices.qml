@@ -10,6 +10,7 @@ GallerySection {
     property bool on: true
     property int days: 5
     property int count: 9
+    property int chip: 1
 
     title: qsTr("Choices, figures, progress")
 
@@ -59,6 +60,24 @@ GallerySection {
         StatCard { Layout.fillWidth: true; icon: "app.fill"; value: qsTr("212 MB"); label: qsTr("App"); color: ColorPalette.purple }
         StatCard { Layout.fillWidth: true; icon: "doc.on.doc.fill"; value: qsTr("1.4 GB"); label: qsTr("Related Files"); color: ColorPalette.orange }
         StatCard { Layout.fillWidth: true; value: root.count; label: qsTr("Groups"); color: ColorPalette.indigo }
+    }
+    ChipRow {
+        objectName: "chips"
+        Layout.fillWidth: true
+        name: qsTr("Kind of file")
+        ground: ColorPalette.cardBackground
+        chosenIndex: root.chip
+        model: ListModel {
+            ListElement { label: "All" }
+            ListElement { label: ".log (214)" }
+            ListElement { label: ".plist (38)" }
+            ListElement { label: ".sqlite (17)" }
+            ListElement { label: ".data (9)" }
+            ListElement { label: ".archive (4)" }
+            ListElement { label: ".bundle (2)" }
+            ListElement { label: ".zip (1)" }
+        }
+        onActivated: index => root.chip = index
     }
     ProgressPanel { Layout.fillWidth: true; text: qsTr("Restoring 3 of 8…"); detail: qsTr("18.2 MB"); fraction: 0.375 }
     ProgressPanel { Layout.fillWidth: true; text: qsTr("Looking for traces…"); canStop: true; tint: ColorPalette.purple }

@@ -33,7 +33,10 @@ GallerySection {
         subtitle: path
         trailingText: size
         hasCheckBox: true
+        isCheckBoxApart: key === "image"
+        hasRoundCheckBox: isCheckBoxApart
         checkState: root.ticked.includes(key) ? Qt.Checked : Qt.Unchecked
+        onTicked: entry => root.toggle(entry)
         onActivated: entry => root.toggle(entry)
 
         leading: IconTile {

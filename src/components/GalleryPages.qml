@@ -54,6 +54,14 @@ GallerySection {
         }
     }
 
+    BottomBar {
+        Layout.fillWidth: true
+
+        StatPill { isBare: true; value: qsTr("3.8 GB"); label: qsTr("Selected") }
+        spare: StatPill { isBare: true; value: qsTr("12.4 GB"); label: qsTr("Total") }
+        controls: CapsuleActionButton { large: true; label: qsTr("Remove"); icon.name: "trash.fill"; color: ColorPalette.danger }
+    }
+
     ConfirmOverlay {
         asked: root.asked === 1
         icon: "arrow.uturn.backward.circle.fill"
@@ -83,12 +91,17 @@ GallerySection {
         ]
         onDismissed: root.asked = 0
 
-        AppText {
+        NoteLine {
             Layout.fillWidth: true
-            wrapMode: Text.Wrap
-            horizontalAlignment: Text.AlignHCenter
+            icon: "exclamationmark.triangle.fill"
             text: qsTr("Some of it belongs to a running program.")
-            color: ColorPalette.warning
+            tint: ColorPalette.warning
+            isWarning: true
+        }
+        NoteLine {
+            Layout.fillWidth: true
+            icon: "lightbulb.fill"
+            text: qsTr("There is a way back for a while.")
         }
     }
 }

@@ -18,12 +18,16 @@ T.ItemDelegate {
     property color titleColor: ColorPalette.primaryText
     property bool hasStrongTitle: false
     property string subtitle
+    property color subtitleColor: ColorPalette.secondaryText
+    property Component mark: null // at the end of the subtitle's line
     property string kind // of the entry, before the subtitle
     property color kindColor: ColorPalette.purple
     property string trailingText
     property color trailingColor: ColorPalette.primaryText
     property int trailingWidth: 76
     property bool hasCheckBox: false
+    property bool isCheckBoxApart: false // it is a control of its own, which `ticked` tells of
+    property bool hasRoundCheckBox: false
     property int checkState: Qt.Unchecked
     property bool isSelected: false
     property bool isLit: hovered
@@ -41,6 +45,7 @@ T.ItemDelegate {
     property var pressedEntry
 
     signal activated(entry: var)
+    signal ticked(entry: var)
 
     // Where an entry is listed by now. To be overridden where rows come and go.
     function rowOf(what: var): int {
@@ -73,7 +78,7 @@ T.ItemDelegate {
     Accessible.focusable: true
     Accessible.focused: isCurrent
     Accessible.onPressAction: activated(entry)
-    Accessible.onToggleAction: activated(entry)
+    Accessible.onToggleAction: isCheckBoxApart ? ticked(entry) : activated(entry)
     // The template overwrites these, once, as soon as somebody listens.
     Accessible.checkable: hasCheckBox
     Accessible.checked: checkState === Qt.Checked
@@ -123,10 +128,29 @@ T.ItemDelegate {
         Loader {
             active: root.hasCheckBox
             visible: active
-            sourceComponent: CheckMark {
-                checkState: root.checkState
-                tint: root.tint
-                isLit: root.isLit
+            sourceComponent: root.isCheckBoxApart ? checkBox : checkMark
+
+            Component {
+                id: checkMark
+
+                CheckMark {
+                    checkState: root.checkState
+                    tint: root.tint
+                    isLit: root.isLit
+                    isRound: root.hasRoundCheckBox
+                }
+            }
+            Component {
+                id: checkBox
+
+                RowCheckBox {
+                    objectName: "rowCheckBox"
+                    entry: root.entry
+                    checkState: root.checkState
+                    tint: root.tint
+                    isRound: root.hasRoundCheckBox
+                    onChosen: entry => root.ticked(entry)
+                }
             }
         }
         RowLayout {
@@ -167,7 +191,13 @@ T.ItemDelegate {
                         elide: Text.ElideMiddle
                         text: root.subtitle
                         textStyle: AppText.Style.Callout
+                        color: root.subtitleColor
                         Accessible.ignored: true
+                    }
+                    Loader {
+                        active: root.mark !== null
+                        visible: active
+                        sourceComponent: root.mark
                     }
                 }
             }

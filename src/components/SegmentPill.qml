@@ -9,6 +9,8 @@ Item {
     required property var modelData
     property bool chosen: false
     property bool hasKeyboard: false
+    property bool isOutlined: false // where no ground of the row holds the options together
+    readonly property string text: modelData.label
     property color accent: ColorPalette.accent
     property color chosenTextColor: ColorPalette.textOn(accent)
 
@@ -42,8 +44,10 @@ Item {
         anchors.fill: parent
         radius: height / 2
         color: root.chosen ? root.accent
-            : ColorPalette.faded("white", press.pressed ? 0.12 : pointer.hovered ? 0.07 : 0)
-        Behavior on color { ColorAnimation { duration: Motion.quick } }
+            : ColorPalette.faded("white", press.pressed ? 0.12 : pointer.hovered ? 0.07 : root.isOutlined ? 0.03 : 0)
+        border.width: root.isOutlined && !root.chosen ? 1 : 0
+        border.color: ColorPalette.hairline
+        Behavior on color { ColorAnimation { duration: Motion.milliseconds(150); easing.type: Easing.InOutQuad } }
     }
     ButtonLabel {
         id: label

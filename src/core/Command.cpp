@@ -62,6 +62,8 @@ public:
         return m_promise.future();
     }
 
+    void mergeErrorIntoOutput() { m_process->mergeErrorIntoOutput(); }
+
     /// Nobody is there any more to hear of it.
     void abandon()
     {
@@ -196,6 +198,11 @@ void Command::setOutputHandler(std::function<void(QByteArrayView)> handler)
 void Command::sendLinesTo(std::shared_ptr<LineQueue> lines)
 {
     m_state->lines = std::move(lines);
+}
+
+void Command::mergeErrorIntoOutput()
+{
+    m_state->mergeErrorIntoOutput();
 }
 
 QFuture<CommandEnd> Command::start(const std::stop_token& stop)

@@ -59,6 +59,8 @@ public:
     /// Lines for a thread of the caller's choice, which takes them from `lines`; closed at the end,
     /// however that comes about.
     void sendLinesTo(std::shared_ptr<LineQueue> lines);
+    /// Standard error comes with the output, in its order; CommandEnd::error stays empty.
+    void mergeErrorIntoOutput();
 
     /// Once. A stop, whenever it is asked for, asks the whole process group to end (SIGTERM), and
     /// kills it if it has not after two seconds; the end is told when it has.

@@ -67,6 +67,9 @@ public:
     /// dropped.
     void setOutputHandler(std::function<void(QByteArrayView)> handler);
     void setErrorHandler(std::function<void(QByteArrayView)> handler);
+    /// Lets standard error share the pipe of standard output, so that both come in their order; set
+    /// before start(). The error handler is not called then.
+    void mergeErrorIntoOutput();
 
     /// Set before start(). Called once, after the child has ended and both pipes have been read to
     /// their end, so after all calls of the other handlers. A pipe ends when no process has it open

@@ -203,7 +203,7 @@ TEST_F(ScannersTest, ABackupIsNamedByItsListAndABrokenOneCostsTheNameAlone)
     EXPECT_THAT(names(Type::iOSBackups), UnorderedElementsAreArray(expected << u"8"_s));
 }
 
-TEST_F(ScannersTest, WhatInstalledProgramsKeepIsNoLeftover)
+TEST_F(ScannersTest, ALeftoverIsWhatHasTheWholeNameOfNothingInstalled)
 {
     const QByteArray here = list(QVariantMap{{u"CFBundleIdentifier"_s, u"com.here.one"_s}},
                                  PropertyList::Encoding::Xml);
@@ -212,7 +212,6 @@ TEST_F(ScannersTest, WhatInstalledProgramsKeepIsNoLeftover)
     machine.file(u"/Applications/One.app/Contents/Info.plist", here);
     machine.file(u"~/Applications/Two.app/Contents/Info.plist", there);
     machine.file(u"/Applications/Broken.app/Contents/Info.plist", QByteArray("bplist00"));
-    QStringList gone;
     for (const QString& name :
          {u"com.here.one"_s, u"com.here.two"_s, u"com.gone.three"_s, u"Plain"_s}) {
         for (const QString& place : {u"Application Support/%1/a"_s, u"Preferences/%1.plist"_s,
@@ -223,10 +222,11 @@ TEST_F(ScannersTest, WhatInstalledProgramsKeepIsNoLeftover)
         }
     }
     scan();
-    EXPECT_THAT(
-        names(Type::applicationLeftovers),
-        UnorderedElementsAreArray(QStringList{u"com.gone.three"_s, u"com.gone.three.plist"_s,
-                                              u"com.gone.three.savedState"_s}));
+    EXPECT_THAT(names(Type::applicationLeftovers),
+                UnorderedElementsAreArray(QStringList{
+                    u"com.here.one.plist"_s, u"com.here.one.savedState"_s, u"com.here.two.plist"_s,
+                    u"com.here.two.savedState"_s, u"com.gone.three"_s, u"com.gone.three.plist"_s,
+                    u"com.gone.three.savedState"_s}));
 }
 
 TEST_F(ScannersTest, FiftyLargeFilesAreEnoughAndLinksLeadNowhere)

@@ -159,6 +159,9 @@ TEST(InstalledSoftware, EverySourceOfADesktopKeepsItsDataAndDoubtKeepsAll)
     EXPECT_TRUE(isLeft(u"com.a.Gone"));
     ASSERT_EQ(::unlink(PathText::toBytes(packages)), 0);
     EXPECT_FALSE(isLeft(u"com.a.Gone")) << "no packages at all";
+    machine.directory(u"/var/lib/pacman/local/arch-ed-1.2-3");
+    EXPECT_TRUE(isLeft(u"com.a.Gone"));
+    EXPECT_FALSE(isLeft(u"com.a.arched"));
     ASSERT_EQ(::mkfifo(PathText::toBytes(packages), 0600), 0);
-    EXPECT_FALSE(isLeft(u"com.a.Gone"));
+    EXPECT_FALSE(isLeft(u"com.a.Gone")) << "packages that cannot be read";
 }

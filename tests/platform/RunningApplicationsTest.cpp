@@ -68,17 +68,18 @@ TEST_F(RunningApplications, ProcessesAreKnownByWhatTheirEntryStarts)
     program(u"/bin/named", script);
     const QString scripted = program(u"/bin/scripted", script);
     program(u"/bin/idle", sleep);
+    const QString loose = program(u"/bin/loose", sleep); // nobody's window
 
     addEntry(u"plain", "Name=Viewer\nName[de]=Betrachter\\n\u202E\nExec=\"plain viewer\" %U\n");
     addEntry(u"window", "Name=New Window\nExec=\"plain viewer\" --new-window %U\n");
     addEntry(u"suite", "Name=Suite\nNoDisplay=true\nExec=suite\n");
     addEntry(u"named", "Name=Named\nExec=env A=b named\n");
     addEntry(u"scripted", "Name=Scripted\nTerminal=true\nExec=scripted\n");
-    addEntry(u"idle", "Name=Idle\nExec=idle\n");
+    addEntry(u"idle", "Name=Idle\nStartupWMClass=loose\nExec=idle\n");
     EXPECT_THAT(running(), ::testing::IsEmpty());
 
-    QProcess processes[5];
-    const QString executables[] = {plain, plain, engine, named, scripted};
+    QProcess processes[6];
+    const QString executables[] = {plain, plain, engine, named, scripted, loose};
     for (std::size_t at = 0; at < std::size(executables); ++at) {
         processes[at].start(executables[at], {u"60"_s});
         ASSERT_TRUE(processes[at].waitForStarted()) << qPrintable(executables[at]);

@@ -99,13 +99,7 @@ constexpr Row mailCaches[] = {
     {u"Evolution (Flatpak)", u"~/.var/app/org.gnome.Evolution/cache"},
 };
 
-/// These are logs as a whole. Histories and states lie beside them, so no folder above is one.
-constexpr Row applicationLogs[] = {
-    {u"*", u"$STATE/*/log"},
-    {u"*", u"$STATE/*/logs"},
-};
-
-/// Where single files that are logs by their name lie among much else.
+/// Where what is a log by its name lies among histories and states.
 constexpr Row foldersWithLogs[] = {
     {u"", u"$STATE"},
 };
@@ -219,7 +213,6 @@ constexpr struct {
     std::span<const Row> rows;
 } tables[] = {
     {u"applicationCaches", applicationCaches},
-    {u"applicationLogs", applicationLogs},
     {u"browserCaches", browserCaches},
     {u"cachesCoveredElsewhere", cachesCoveredElsewhere},
     {u"developerTools", developerTools},

@@ -131,7 +131,7 @@ bool isBorne(const QList<QStringView>& components, const QSet<QString>& installe
     for (qsizetype at = 2; at < components.size(); ++at) {
         const QString name = squashed(components[at]);
         whole += name;
-        if (bears(whole) || bears(vendor + name) || bears(squashed(components[at - 1]) + name) ||
+        if (bears(whole) || bears(squashed(components[at - 1]) + name) ||
             (!isOneOf(name, sorts) && bears(name)))
             return true;
     }

@@ -68,6 +68,11 @@ void Process::setErrorHandler(std::function<void(QByteArrayView)> handler)
     m_child->errorHandler = std::move(handler);
 }
 
+void Process::mergeErrorIntoOutput()
+{
+    m_child->isErrorMerged = true;
+}
+
 void Process::setTerminationHandler(std::function<void(ProcessEnd)> handler)
 {
     m_child->terminationHandler = std::move(handler);

@@ -136,7 +136,8 @@ void Process::Child::spawn()
         throw LaunchError(executable, failure);
     posix::keepEndsOfChildren();
     pid_t pid = -1;
-    if (const int failure = spawnChild(bytes, output.writing.get(), error.writing.get(), pid);
+    const FileDescriptor& errorEnd = isErrorMerged ? output.writing : error.writing;
+    if (const int failure = spawnChild(bytes, output.writing.get(), errorEnd.get(), pid);
         failure != 0)
         throw LaunchError(executable, failure);
     m_process = FileDescriptor(::pidfd_open(pid, 0));

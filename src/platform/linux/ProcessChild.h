@@ -32,6 +32,7 @@ public:
     std::atomic<bool> isRunning = false;
     std::atomic<bool> isTerminated = false; ///< asked to end: its pipes are not waited for
     std::atomic<bool> isAbandoned = false;  ///< its Process is gone: no handler is called any more
+    bool isErrorMerged = false;             ///< set before start()
     bool isWatched = false;                 ///< the monitor has it, or had it
 
     /// Starts the child; throws LaunchError.

@@ -1,34 +1,20 @@
 import QtQuick
-import QtQuick.Layouts
 import Brivane.Components
 import Brivane.Removal
 
 // What can be done with the ticked rows.
-Rectangle {
+BottomBar {
     id: root
 
     required property QuarantineViewModel viewModel
 
-    implicitHeight: 52
-    color: ColorPalette.surface
-
-    Rectangle {
-        width: parent.width
-        height: 1
-        color: ColorPalette.hairline
+    AppText {
+        objectName: "selectedCount"
+        text: qsTr("%1 selected").arg(root.viewModel.selectedCount)
+        textStyle: AppText.Style.BodyStrong
     }
-    RowLayout {
-        anchors.fill: parent
-        anchors.leftMargin: Metrics.spacingHuge
-        anchors.rightMargin: Metrics.spacingHuge
-        spacing: Metrics.spacingSmall
 
-        AppText {
-            objectName: "selectedCount"
-            Layout.fillWidth: true
-            text: qsTr("%1 selected").arg(root.viewModel.selectedCount)
-            textStyle: AppText.Style.BodyStrong
-        }
+    controls: [
         CapsuleActionButton {
             objectName: "restoreSelected"
             enabled: !root.viewModel.isReadOnly
@@ -37,7 +23,7 @@ Rectangle {
             label: qsTr("Restore")
             color: ColorPalette.blue
             onClicked: root.viewModel.restoreSelected()
-        }
+        },
         CapsuleActionButton {
             objectName: "deleteSelected"
             enabled: !root.viewModel.isReadOnly
@@ -47,5 +33,5 @@ Rectangle {
             color: ColorPalette.danger
             onClicked: root.viewModel.deleteSelected()
         }
-    }
+    ]
 }

@@ -3,7 +3,7 @@ import Brivane.Components
 import Brivane.Scanner
 
 // The figures of a finished scan.
-StatsBar {
+BottomBar {
     id: root
 
     required property ScanViewModel viewModel

@@ -3,7 +3,7 @@ import Brivane.Components
 import Brivane.Scanner
 
 // The figures of a scan under way, and the two controls of the walk.
-StatsBar {
+BottomBar {
     id: root
 
     required property ScanViewModel viewModel

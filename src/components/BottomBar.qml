@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import Brivane.Components
 
-// The bar below a scan: figures and notices on the left, controls on the right. Figures that one can do
+// The bar below a screen: figures and notices on the left, controls on the right. Figures that one can do
 // without are spare: they go where there is no room for all.
 Rectangle {
     id: root

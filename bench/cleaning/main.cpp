@@ -16,6 +16,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
 #include <map>
 #include <string>
@@ -41,13 +42,22 @@ void forgetPeak()
     std::ofstream("/proc/self/clear_refs") << "5";
 }
 
-template<typename Work>
-double seconds(const Work& work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
+/// What one way to look at the home took, round by round.
+struct Times {
+    std::vector<double> elapsed;
+    std::vector<double> busy; ///< of all cores together
+
+    template<typename Work>
+    void take(const Work& work)
+    {
+        const auto start = std::chrono::steady_clock::now();
+        const std::clock_t before = std::clock();
+        work();
+        busy.push_back(static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC);
+        elapsed.push_back(
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    }
+};
 
 double median(std::vector<double> values)
 {
@@ -123,10 +133,11 @@ int main(int argc, char** argv)
     Lateness lateness;
     const double before = memory("VmRSS");
     forgetPeak();
-    const double first = seconds([&] { scan(service); });
+    Times first;
+    first.take([&] { scan(service); });
     const double peak = memory("VmHWM") - before;
-    std::printf("first scan %.3f s, peak memory %.1f MiB beyond the %.1f MiB before it\n", first,
-                peak / (1 << 20), before / (1 << 20));
+    std::printf("first scan %.3f s, peak memory %.1f MiB beyond the %.1f MiB before it\n",
+                first.elapsed[0], peak / (1 << 20), before / (1 << 20));
     lateness.report("  GUI thread");
 
     // On a worker as well, so that both get as much of a busy machine.
@@ -135,14 +146,16 @@ int main(int argc, char** argv)
         const auto sizes = worker.run([&] { return FolderSizes::measureNow(roots); });
         runUntil([&] { return sizes.isFinished(); });
     };
-    std::vector<double> walks;
-    std::vector<double> scans;
+    Times walks;
+    Times scans;
     for (int round = 0; round < rounds; ++round) {
-        walks.push_back(seconds(walk));
-        scans.push_back(seconds([&] { scan(service); }));
+        walks.take(walk);
+        scans.take([&] { scan(service); });
     }
-    std::printf("bare walk %.3f s, scan %.3f s: %.2f\n", median(walks), median(scans),
-                median(scans) / median(walks));
+    std::printf("bare walk %.3f s, scan %.3f s: %.2f; busy %.3f s, %.3f s: %.2f\n",
+                median(walks.elapsed), median(scans.elapsed),
+                median(scans.elapsed) / median(walks.elapsed), median(walks.busy),
+                median(scans.busy), median(scans.busy) / median(walks.busy));
     const bool isComplete = report(service, times);
     if (!isComplete)
         std::fprintf(stderr, "some categories are empty\n");

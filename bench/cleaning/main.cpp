@@ -16,7 +16,9 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
+#include <map>
 #include <string>
 
 using namespace brivane;
@@ -40,13 +42,22 @@ void forgetPeak()
     std::ofstream("/proc/self/clear_refs") << "5";
 }
 
-template<typename Work>
-double seconds(const Work& work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
+/// What one way to look at the home took, round by round.
+struct Times {
+    std::vector<double> elapsed;
+    std::vector<double> busy; ///< of all cores together
+
+    template<typename Work>
+    void take(const Work& work)
+    {
+        const auto start = std::chrono::steady_clock::now();
+        const std::clock_t before = std::clock();
+        work();
+        busy.push_back(static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC);
+        elapsed.push_back(
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
+    }
+};
 
 double median(std::vector<double> values)
 {
@@ -60,12 +71,44 @@ void scan(CleanerService& service)
     runUntil([&] { return service.scanComplete(); });
 }
 
+/// How long each category took in the last scan, in milliseconds.
+class CategoryTimes : public QObject {
+public:
+    explicit CategoryTimes(CleanerService& service)
+    {
+        connect(&service, &CleanerService::categoriesChanged, this, [this, &service] {
+            if (service.isScanning() && !service.categories().empty())
+                m_clock.start();
+            for (const auto& category : service.categories())
+                connect(category.get(), &CleanerCategory::isScanningChanged, this,
+                        &CategoryTimes::note, Qt::UniqueConnection);
+        });
+    }
+
+    [[nodiscard]] Milliseconds of(const CleanerCategory& category) const
+    {
+        const auto found = m_ends.find(&category);
+        return found == m_ends.end() ? 0 : found->second;
+    }
+
+private:
+    void note()
+    {
+        m_ends[sender()] = static_cast<double>(m_clock.nsecsElapsed()) / 1e6;
+        m_clock.start();
+    }
+
+    QElapsedTimer m_clock;
+    std::map<const QObject*, Milliseconds> m_ends;
+};
+
 /// What was found; whether there is something in every category.
-bool report(const CleanerService& service)
+bool report(const CleanerService& service, const CategoryTimes& times)
 {
     for (const auto& category : service.categories())
-        std::printf("  %-26s %6zu items, %9.1f MB\n", qPrintable(category->name()),
-                    category->items().size(), static_cast<double>(category->totalSize()) / 1e6);
+        std::printf("  %-26s %6zu items, %8.1f MB, %6.1f ms\n", qPrintable(category->name()),
+                    category->items().size(), static_cast<double>(category->totalSize()) / 1e6,
+                    times.of(*category));
     return service.categories().size() == categoryCatalogue().size();
 }
 
@@ -83,17 +126,18 @@ int main(int argc, char** argv)
                    std::make_unique<SandboxWorkspace>());
     Composition composition(host.host());
     auto& service = composition.get<CleanerService>();
+    const CategoryTimes times(service);
     const QStringList roots = junkRoots(machine);
 
     // The first scan is the one of a program that has just been started.
     Lateness lateness;
     const double before = memory("VmRSS");
     forgetPeak();
-    const double first = seconds([&] { scan(service); });
+    Times first;
+    first.take([&] { scan(service); });
     const double peak = memory("VmHWM") - before;
-    const bool isComplete = report(service);
-    std::printf("first scan %.3f s, peak memory %.1f MiB beyond the %.1f MiB before it\n", first,
-                peak / (1 << 20), before / (1 << 20));
+    std::printf("first scan %.3f s, peak memory %.1f MiB beyond the %.1f MiB before it\n",
+                first.elapsed[0], peak / (1 << 20), before / (1 << 20));
     lateness.report("  GUI thread");
 
     // On a worker as well, so that both get as much of a busy machine.
@@ -102,14 +146,17 @@ int main(int argc, char** argv)
         const auto sizes = worker.run([&] { return FolderSizes::measureNow(roots); });
         runUntil([&] { return sizes.isFinished(); });
     };
-    std::vector<double> walks;
-    std::vector<double> scans;
+    Times walks;
+    Times scans;
     for (int round = 0; round < rounds; ++round) {
-        walks.push_back(seconds(walk));
-        scans.push_back(seconds([&] { scan(service); }));
+        walks.take(walk);
+        scans.take([&] { scan(service); });
     }
-    std::printf("bare walk %.3f s, scan %.3f s: %.2f\n", median(walks), median(scans),
-                median(scans) / median(walks));
+    std::printf("bare walk %.3f s, scan %.3f s: %.2f; busy %.3f s, %.3f s: %.2f\n",
+                median(walks.elapsed), median(scans.elapsed),
+                median(scans.elapsed) / median(walks.elapsed), median(walks.busy),
+                median(scans.busy), median(scans.busy) / median(walks.busy));
+    const bool isComplete = report(service, times);
     if (!isComplete)
         std::fprintf(stderr, "some categories are empty\n");
     return isComplete ? 0 : 1;

@@ -123,16 +123,28 @@ QCoro::Task<> CleanerService::doScan(std::stop_token stop)
         addCategory(type);
     Q_EMIT categoriesChanged();
 
+    // All wait in line at once, so that no scan waits for this thread to show the one before.
+    const QStringList excluded = m_settings.excludedPaths();
+    std::vector<QFuture<std::shared_ptr<Items>>> scans;
     for (const Type type : types) {
-        const QFuture<std::shared_ptr<Items>> scanning = m_scanner.run(
-            [scanner, type, excluded = m_settings.excludedPaths(), home = m_host.locations.home()] {
-                auto items = std::make_shared<Items>(scanner->scanCategory(type));
-                prepare(*items, excluded, home);
-                return items;
-            });
+        scans.push_back(m_scanner.run([scanner, type, excluded, home = m_host.locations.home()] {
+            auto items = std::make_shared<Items>(scanner->scanCategory(type));
+            prepare(*items, excluded, home);
+            return items;
+        }));
+    }
+    for (std::size_t i = 0; i < types.size(); ++i) {
+        const Type type = types[i];
+        const QFuture<std::shared_ptr<Items>> scanning = scans[i];
         const std::shared_ptr<Items> items = co_await scanning;
         if (!self || stop.stop_requested())
             co_return;
+        if (const QStringList now = m_settings.excludedPaths(); now != excluded) {
+            std::erase_if(*items, [&](const CleanerItem& item) {
+                return std::ranges::any_of(
+                    now, [&](const QString& path) { return liesIn(item.path, path); });
+            });
+        }
         const std::shared_ptr<CleanerCategory> found = category(type);
         if (!found)
             continue;

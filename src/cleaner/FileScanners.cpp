@@ -10,7 +10,14 @@
 #include "platform/Walk.h"
 
 #include <algorithm>
+#include <array>
 #include <limits>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include <sys/stat.h>
 
 using namespace Qt::StringLiterals;
 
@@ -23,6 +30,48 @@ QString extensionOf(QStringView name)
 {
     const qsizetype dot = name.lastIndexOf(u'.');
     return dot > 0 ? name.sliced(dot + 1).toString().toLower() : QString();
+}
+
+/// Endings to look for in very many names: without a QString for each. Any thread.
+class NameEndings {
+public:
+    explicit NameEndings(const QSet<QString>& endings)
+    {
+        for (const QString& ending : endings)
+            m_endings.insert(ending.toStdString());
+    }
+
+    /// As extensionOf() has it, of a name or a path.
+    [[nodiscard]] bool isAtEnd(std::string_view name) const
+    {
+        name.remove_prefix(name.rfind('/') + 1); // npos + 1 is 0
+        const std::size_t dot = name.rfind('.');
+        if (dot == std::string_view::npos || dot == 0 || name.size() - dot > longest)
+            return false;
+        std::array<char, longest> ending = {};
+        const auto end = std::ranges::transform(name.substr(dot + 1), ending.begin(), asciiLower);
+        return m_endings.contains(std::string_view(ending.begin(), end.out));
+    }
+
+private:
+    static char asciiLower(char letter)
+    {
+        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    }
+
+    static constexpr std::size_t longest = 32; ///< what is longer is none
+    std::set<std::string, std::less<>> m_endings;
+};
+
+FileIdentity identityOf(const WalkAttributes& attributes, const ObjectId& folder)
+{
+    return {.device = attributes.device,
+            .inode = attributes.inode,
+            .size = attributes.size,
+            .modifiedAt = attributes.modifiedAt,
+            .changedAt = attributes.changedAt,
+            .type = attributes.mode & S_IFMT,
+            .folder = folder};
 }
 
 bool beginsLikeScreenshot(QStringView name)
@@ -79,21 +128,31 @@ CategoryScanner::Items CategoryScanner::searchFiles(const QStringList& folders,
     const std::stop_callback onStop(m_stop, [&isStopped] { isStopped = true; });
     const QString trash = m_host.locations.path(u"~/.Trash");
     Items items;
+    const NameEndings wanted(endings);
+    QString folderPath; // of the last file, so that each folder is looked for once
+    std::optional<ObjectId> folder;
     for (const QString& start : walkStarts(folders)) {
         Walk walk(PathText::toBytes(start),
                   {.includeHidden = false,
                    .directoryAttributes = false,
-                   .needsAttributes = [](std::string_view) { return false; },
+                   .needsAttributes = [&](std::string_view name) { return wanted.isAtEnd(name); },
                    .cancelled = &isStopped});
         while (const WalkEntry* entry = items.size() < most ? walk.next() : nullptr) {
-            const QString name = PathText::lastComponent(PathText::fromBytes(entry->name));
-            if (entry->kind != WalkKind::File || !endings.contains(extensionOf(name)))
+            // Whose name has none of the endings has not been asked for its size either.
+            if (entry->kind != WalkKind::File || entry->attributes.size < minSize ||
+                !wanted.isAtEnd(entry->name))
                 continue;
             const QString path = PathText::fromBytes(walk.path());
-            const auto identity = FileIdentity::of(path);
-            if (identity && identity->isRegularFile() && identity->size >= minSize &&
-                !liesIn(path, trash))
-                items.push_back(fileItem(name, path, *identity, icon));
+            if (liesIn(path, trash))
+                continue;
+            if (const QString parent = path.first(path.lastIndexOf(u'/')); parent != folderPath) {
+                folderPath = parent;
+                const auto id = FileIdentity::folderOf(path);
+                folder = id ? std::optional(*id) : std::nullopt;
+            }
+            if (folder)
+                items.push_back(fileItem(PathText::lastComponent(path), path,
+                                         identityOf(entry->attributes, *folder), icon));
         }
     }
     return items;

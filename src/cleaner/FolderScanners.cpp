@@ -97,13 +97,22 @@ void CategoryScanner::findNodeModules(const QString& folder, int depth, int maxD
 {
     if (depth >= maxDepth)
         return;
-    for (const InspectedEntry& entry : listed(folder)) {
-        if (entry.name.startsWith(u'.') || !entry.identity.isDirectory())
+    // Documents may lie here by the thousand: what is no folder by the listing is not looked at.
+    const auto listing = listFolder(folder);
+    if (!listing)
+        return;
+    for (const FolderListing::Item& entry : listing->items) {
+        if (m_stop.stop_requested())
+            return;
+        if (entry.name.startsWith(u'.') || entry.kind != FolderListing::Item::Kind::Folder)
             continue;
         const QString path = folder + u'/' + entry.name;
+        const auto identity = FileIdentity::of(path);
+        if (!identity || !identity->isDirectory())
+            continue; // a link
         if (entry.name == u"node_modules")
             found.push_back({u"node_modules (%1)"_s.arg(PathText::lastComponent(folder)), path,
-                             entry.identity, u"cube.fill"_s});
+                             *identity, u"cube.fill"_s});
         else if (entry.name != u"Library" && entry.name != u"Applications")
             findNodeModules(path, depth + 1, maxDepth, found);
     }

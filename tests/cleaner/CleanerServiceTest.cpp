@@ -120,6 +120,14 @@ TEST_F(CleanerServiceTest, WhatIsExcludedIsNeitherShownNorTakenAlong)
     EXPECT_THAT(names(Type::applicationCaches), UnorderedElementsAre(u"Tool 2"_s, u"Holder"_s));
     EXPECT_EQ(service.totalSize(), 4000U);
     EXPECT_TRUE(settings.isExcluded(path(u"~/Library/Caches/Kept")));
+    QObject receiver; // the user is at it while the scan still goes on
+    QObject::connect(&service, &CleanerService::totalsChanged, &receiver, [&] {
+        if (service.isScanning() && !names(Type::applicationCaches).isEmpty())
+            settings.addExcludedPath(path(u"~/Library/Logs"));
+    });
+    file(u"~/Library/Logs/tool.log"_s, 2000);
+    scan();
+    EXPECT_EQ(names(Type::applicationLogs), QStringList());
     const auto result = clean(Route::ForGood);
     EXPECT_EQ(result.failed, QStringList(path(u"~/Library/Caches/Holder")));
     EXPECT_EQ(result.cleaned, 1);

@@ -102,7 +102,8 @@ void moveHuge(Ground& ground)
     ground.open();
     const Stopwatch measuring;
     const auto moves =
-        QuarantineMoves::planMoves({{path}}, ground.store(), ground.machine().locations().home());
+        QuarantineMoves::planMoves({{path}}, ground.store(), ground.machine().locations().home())
+            .moves;
     std::printf("20 GB in one folder\n%-22s %.1f ms, %.2f GB\n", "measure", measuring.elapsed(),
                 static_cast<double>(moves.at(0).size) / 1e9);
     const Stopwatch moving;

@@ -10,11 +10,23 @@
 #include "platform/PathText.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <ranges>
 
 using namespace Qt::StringLiterals;
 
 namespace brivane {
+
+namespace {
+
+/// Whether something is at `path`; a link that leads nowhere is nothing.
+bool exists(const QString& path)
+{
+    std::error_code failure;
+    return std::filesystem::exists(PathText::toBytes(path).toStdString(), failure);
+}
+
+} // namespace
 
 FileIdentity demandedOf(FileIdentity identity)
 {
@@ -65,11 +77,11 @@ std::vector<CleanerCategory::CategoryType> CategoryScanner::detectDeveloperCateg
     for (const DeveloperTool& tool : developerTools) {
         if (std::ranges::find(types, tool.type) != types.end())
             continue;
-        const bool isHere = FileIdentity::of(locations.path(tool.path)) ||
-                            std::ranges::any_of(desktopTools, [&](const NamedPath& desktopTool) {
-                                return desktopTool.name == factsOf(tool.type).rawValue &&
-                                       FileIdentity::of(desktopTool.path);
-                            });
+        const bool isHere =
+            exists(locations.path(tool.path)) ||
+            std::ranges::any_of(desktopTools, [&](const NamedPath& desktopTool) {
+                return desktopTool.name == factsOf(tool.type).rawValue && exists(desktopTool.path);
+            });
         if (isHere)
             types.push_back(tool.type);
     }

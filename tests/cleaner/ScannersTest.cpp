@@ -243,3 +243,13 @@ TEST_F(ScannersTest, FiftyLargeFilesAreEnoughAndLinksLeadNowhere)
     for (const Type type : {Type::applicationCaches, Type::browserCaches, Type::applicationLogs})
         EXPECT_EQ(names(type), QStringList());
 }
+
+TEST_F(ScannersTest, ALinkThatLeadsNowhereIsNoSignOfATool)
+{
+    machine.link(u"/opt/homebrew", PathText::toBytes(path(u"/opt/gone")));
+    machine.link(u"/usr/local/bin/node",
+                 PathText::toBytes(machine.file(u"/opt/node/bin/node", Size{1})));
+    const LogCapture log;
+    scan();
+    EXPECT_THAT(cleanerLines(log), ::testing::Contains(u"Detected developer tools: nodeModules"_s));
+}

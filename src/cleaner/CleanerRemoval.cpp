@@ -26,6 +26,7 @@ using Part = CleaningPlan::Part;
 struct PartRemoval {
     QHash<QString, QString> failed;
     std::size_t reached = 0;
+    bool isSpaceFreed = false; ///< also by a part of what failed
 };
 
 /// Why not all of an item is gone, for the user.
@@ -46,6 +47,7 @@ PartRemoval removeItems(const Part& part, Host& host, CleanProgress progress,
         relay.tell(progress);
         const RemovalReport report = host.fileSystem.removeItem(entry.path, entry.identity);
         ++removal.reached;
+        removal.isSpaceFreed = removal.isSpaceFreed || report.removed > 0;
         ++progress.completed;
         if (report.isComplete()) {
             progress.bytesProcessed += entry.size;
@@ -141,7 +143,7 @@ QCoro::Task<CleanerService::CleanResult> CleanerService::clean(Route route)
         co_return result;
     dropEmptyCategories();
     setProgress({});
-    if (isForGood && result.cleaned > 0)
+    if (result.isSpaceFreed)
         m_host.notifications.post(NotificationNames::diskSpaceChanged);
     const QString end = isForGood ? u"Permanent cleanup done: %1 items, %2 freed, %3 failed"_s
                                   : u"Cleanup done: %1 items quarantined, %2 freed, %3 failed"_s;
@@ -202,6 +204,7 @@ QCoro::Task<> CleanerService::removePart(Part part, CleanResult& result, QSet<QS
         });
     const PartRemoval removal = co_await removing;
     relay->end();
+    result.isSpaceFreed = result.isSpaceFreed || removal.isSpaceFreed;
     QSet<QUuid> removed;
     for (std::size_t i = 0; i < removal.reached; ++i) {
         const CleaningPlan::Entry& entry = part.entries[i];

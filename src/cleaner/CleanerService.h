@@ -48,6 +48,8 @@ public:
         quint64 freedBytes = 0;          ///< quarantine: measured at the move; for good: as scanned
         QStringList failed;              ///< paths that were refused or could not be removed
         QHash<QString, QString> reasons; ///< of those, for the user
+        /// For good alone: something is gone, be it a part of what failed.
+        bool isSpaceFreed = false;
     };
 
     /// All have to outlive this.

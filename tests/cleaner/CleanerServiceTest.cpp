@@ -241,6 +241,20 @@ TEST_F(CleanerServiceTest, ARemovalStopsAfterTheItemThatItIsAtAndLetsNoOtherIn)
     EXPECT_EQ(clean(Route::ForGood).cleaned, 2) << "it does not begin again";
 }
 
+TEST_F(CleanerServiceTest, WhatIsGoneInPartAloneHasChangedTheDiskToo)
+{
+    file(u"~/Library/Caches/Tool/a"_s, 5000);
+    scan();
+    fileSystem.cannotRemove = path(u"~/Library/Caches/Tool");
+    for (const int removed : {0, 1}) {
+        fileSystem.removedAllTheSame = static_cast<std::uint64_t>(removed);
+        const auto result = clean(Route::ForGood);
+        EXPECT_EQ(result.cleaned, 0);
+        EXPECT_EQ(result.failed.size(), 1);
+        EXPECT_EQ(posts, removed);
+    }
+}
+
 TEST_F(CleanerServiceTest, NothingSelectedIsNothingDone)
 {
     file(u"~/Downloads/Tool.dmg"_s, 5000);

@@ -22,6 +22,7 @@ public:
     bool cannotWrite = false;
     bool isFull = false; ///< nothing can be written but in the place of a reserve
     QString cannotRemove;
+    std::uint64_t removedAllTheSame = 0; ///< objects in cannotRemove
     std::atomic<int> writes = 0;
     /// Called before each operation but writing, on its thread.
     std::function<void(FileOperation, const QString& path)> before = [](FileOperation,
@@ -66,7 +67,7 @@ public:
     {
         record("remove ", FileOperation::Remove, path);
         if (cannotRemove == path)
-            return {.removed = 0, .failures = {{EACCES, path, FileOperation::Remove}}};
+            return {.removed = removedAllTheSame, .failures = {{EACCES, path, FileOperation::Remove}}};
         return m_real.removeItem(path, expected);
     }
     Result<Moved> moveItem(const QString& from, const QString& to,

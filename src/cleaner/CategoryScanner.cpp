@@ -1,10 +1,12 @@
 #include "cleaner/CategoryScanner.h"
 
+#include "cleaner/tables/BaseCategories.h"
 #include "cleaner/tables/CachesCoveredElsewhere.h"
 #include "cleaner/tables/DeveloperTools.h"
 #include "cleaner/tables/FolderRules.h"
 #include "cleaner/tables/NamedPlaceRules.h"
 #include "cleaner/tables/NamedPlaces.h"
+#include "cleaner/tables/SearchedFolders.h"
 #include "platform/FolderSizes.h"
 #include "platform/Host.h"
 #include "platform/PathText.h"
@@ -67,6 +69,23 @@ std::vector<CleanerItem> CategoryScanner::scanCategory(Type type) const
     }
     const auto folder = std::ranges::find(folderRules, type, &FolderRule::type);
     return folder != std::end(folderRules) ? scanFolder(*folder) : scanNamedPaths(type);
+}
+
+std::vector<CleanerCategory::CategoryType> CategoryScanner::baseCategoriesHere() const
+{
+    const Locations& locations = m_host.locations;
+    std::vector<Type> types(std::begin(baseCategories), std::end(baseCategories));
+    const auto isElsewhere = [&locations](Type type) {
+        const auto isPlaceOfIt = [&](const NamedPlace& place) {
+            return place.type == type && exists(locations.path(place.path));
+        };
+        return std::ranges::find(macCategories, type) != std::end(macCategories) &&
+               std::ranges::none_of(namedPlaces, isPlaceOfIt) &&
+               !(type == Type::iOSBackups && exists(locations.path(backupFolder)));
+    };
+    if (locations.isLinuxDesktop())
+        std::erase_if(types, isElsewhere);
+    return types;
 }
 
 std::vector<CleanerCategory::CategoryType> CategoryScanner::detectDeveloperCategories() const

@@ -38,6 +38,8 @@ public:
 
     /// Everything of this type, in the order in which it was come across.
     [[nodiscard]] std::vector<CleanerItem> scanCategory(CleanerCategory::CategoryType type) const;
+    /// The types that there are here whatever is found of them.
+    [[nodiscard]] std::vector<CleanerCategory::CategoryType> baseCategoriesHere() const;
     /// The types of developer tools that there are signs of here.
     [[nodiscard]] std::vector<CleanerCategory::CategoryType> detectDeveloperCategories() const;
 

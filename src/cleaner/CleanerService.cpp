@@ -1,7 +1,6 @@
 #include "cleaner/CleanerService.h"
 
 #include "cleaner/CategoryScanner.h"
-#include "cleaner/tables/BaseCategories.h"
 #include "core/ActivityTracker.h"
 #include "core/AppSettings.h"
 #include "core/ByteFormatter.h"
@@ -106,12 +105,14 @@ QCoro::Task<> CleanerService::doScan(std::stop_token stop)
     const QPointer<CleanerService> self(this);
     const CategoryScanner::Settings settings{m_host.clock.now(), m_settings.oldFileAgeDays()};
     const auto scanner = std::make_shared<const CategoryScanner>(m_host, settings, stop);
+    const QFuture<std::vector<Type>> looking =
+        m_scanner.run([scanner] { return scanner->baseCategoriesHere(); });
     const QFuture<std::vector<Type>> detecting =
         m_scanner.run([scanner] { return scanner->detectDeveloperCategories(); });
+    std::vector<Type> types = co_await looking;
     const std::vector<Type> tools = co_await detecting;
     if (!self || stop.stop_requested())
         co_return;
-    std::vector<Type> types(std::begin(baseCategories), std::end(baseCategories));
     types.insert(types.end(), tools.begin(), tools.end());
     if (!tools.empty()) {
         QStringList names;

@@ -121,8 +121,7 @@ void CategoryScanner::findNodeModules(const QString& folder, int depth, int maxD
 CategoryScanner::Items CategoryScanner::scanIOSBackups() const
 {
     constexpr quint64 minSize = 1'048'576;
-    const QString folder =
-        m_host.locations.path(u"~/Library/Application Support/MobileSync/Backup");
+    const QString folder = m_host.locations.path(backupFolder);
     std::vector<Found> found;
     for (const InspectedEntry& entry : listed(folder)) {
         if (entry.identity.isDirectory())

@@ -74,8 +74,16 @@ TEST(LinuxDesktop, WhatItsProgramsLeaveIsFoundWhereTheyPutItAndTheTrashKeepsNoRe
     OwnedHost machine(Locations::onLinux());
     Composition composition(machine.host());
     auto& service = composition.get<CleanerService>();
+    QStringList rows;
+    QObject receiver;
+    QObject::connect(&service, &CleanerService::categoriesChanged, &receiver, [&] {
+        for (const auto& category : service.categories())
+            rows += factsOf(category->type()).rawValue;
+    });
     service.scanAll();
     ASSERT_TRUE(waitUntil([&] { return service.scanComplete(); }));
+    for (const QStringView ofMac : {u"xcodeJunk", u"iTunesTemp", u"iOSBackups"})
+        EXPECT_FALSE(rows.contains(ofMac)) << "nothing of the kind is here";
     QStringList found;
     for (const auto& category : service.categories()) {
         for (const CleanerItem& item : category->items())

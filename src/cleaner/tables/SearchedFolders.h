@@ -23,6 +23,8 @@ inline constexpr QStringView projectFolders[] = {
 
 inline constexpr QStringView largeFileFolders[] = {u"~/Library"};
 
+inline constexpr QStringView backupFolder = u"~/Library/Application Support/MobileSync/Backup";
+
 inline constexpr QStringView screenshotFolders[] = {u"~/Desktop"};
 
 } // namespace brivane

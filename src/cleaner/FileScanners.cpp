@@ -128,6 +128,7 @@ CategoryScanner::Items CategoryScanner::searchFiles(const QStringList& folders,
     const std::stop_callback onStop(m_stop, [&isStopped] { isStopped = true; });
     const QString trash = m_host.locations.path(u"~/.Trash");
     Items items;
+    QSet<QString> seen; // one of the folders may lie in another
     const NameEndings wanted(endings);
     QString folderPath; // of the last file, so that each folder is looked for once
     std::optional<ObjectId> folder;
@@ -143,8 +144,9 @@ CategoryScanner::Items CategoryScanner::searchFiles(const QStringList& folders,
                 !wanted.isAtEnd(entry->name))
                 continue;
             const QString path = PathText::fromBytes(walk.path());
-            if (liesIn(path, trash))
+            if (liesIn(path, trash) || seen.contains(path))
                 continue;
+            seen.insert(path);
             if (const QString parent = path.first(path.lastIndexOf(u'/')); parent != folderPath) {
                 folderPath = parent;
                 const auto id = FileIdentity::folderOf(path);

@@ -88,6 +88,12 @@ CategoryScanner::Items CategoryScanner::scanNodeModules() const
     std::vector<Found> found;
     for (const QStringView folder : projectFolders)
         findNodeModules(m_host.locations.path(folder), 0, maxDepth, found);
+    QSet<QString> seen; // one of the folders may lie in another
+    std::erase_if(found, [&seen](const Found& one) {
+        const bool isListed = seen.contains(one.path);
+        seen.insert(one.path);
+        return isListed;
+    });
     std::ranges::move(measuredAsFolders(std::move(found), minSize), std::back_inserter(items));
     return items;
 }

@@ -58,8 +58,11 @@ TEST(LinuxDesktop, WhatItsProgramsLeaveIsFoundWhereTheyPutItAndTheTrashKeepsNoRe
     const Variable config("XDG_CONFIG_HOME", {});
     const Variable state("XDG_STATE_HOME", {});
     const Variable own("XDG_DATA_HOME", {});
-    disk.file(u"~/.config/user-dirs.dirs", QByteArray("XDG_DOWNLOAD_DIR=\"$HOME/Heruntergeladen\"\n"
-                                                      "XDG_PICTURES_DIR=\"$HOME/Bilder\"\n"));
+    disk.file(u"~/.config/user-dirs.dirs",
+              QByteArray("XDG_DESKTOP_DIR=\"$HOME/Tisch\"\n"
+                         "XDG_DOCUMENTS_DIR=\"$HOME/Tisch/Akten\"\n"
+                         "XDG_DOWNLOAD_DIR=\"$HOME/Tisch/Heruntergeladen\"\n"
+                         "XDG_PICTURES_DIR=\"$HOME/Bilder\"\n"));
     for (const QStringView id : {u"org.here.Kept", u"org.mozilla.firefox", u"org.gnome.Maps"})
         disk.file(u"/share/applications/%1.desktop"_s.arg(id),
                   QByteArray("[Desktop Entry]\nType=Application\nName=Kept\nExec=kept\n"));
@@ -67,7 +70,7 @@ TEST(LinuxDesktop, WhatItsProgramsLeaveIsFoundWhereTheyPutItAndTheTrashKeepsNoRe
         disk.file(u"~/.local/share/Trash/info/Thrown.trashinfo", QByteArray("[Trash Info]\n"));
     const QDateTime now = QDateTime::currentDateTimeUtc();
     for (const Thing& thing : things) {
-        disk.file(thing.place, Size{20'000});
+        disk.file(thing.place, Size{2'000'000});
         disk.setTimes(thing.place, now.addDays(-thing.days), now);
     }
 

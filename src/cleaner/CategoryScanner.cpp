@@ -246,13 +246,7 @@ QStringList CategoryScanner::folders(std::span<const QStringView> table,
 
 QSet<QString> CategoryScanner::coveredElsewhere() const
 {
-    QSet<QString> names;
-    for (const QStringView name : cachesCoveredElsewhere)
-        names.insert(name.toString());
-    for (const Locations::Addition& addition :
-         m_host.locations.additions(u"cachesCoveredElsewhere"))
-        names.insert(addition.value);
-    return names;
+    return texts(cachesCoveredElsewhere, u"cachesCoveredElsewhere");
 }
 
 } // namespace brivane

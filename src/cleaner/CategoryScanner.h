@@ -78,8 +78,8 @@ private:
                                     quint64 minSize, std::size_t most, const QString& icon) const;
     /// Where to begin in order to walk through these folders, which may be links.
     [[nodiscard]] QStringList walkStarts(const QStringList& folders) const;
-    [[nodiscard]] QSet<QString> endings(std::span<const QStringView> table,
-                                        QStringView additions) const;
+    [[nodiscard]] QSet<QString> texts(std::span<const QStringView> table,
+                                      QStringView additions) const;
     [[nodiscard]] std::vector<InspectedEntry> listed(const QString& path) const;
 
     // Where junk lies. What the desktop has beyond the tables comes after them.

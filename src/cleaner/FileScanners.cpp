@@ -74,10 +74,10 @@ FileIdentity identityOf(const WalkAttributes& attributes, const ObjectId& folder
             .folder = folder};
 }
 
-bool beginsLikeScreenshot(QStringView name)
+bool beginsLikeOneOf(QStringView name, const QSet<QString>& beginnings)
 {
-    return std::ranges::any_of(screenshotPrefixes,
-                               [&](QStringView prefix) { return name.startsWith(prefix); });
+    return std::ranges::any_of(
+        beginnings, [&](const QString& beginning) { return name.startsWith(beginning); });
 }
 
 } // namespace
@@ -92,12 +92,12 @@ CleanerItem CategoryScanner::fileItem(QString name, QString path, const FileIden
             .identity = demandedOf(identity)};
 }
 
-QSet<QString> CategoryScanner::endings(std::span<const QStringView> table,
-                                       QStringView additionsTable) const
+QSet<QString> CategoryScanner::texts(std::span<const QStringView> table,
+                                     QStringView additionsTable) const
 {
     QSet<QString> all;
-    for (const QStringView ending : table)
-        all.insert(ending.toString());
+    for (const QStringView text : table)
+        all.insert(text.toString());
     for (const Locations::Addition& addition : m_host.locations.additions(additionsTable))
         all.insert(addition.value);
     return all;
@@ -163,7 +163,7 @@ CategoryScanner::Items CategoryScanner::searchFiles(const QStringList& folders,
 CategoryScanner::Items CategoryScanner::scanDiskImages() const
 {
     const QStringList folders = this->folders(diskImageFolders, u"diskImageFolders");
-    const QSet<QString> endings = this->endings(diskImageExtensions, u"diskImageExtensions");
+    const QSet<QString> endings = texts(diskImageExtensions, u"diskImageExtensions");
     return searchFiles(folders, endings, 1, std::numeric_limits<std::size_t>::max(),
                        u"opticaldisc.fill"_s);
 }
@@ -173,7 +173,7 @@ CategoryScanner::Items CategoryScanner::scanLargeFiles() const
     constexpr quint64 smallest = 104'857'600;
     constexpr std::size_t most = 50;
     const QStringList folders = this->folders(largeFileFolders, u"largeFiles");
-    const QSet<QString> endings = this->endings(largeFileJunkExtensions, u"largeFileExtensions");
+    const QSet<QString> endings = texts(largeFileJunkExtensions, u"largeFileExtensions");
     return searchFiles(folders, endings, smallest, most, u"doc.fill"_s);
 }
 
@@ -218,12 +218,14 @@ CategoryScanner::Items CategoryScanner::scanScreenshots() const
     if (const QString location = screenshotLocation(); !location.isEmpty())
         folders += location;
     folders.removeDuplicates();
-    const QSet<QString> endings = this->endings(screenshotExtensions, u"screenshotExtensions");
+    const QSet<QString> endings = texts(screenshotExtensions, u"screenshotExtensions");
+    const QSet<QString> beginnings = texts(screenshotPrefixes, u"screenshotPrefixes");
     Items items;
     for (const QString& folder : std::as_const(folders)) {
         for (const InspectedEntry& entry : listed(folder)) {
-            if (beginsLikeScreenshot(entry.name) && endings.contains(extensionOf(entry.name)) &&
-                entry.identity.isRegularFile() && entry.identity.size > 0U && isOld(entry.identity))
+            if (beginsLikeOneOf(entry.name, beginnings) &&
+                endings.contains(extensionOf(entry.name)) && entry.identity.isRegularFile() &&
+                entry.identity.size > 0U && isOld(entry.identity))
                 items.push_back(fileItem(entry.name, folder + u'/' + entry.name, entry.identity,
                                          u"camera.viewfinder"_s));
         }

@@ -35,9 +35,12 @@ constexpr Thing things[] = {
     {u"~/.local/state/tool/history", 1, {}},
     {u"~/.local/state/wireplumber/routes", 1, {}},
     {u"~/.local/share/Trash/files/Thrown", 1, Type::trash, u"Thrown"},
-    {u"~/Heruntergeladen/tool.deb", 90, Type::unusedDiskImages, u"tool.deb"},
-    {u"~/Heruntergeladen/Tool.AppImage", 1, Type::unusedDiskImages, u"Tool.AppImage"},
-    {u"~/Heruntergeladen/Paper.pdf", 90, Type::downloads, u"Paper.pdf"},
+    {u"~/Tisch/Heruntergeladen/tool.deb", 90, Type::unusedDiskImages, u"tool.deb"},
+    {u"~/Tisch/Heruntergeladen/Tool.AppImage", 1, Type::unusedDiskImages, u"Tool.AppImage"},
+    {u"~/Tisch/Heruntergeladen/Paper.pdf", 90, Type::downloads, u"Paper.pdf"},
+    {u"~/Tisch/Akten/pier/node_modules/a", 1, Type::nodeModules, u"node_modules (pier)"},
+    {u"~/Bilder/Captures d’écran/Capture d’écran du 2020-01-01.png", 90, Type::screenshots,
+     u"Capture d’écran du 2020-01-01.png"},
     {u"~/Bilder/Screenshots/Screenshot from 2020-01-01.png", 90, Type::screenshots,
      u"Screenshot from 2020-01-01.png"},
     {u"~/.local/share/org.gone.Instrument/a", 1, Type::applicationLeftovers,
@@ -104,6 +107,6 @@ TEST(LinuxDesktop, WhatItsProgramsLeaveIsFoundWhereTheyPutItAndTheTrashKeepsNoRe
     EXPECT_FALSE(FileIdentity::of(disk.path(u"~/.local/share/Trash/files/Thrown")));
     EXPECT_FALSE(FileIdentity::of(record));
     for (const QStringView kept : {u"~/.local/state/tool/history", u"~/.config/Code/CachedData/a",
-                                   u"~/Heruntergeladen/Paper.pdf"})
+                                   u"~/Tisch/Heruntergeladen/Paper.pdf"})
         EXPECT_TRUE(FileIdentity::of(disk.path(kept))) << "of no kind that is safe";
 }

@@ -156,6 +156,11 @@ constexpr Row screenshots[] = {
     {u"", u"$PICTURES"},
 };
 
+/// Desktops write the apostrophe of the language.
+constexpr Row screenshotPrefixes[] = {
+    {u"", u"Capture d\u2019\u00E9cran"},
+};
+
 /// Where a tool is, there is this. The name is the category's.
 constexpr Row developerTools[] = {
     {u"dockerData", u"/opt/docker-desktop"},
@@ -223,6 +228,7 @@ constexpr struct {
     {u"mailCaches", mailCaches},
     {u"nodeModules", nodeModules},
     {u"runningApplications", runningApplications},
+    {u"screenshotPrefixes", screenshotPrefixes},
     {u"screenshots", screenshots},
     {u"systemLogs", systemLogs},
 };

@@ -78,6 +78,7 @@ TEST(LeftoverRule, OnlyWhatBearsTheNameOfNothingInstalledIsLeft)
                                    u"intellij-idea-community",
                                    u"obs",
                                    u"python3.11",
+                                   u"libkf5syntaxhighlighting5",
                                    u"lollypop.desktop"})
         addInstalledName(installed, name);
     // Of ~/.config, ~/.local/share and ~/.var/app.
@@ -101,7 +102,8 @@ TEST(LeftoverRule, OnlyWhatBearsTheNameOfNothingInstalledIsLeft)
         // These do not say whose they are, or are nobody's.
         u"gtk-3.0", u"user-dirs.dirs", u"mimeapps.list", u"org.kde", u"org.kde.conf",
         u"monitors.xml.old", u"pulse.native.cookie", u".org.chromium.Chromium", u"org.foo.Bar 1",
-        u"org.python.3.11", u"com.github.cli", u"org.freedesktop.IBus.Panel", u"", u".."};
+        u"org.python.3.11", u"com.github.cli", u"org.kde.syntax-highlighting",
+        u"org.freedesktop.IBus.Panel", u"", u".."};
     for (const QStringView name : left) {
         EXPECT_TRUE(isLeftover(name, installed)) << name.toUtf8().data();
         EXPECT_FALSE(isLeftover(name, {})) << name.toUtf8().data() << ", with nothing known";

@@ -122,6 +122,14 @@ bool isBorne(const QList<QStringView>& components, const QSet<QString>& installe
     const auto bears = [&](const QString& name) {
         return !name.isEmpty() && installed.contains(name);
     };
+    // A library has data under a name that stands within its package's:
+    // "libkf5syntaxhighlighting5".
+    const auto isWithin = [&](const QString& name) {
+        constexpr qsizetype shortest = 8; // less stands in names by chance
+        return name.size() >= shortest &&
+               std::any_of(installed.begin(), installed.end(),
+                           [&](const QString& other) { return other.contains(name); });
+    };
     const QString vendor = squashed(components[1]);
     const bool isShared = isOneOf(vendor, sharedDomains);
     // "com.github.cli" may be anybody's.
@@ -132,7 +140,7 @@ bool isBorne(const QList<QStringView>& components, const QSet<QString>& installe
         const QString name = squashed(components[at]);
         whole += name;
         if (bears(whole) || bears(squashed(components[at - 1]) + name) ||
-            (!isOneOf(name, sorts) && bears(name)))
+            (!isOneOf(name, sorts) && (bears(name) || isWithin(name))))
             return true;
     }
     return false;

@@ -78,6 +78,7 @@ private:
                                     quint64 minSize, std::size_t most, const QString& icon) const;
     /// Where to begin in order to walk through these folders, which may be links.
     [[nodiscard]] QStringList walkStarts(const QStringList& folders) const;
+    /// What stands in a table, and what the desktop adds to it.
     [[nodiscard]] QSet<QString> texts(std::span<const QStringView> table,
                                       QStringView additions) const;
     [[nodiscard]] std::vector<InspectedEntry> listed(const QString& path) const;

@@ -28,7 +28,7 @@ struct CleanProgress {
     qint64 completed = 0; ///< items that were dealt with
     qint64 total = 0;
     quint64 bytesProcessed = 0; ///< of those that went
-    QString name = {};          ///< of the item that is being dealt with
+    QString name = {};          ///< of the item, or the category, that is being dealt with
 
     bool operator==(const CleanProgress&) const = default;
 };
@@ -81,7 +81,8 @@ public:
     /// time: another one gives an empty result. Both end with what they have done when this goes.
     QCoro::Task<CleanResult> cleanSelected();
     QCoro::Task<CleanResult> cleanSelectedPermanently();
-    /// Ends the removal after the item that it is at; what it has not come to stays listed.
+    /// Ends the removal after the item that it is at, on the way to the quarantine after the
+    /// category, which goes there as a whole; what it has not come to stays listed.
     void stopCleaning();
 
     /// Takes `path` out of this and all later scans, by the user's exclusions.

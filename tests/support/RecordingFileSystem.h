@@ -67,7 +67,8 @@ public:
     {
         record("remove ", FileOperation::Remove, path);
         if (cannotRemove == path)
-            return {.removed = removedAllTheSame, .failures = {{EACCES, path, FileOperation::Remove}}};
+            return {.removed = removedAllTheSame,
+                    .failures = {{EACCES, path, FileOperation::Remove}}};
         return m_real.removeItem(path, expected);
     }
     Result<Moved> moveItem(const QString& from, const QString& to,

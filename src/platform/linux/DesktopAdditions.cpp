@@ -212,7 +212,9 @@ constexpr Row runningApplications[] = {
     {u"thunderbird-esr", u"$CACHE/thunderbird"},
     {u"thunderbird_thunderbird", u"~/snap/thunderbird/"},
     {u"org.gnome.evolution", u"$CACHE/evolution"},
+    {u"code_code", u"$CONFIG/Code/"}, // others of the family begin alike
     {u"codium", u"$CONFIG/VSCodium"},
+    {u"codium_codium", u"$CONFIG/VSCodium"},
     {u"code-oss", u"$CONFIG/Code - OSS"},
     {u"code-insiders", u"$CONFIG/Code - Insiders"},
     {u"docker-desktop", u"~/.docker/desktop"},

@@ -74,10 +74,12 @@ FileIdentity identityOf(const WalkAttributes& attributes, const ObjectId& folder
             .folder = folder};
 }
 
-bool beginsLikeOneOf(QStringView name, const QSet<QString>& beginnings)
+/// Names may come in decomposed letters, beginnings do not.
+bool beginsLikeOneOf(const QString& name, const QSet<QString>& beginnings)
 {
+    const QString composed = name.normalized(QString::NormalizationForm_C);
     return std::ranges::any_of(
-        beginnings, [&](const QString& beginning) { return name.startsWith(beginning); });
+        beginnings, [&](const QString& beginning) { return composed.startsWith(beginning); });
 }
 
 } // namespace
@@ -223,8 +225,8 @@ CategoryScanner::Items CategoryScanner::scanScreenshots() const
     Items items;
     for (const QString& folder : std::as_const(folders)) {
         for (const InspectedEntry& entry : listed(folder)) {
-            if (beginsLikeOneOf(entry.name, beginnings) &&
-                endings.contains(extensionOf(entry.name)) && entry.identity.isRegularFile() &&
+            if (endings.contains(extensionOf(entry.name)) &&
+                beginsLikeOneOf(entry.name, beginnings) && entry.identity.isRegularFile() &&
                 entry.identity.size > 0U && isOld(entry.identity))
                 items.push_back(fileItem(entry.name, folder + u'/' + entry.name, entry.identity,
                                          u"camera.viewfinder"_s));

@@ -113,9 +113,10 @@ TEST_F(ScannersTest, EachCategoryListsItsOwnAndNothingElse)
          {u"b.tar"_s, u"c.LOG"_s}},
         {Type::screenshots,
          {u"~/Desktop/Screen Shot 1.JPG"_s, u"~/Desktop/Capture d'écran.mov"_s,
-          u"~/Desktop/screenshot.png"_s, u"~/Desktop/Screenshot.txt"_s,
-          u"~/Desktop/deep/Screenshot.png"_s, u"~/Desktop/My Screenshot.png"_s},
-         {u"Screen Shot 1.JPG"_s, u"Capture d'écran.mov"_s}},
+          u"~/Desktop/Capture d'e\u0301cran.png"_s, u"~/Desktop/screenshot.png"_s,
+          u"~/Desktop/Screenshot.txt"_s, u"~/Desktop/deep/Screenshot.png"_s,
+          u"~/Desktop/My Screenshot.png"_s},
+         {u"Screen Shot 1.JPG"_s, u"Capture d'écran.mov"_s, u"Capture d'e\u0301cran.png"_s}},
         {Type::downloads,
          {u"~/Downloads/.hidden"_s, u"~/Downloads/deep/a"_s, u"~/Downloads/b.pdf"_s},
          {u"b.pdf"_s}}, // the folder is of today

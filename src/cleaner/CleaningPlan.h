@@ -40,7 +40,8 @@ struct CleaningPlan {
 
 /// Takes out of `selected`, where everything is an entry, what may not go, and what goes with
 /// another one in any case, since that is the same or it lies in it. `excluded` are standardised
-/// paths, `home` is for standardising others; looks at the disk for that alone.
+/// paths, `home` is for standardising others; looks at the disk for that, and for the links on the
+/// way: a path is judged by the place to which it leads, too.
 [[nodiscard]] CleaningPlan makeCleaningPlan(CleaningPlan selected, const SafetyChecker& safety,
                                             const QStringList& excluded, const QString& home);
 

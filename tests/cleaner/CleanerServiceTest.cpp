@@ -127,6 +127,23 @@ TEST_F(CleanerServiceTest, WhatIsExcludedIsNeitherShownNorTakenAlong)
                 stands(u"~/Library/Caches/Holder/inner/a"_s));
 }
 
+TEST_F(CleanerServiceTest, WhereALinkLeadsIsJudgedAndNotItsNameAlone)
+{
+    for (const QString& place : {u"~/Fast/Tool/a"_s, u"~/Fast/Kept/a"_s, u"~/Library/Mail/Box/a"_s})
+        file(place, 5000);
+    machine.link(u"~/Library/Caches", PathText::toBytes(path(u"~/Fast")));
+    machine.link(u"~/Library/Logs", PathText::toBytes(path(u"~/Library/Mail")));
+    machine.link(u"~/.Trash", "../..");
+    machine.link(u"~/Downloads", PathText::toBytes(path(u"~")));
+    settings.addExcludedPath(path(u"~/Fast/Kept"));
+    scan();
+    EXPECT_EQ(rows().join(u' '), u"applicationCaches applicationLogs"_s) << "the home is no junk";
+    EXPECT_THAT(clean(Route::ForGood).failed,
+                UnorderedElementsAre(path(u"~/Library/Caches/Kept"), path(u"~/Library/Logs/Box")));
+    EXPECT_FALSE(stands(u"~/Fast/Tool"_s));
+    EXPECT_TRUE(stands(u"~/Fast/Kept/a"_s) && stands(u"~/Library/Mail/Box/a"_s));
+}
+
 TEST_F(CleanerServiceTest, OnBothRoutesOnlyWhatWasShownAndMayGoIsGone)
 {
     for (const Route route : {Route::Quarantine, Route::ForGood}) {

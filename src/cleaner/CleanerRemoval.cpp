@@ -36,7 +36,8 @@ QString reasonOf(const RemovalReport& report, const QString& path, const Locatio
 }
 
 PartRemoval removeItems(const Part& part, Host& host, CleanProgress progress,
-                        CleanProgressRelay& relay, const std::stop_token& stop)
+                        CleanProgressRelay& relay, const LateExclusions& excluded,
+                        const std::stop_token& stop)
 {
     PartRemoval removal;
     for (const CleaningPlan::Entry& entry : part.entries) {
@@ -44,9 +45,13 @@ PartRemoval removeItems(const Part& part, Host& host, CleanProgress progress,
             break;
         progress.name = entry.name;
         relay.tell(progress);
-        const RemovalReport report = host.fileSystem.removeItem(entry.path, entry.identity);
         ++removal.reached;
         ++progress.completed;
+        if (excluded.hold(entry.path)) {
+            removal.failed.insert(entry.path, LateExclusions::reason());
+            continue;
+        }
+        const RemovalReport report = host.fileSystem.removeItem(entry.path, entry.identity);
         if (report.isComplete()) {
             progress.bytesProcessed += entry.size;
             continue;
@@ -107,6 +112,7 @@ QCoro::Task<CleanerService::CleanResult> CleanerService::clean(Route route)
                                     : u"Starting cleanup of %1 items (%2) via quarantine"_s;
     Log::cleaner.info(start.arg(selectedCount()).arg(ByteFormatter::format(selectedSize())));
     m_removal = std::stop_source();
+    m_lateExclusions = std::make_shared<LateExclusions>();
     const std::stop_token stop = m_removal.get_token();
     setProgress(CleanProgress{.total = selectedCount()});
 
@@ -161,6 +167,13 @@ QCoro::Task<> CleanerService::quarantinePart(Part part, CleanResult& result, QSe
     QuarantineService* quarantine = co_await opening;
     if (!self || !quarantine)
         co_return;
+    std::erase_if(part.entries, [&](const CleaningPlan::Entry& entry) {
+        const bool isExcluded = m_lateExclusions->hold(entry.path);
+        if (isExcluded)
+            fail(result, entry.path, LateExclusions::reason());
+        progress.completed += isExcluded ? 1 : 0;
+        return isExcluded;
+    });
     std::vector<QuarantineCandidate> candidates;
     candidates.reserve(part.entries.size());
     for (const CleaningPlan::Entry& entry : part.entries)
@@ -197,8 +210,8 @@ QCoro::Task<> CleanerService::removePart(Part part, CleanResult& result, QSet<QS
     const auto relay = std::make_shared<CleanProgressRelay>(
         *this, [this](const CleanProgress& now) { setProgress(now); });
     const QFuture<PartRemoval> removing =
-        m_remover.run([part, &host = m_host, progress, relay, stop] {
-            return removeItems(part, host, progress, *relay, stop);
+        m_remover.run([part, &host = m_host, progress, relay, excluded = m_lateExclusions, stop] {
+            return removeItems(part, host, progress, *relay, *excluded, stop);
         });
     const PartRemoval removal = co_await removing;
     relay->end();

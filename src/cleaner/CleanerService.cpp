@@ -124,8 +124,9 @@ QCoro::Task<> CleanerService::doScan(std::stop_token stop)
     Q_EMIT categoriesChanged();
 
     for (const Type type : types) {
-        const QFuture<std::shared_ptr<Items>> scanning = m_scanner.run(
-            [scanner, type, excluded = m_settings.excludedPaths(), home = m_host.locations.home()] {
+        const QStringList excluded = m_settings.excludedPaths();
+        const QFuture<std::shared_ptr<Items>> scanning =
+            m_scanner.run([scanner, type, excluded, home = m_host.locations.home()] {
                 auto items = std::make_shared<Items>(scanner->scanCategory(type));
                 prepare(*items, excluded, home);
                 return items;
@@ -136,6 +137,10 @@ QCoro::Task<> CleanerService::doScan(std::stop_token stop)
         const std::shared_ptr<CleanerCategory> found = category(type);
         if (!found)
             continue;
+        for (const QString& path : m_settings.excludedPaths()) {
+            if (!excluded.contains(path)) // since then
+                std::erase_if(*items, [&](const auto& item) { return liesIn(item.path, path); });
+        }
         const bool isPreselected =
             !items->empty() && found->riskLevel() == CleanerCategory::RiskLevel::safe;
         found->setItems(std::move(*items), isPreselected);
@@ -168,6 +173,8 @@ void CleanerService::stopScan()
 void CleanerService::exclude(const QString& path)
 {
     m_settings.addExcludedPath(path);
+    if (m_progress)
+        m_lateExclusions->add(path);
     for (const auto& category : m_categories) {
         QSet<QUuid> excluded;
         for (const CleanerItem& item : category->items()) {

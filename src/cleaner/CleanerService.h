@@ -82,7 +82,8 @@ public:
     /// Ends the removal after the item that it is at; what it has not come to stays listed.
     void stopCleaning();
 
-    /// Takes `path` out of this and all later scans, by the user's exclusions.
+    /// Takes `path` out of this and all later scans, by the user's exclusions, and out of a removal
+    /// that has not come to it; the quarantine comes to a category at once.
     void exclude(const QString& path);
 
 Q_SIGNALS:
@@ -122,6 +123,7 @@ private:
     std::optional<CleanProgress> m_progress;
     std::stop_source m_scan;
     std::stop_source m_removal;
+    std::shared_ptr<LateExclusions> m_lateExclusions; ///< of the removal
     Worker m_scanner{QStringLiteral("cleaner scan")};
     Worker m_remover{QStringLiteral("cleaner removal")};
 };

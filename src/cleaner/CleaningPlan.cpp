@@ -77,7 +77,7 @@ QString Gate::rejectionByName(const QString& path) const
     const QString plain = standardizedPath(path, m_home);
     for (const QString& exclusion : m_excluded) {
         if (liesIn(plain, exclusion))
-            return u"It is excluded in the settings"_s;
+            return LateExclusions::reason();
         if (liesIn(exclusion, plain))
             return u"It holds “%1”, which is excluded in the settings"_s.arg(
                 PathText::forDisplay(PathText::lastComponent(exclusion)));

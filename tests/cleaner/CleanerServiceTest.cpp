@@ -109,22 +109,41 @@ TEST_F(CleanerServiceTest, AStopKeepsWhatWasFoundAndOneBeforeThatLeavesNothing)
 
 TEST_F(CleanerServiceTest, WhatIsExcludedIsNeitherShownNorTakenAlong)
 {
-    for (const QString& name : {u"Tool"_s, u"Tool 2"_s, u"Kept/deep"_s, u"Holder/inner"_s})
+    for (const QString& name :
+         {u"Tool"_s, u"Tool 2"_s, u"Kept/deep"_s, u"Holder/inner"_s, u"Late"_s})
         file(u"~/Library/Caches/%1/a"_s.arg(name), 2000);
     settings.addExcludedPath(path(u"~/Library/Caches/Tool/"));
     scan();
     EXPECT_THAT(names(Type::applicationCaches),
-                UnorderedElementsAre(u"Tool 2"_s, u"Kept"_s, u"Holder"_s));
+                UnorderedElementsAre(u"Tool 2"_s, u"Kept"_s, u"Holder"_s, u"Late"_s));
     settings.addExcludedPath(path(u"~/Library/Caches/Holder/inner"));
     service.exclude(path(u"~/Library/Caches/Kept"));
-    EXPECT_THAT(names(Type::applicationCaches), UnorderedElementsAre(u"Tool 2"_s, u"Holder"_s));
-    EXPECT_EQ(service.totalSize(), 4000U);
+    EXPECT_THAT(names(Type::applicationCaches),
+                UnorderedElementsAre(u"Tool 2"_s, u"Holder"_s, u"Late"_s));
+    EXPECT_EQ(service.totalSize(), 6000U);
     EXPECT_TRUE(settings.isExcluded(path(u"~/Library/Caches/Kept")));
+    QObject::connect(&service, &CleanerService::progressChanged, &service,
+                     [&, changes = 0]() mutable {
+                         if (++changes == 2) // the removal is settled
+                             service.exclude(path(u"~/Library/Caches/Late"));
+                     });
     const auto result = clean(Route::ForGood);
-    EXPECT_EQ(result.failed, QStringList(path(u"~/Library/Caches/Holder")));
+    EXPECT_EQ(result.failed,
+              QStringList({path(u"~/Library/Caches/Holder"), path(u"~/Library/Caches/Late")}));
     EXPECT_EQ(result.cleaned, 1);
+    EXPECT_TRUE(stands(u"~/Library/Caches/Late/a"_s));
     EXPECT_TRUE(stands(u"~/Library/Caches/Tool/a"_s) && stands(u"~/Library/Caches/Kept/deep/a"_s) &&
                 stands(u"~/Library/Caches/Holder/inner/a"_s));
+}
+
+TEST_F(CleanerServiceTest, WhatIsExcludedWhileItIsBeingScannedIsNotShownEither)
+{
+    file(u"~/Library/Caches/Tool/a"_s, 2000);
+    service.scanAll();
+    ASSERT_TRUE(waitUntil([&] { return !service.categories().empty(); }));
+    service.exclude(path(u"~/Library/Caches/Tool"));
+    EXPECT_TRUE(waitUntil([&] { return service.scanComplete(); }));
+    EXPECT_TRUE(service.categories().empty());
 }
 
 TEST_F(CleanerServiceTest, WhereALinkLeadsIsJudgedAndNotItsNameAlone)

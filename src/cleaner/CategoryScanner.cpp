@@ -9,7 +9,9 @@
 #include "cleaner/tables/SearchedFolders.h"
 #include "platform/FolderSizes.h"
 #include "platform/Host.h"
+#include "platform/LiesIn.h"
 #include "platform/PathText.h"
+#include "platform/StandardizedPath.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -113,6 +115,12 @@ std::vector<InspectedEntry> CategoryScanner::listed(const QString& path) const
     return entries ? std::move(*entries) : std::vector<InspectedEntry>();
 }
 
+std::vector<InspectedEntry> CategoryScanner::listedBesideHome(const QString& path) const
+{
+    const bool holdsHome = liesIn(m_host.locations.realHome(), withoutLinks(path));
+    return holdsHome ? std::vector<InspectedEntry>() : listed(path);
+}
+
 CategoryScanner::Items CategoryScanner::scanFolder(const FolderRule& rule) const
 {
     const QSet<QString> excludeNames = rule.hasExclusions ? coveredElsewhere() : QSet<QString>();
@@ -136,7 +144,7 @@ CategoryScanner::scanDirectoryContents(const QString& path, quint64 minSize,
                                        const QSet<QString>& excludeNames) const
 {
     std::vector<Found> found;
-    for (InspectedEntry& entry : listed(path)) {
+    for (InspectedEntry& entry : listedBesideHome(path)) {
         if ((entry.name.startsWith(u'.') && entry.name != u".Trash") ||
             excludeNames.contains(entry.name))
             continue;

@@ -82,6 +82,9 @@ private:
     [[nodiscard]] QSet<QString> texts(std::span<const QStringView> table,
                                       QStringView additions) const;
     [[nodiscard]] std::vector<InspectedEntry> listed(const QString& path) const;
+    /// The same of a folder in which anything may be junk: nothing where a link made it the home
+    /// directory, or one that holds that.
+    [[nodiscard]] std::vector<InspectedEntry> listedBesideHome(const QString& path) const;
 
     // Where junk lies. What the desktop has beyond the tables comes after them.
     [[nodiscard]] std::vector<NamedPath> additions(QStringView table) const;

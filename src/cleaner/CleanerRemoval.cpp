@@ -37,7 +37,8 @@ QString reasonOf(const RemovalReport& report, const QString& path, const Locatio
 }
 
 PartRemoval removeItems(const Part& part, Host& host, CleanProgress progress,
-                        CleanProgressRelay& relay, const std::stop_token& stop)
+                        CleanProgressRelay& relay, const LateExclusions& excluded,
+                        const std::stop_token& stop)
 {
     PartRemoval removal;
     for (const CleaningPlan::Entry& entry : part.entries) {
@@ -45,10 +46,14 @@ PartRemoval removeItems(const Part& part, Host& host, CleanProgress progress,
             break;
         progress.name = entry.name;
         relay.tell(progress);
-        const RemovalReport report = host.fileSystem.removeItem(entry.path, entry.identity);
         ++removal.reached;
-        removal.isSpaceFreed = removal.isSpaceFreed || report.removed > 0;
         ++progress.completed;
+        if (excluded.hold(entry.path)) {
+            removal.failed.insert(entry.path, LateExclusions::reason());
+            continue;
+        }
+        const RemovalReport report = host.fileSystem.removeItem(entry.path, entry.identity);
+        removal.isSpaceFreed = removal.isSpaceFreed || report.removed > 0;
         if (report.isComplete()) {
             progress.bytesProcessed += entry.size;
             continue;
@@ -109,6 +114,7 @@ QCoro::Task<CleanerService::CleanResult> CleanerService::clean(Route route)
                                     : u"Starting cleanup of %1 items (%2) via quarantine"_s;
     Log::cleaner.info(start.arg(selectedCount()).arg(ByteFormatter::format(selectedSize())));
     m_removal = std::stop_source();
+    m_lateExclusions = std::make_shared<LateExclusions>();
     const std::stop_token stop = m_removal.get_token();
     setProgress(CleanProgress{.total = selectedCount()});
 
@@ -131,9 +137,14 @@ QCoro::Task<CleanerService::CleanResult> CleanerService::clean(Route route)
         }
         if (part.entries.empty())
             continue;
-        QCoro::Task<> working =
-            isForGood ? removePart(part, result, gone) : quarantinePart(part, result, gone);
-        co_await working;
+        QCoro::Task<PartResult> working = isForGood ? removePart(part) : quarantinePart(part);
+        const PartResult done = co_await working;
+        result.cleaned += done.result.cleaned;
+        result.freedBytes += done.result.freedBytes;
+        result.failed += done.result.failed;
+        result.reasons.insert(done.result.reasons);
+        result.isSpaceFreed = result.isSpaceFreed || done.result.isSpaceFreed;
+        gone.unite(done.gone);
         if (!self)
             co_return result;
     }
@@ -153,8 +164,10 @@ QCoro::Task<CleanerService::CleanResult> CleanerService::clean(Route route)
     co_return result;
 }
 
-QCoro::Task<> CleanerService::quarantinePart(Part part, CleanResult& result, QSet<QString>& gone)
+QCoro::Task<CleanerService::PartResult> CleanerService::quarantinePart(Part part)
 {
+    PartResult done;
+    CleanResult& result = done.result;
     const QPointer<CleanerService> self(this);
     CleanProgress progress = m_progress.value_or(CleanProgress());
     progress.name = factsOf(part.type).displayName;
@@ -162,7 +175,14 @@ QCoro::Task<> CleanerService::quarantinePart(Part part, CleanResult& result, QSe
     QCoro::Task<QuarantineService*> opening = m_quarantine.open();
     QuarantineService* quarantine = co_await opening;
     if (!self || !quarantine)
-        co_return;
+        co_return done;
+    std::erase_if(part.entries, [&](const CleaningPlan::Entry& entry) {
+        const bool isExcluded = m_lateExclusions->hold(entry.path);
+        if (isExcluded)
+            fail(result, entry.path, LateExclusions::reason());
+        progress.completed += isExcluded ? 1 : 0;
+        return isExcluded;
+    });
     std::vector<QuarantineCandidate> candidates;
     candidates.reserve(part.entries.size());
     for (const CleaningPlan::Entry& entry : part.entries)
@@ -177,34 +197,37 @@ QCoro::Task<> CleanerService::quarantinePart(Part part, CleanResult& result, QSe
     for (const CleaningPlan::Entry& entry : part.entries) {
         if (handOver.movedPaths.contains(entry.path)) {
             moved.insert(entry.id);
-            gone.insert(entry.path);
+            done.gone.insert(entry.path);
         } else {
             fail(result, entry.path, handOver.reasons.value(entry.path));
         }
     }
     if (!self)
-        co_return;
+        co_return done;
     if (const auto found = category(part.type))
         found->removeItems(moved);
     progress.completed += static_cast<qint64>(part.entries.size());
     progress.bytesProcessed += handOver.size;
     setProgress(progress);
+    co_return done;
 }
 
-QCoro::Task<> CleanerService::removePart(Part part, CleanResult& result, QSet<QString>& gone)
+QCoro::Task<CleanerService::PartResult> CleanerService::removePart(Part part)
 {
+    PartResult done;
+    CleanResult& result = done.result;
     const QPointer<CleanerService> self(this);
     const std::stop_token stop = m_removal.get_token();
     CleanProgress progress = m_progress.value_or(CleanProgress());
     const auto relay = std::make_shared<CleanProgressRelay>(
         *this, [this](const CleanProgress& now) { setProgress(now); });
     const QFuture<PartRemoval> removing =
-        m_remover.run([part, &host = m_host, progress, relay, stop] {
-            return removeItems(part, host, progress, *relay, stop);
+        m_remover.run([part, &host = m_host, progress, relay, excluded = m_lateExclusions, stop] {
+            return removeItems(part, host, progress, *relay, *excluded, stop);
         });
     const PartRemoval removal = co_await removing;
     relay->end();
-    result.isSpaceFreed = result.isSpaceFreed || removal.isSpaceFreed;
+    result.isSpaceFreed = removal.isSpaceFreed;
     QSet<QUuid> removed;
     for (std::size_t i = 0; i < removal.reached; ++i) {
         const CleaningPlan::Entry& entry = part.entries[i];
@@ -216,15 +239,16 @@ QCoro::Task<> CleanerService::removePart(Part part, CleanResult& result, QSet<QS
         result.freedBytes += entry.size;
         progress.bytesProcessed += entry.size;
         removed.insert(entry.id);
-        gone.insert(entry.path);
+        done.gone.insert(entry.path);
     }
     if (!self)
-        co_return;
+        co_return done;
     if (const auto found = category(part.type))
         found->removeItems(removed);
     progress.completed += static_cast<qint64>(removal.reached);
     progress.name.clear();
     setProgress(progress);
+    co_return done;
 }
 
 QCoro::Task<> CleanerService::forgetWhatIsGone(QSet<QString> gone)

@@ -181,6 +181,8 @@ void CleanerService::stopScan()
 void CleanerService::exclude(const QString& path)
 {
     m_settings.addExcludedPath(path);
+    if (m_progress)
+        m_lateExclusions->add(path);
     for (const auto& category : m_categories) {
         QSet<QUuid> excluded;
         for (const CleanerItem& item : category->items()) {

@@ -85,7 +85,8 @@ public:
     /// category, which goes there as a whole; what it has not come to stays listed.
     void stopCleaning();
 
-    /// Takes `path` out of this and all later scans, by the user's exclusions.
+    /// Takes `path` out of this and all later scans, by the user's exclusions, and out of a removal
+    /// that has not come to it; the quarantine comes to a category at once.
     void exclude(const QString& path);
 
 Q_SIGNALS:
@@ -100,6 +101,11 @@ Q_SIGNALS:
 private:
     enum class Route { Quarantine, ForGood };
     using Type = CleanerCategory::CategoryType;
+    /// What became of one category's share in a removal.
+    struct PartResult {
+        CleanResult result;
+        QSet<QString> gone; ///< paths
+    };
 
     QCoro::Task<> doScan(std::stop_token stop);
     void dropEmptyCategories();
@@ -110,8 +116,8 @@ private:
 
     [[nodiscard]] CleaningPlan selection() const;
     QCoro::Task<CleanResult> clean(Route route);
-    QCoro::Task<> quarantinePart(CleaningPlan::Part part, CleanResult& result, QSet<QString>& gone);
-    QCoro::Task<> removePart(CleaningPlan::Part part, CleanResult& result, QSet<QString>& gone);
+    QCoro::Task<PartResult> quarantinePart(CleaningPlan::Part part);
+    QCoro::Task<PartResult> removePart(CleaningPlan::Part part);
     QCoro::Task<> forgetWhatIsGone(QSet<QString> gone);
 
     Host& m_host;
@@ -125,6 +131,7 @@ private:
     std::optional<CleanProgress> m_progress;
     std::stop_source m_scan;
     std::stop_source m_removal;
+    std::shared_ptr<LateExclusions> m_lateExclusions; ///< of the removal
     Worker m_scanner{QStringLiteral("cleaner scan")};
     Worker m_remover{QStringLiteral("cleaner removal")};
 };

@@ -25,20 +25,59 @@ bool liesInOneOf(const QSet<QString>& folders, const QString& path)
     return false;
 }
 
-/// Why `path` may not go; null when it may.
-QString rejection(const QString& path, const SafetyChecker& safety, const QStringList& excluded,
-                  const QString& home)
+/// `path` by the folder in which it lies indeed; what stands there may be a link itself.
+QString realPlaceOf(const QString& path)
 {
-    if (!safety.isCleanerSafe(path)) {
-        const QString text = safety.check(path).text;
+    const qsizetype slash = path.lastIndexOf(u'/');
+    const QString folder = slash > 0 ? withoutLinks(path.first(slash)) : QString();
+    return (folder == u"/"_s ? QString() : folder) + path.sliced(std::max<qsizetype>(slash, 0));
+}
+
+/// What says that a path may not go. A link on the way to it gives it two names, both of which
+/// count.
+class Gate {
+public:
+    Gate(const SafetyChecker& safety, const QStringList& excluded, const QString& home)
+        : m_safety(safety)
+        , m_home(home)
+        , m_realHome(withoutLinks(home))
+    {
+        for (const QString& exclusion : excluded)
+            m_excluded << exclusion << withoutLinks(exclusion);
+        m_excluded.removeDuplicates();
+    }
+
+    /// Why `path` may not go; null when it may.
+    [[nodiscard]] QString rejection(const QString& path) const
+    {
+        const QString reason = rejectionByName(path);
+        const QString real = realPlaceOf(path);
+        return reason.isNull() && real != path ? rejectionByName(real) : reason;
+    }
+
+private:
+    [[nodiscard]] QString rejectionByName(const QString& path) const;
+
+    const SafetyChecker& m_safety;
+    const QString& m_home;
+    const QString m_realHome;
+    QStringList m_excluded;
+};
+
+QString Gate::rejectionByName(const QString& path) const
+{
+    if (liesIn(m_home, path) || liesIn(m_realHome, path))
+        return u"It holds your home folder"_s;
+    if (!m_safety.isCleanerSafe(path)) {
+        const QString text = m_safety.check(path).text;
         return text.isEmpty() ? u"It is protected"_s : text;
     }
-    if (excluded.isEmpty())
+    if (m_excluded.isEmpty())
         return {};
-    const QString plain = standardizedPath(path, home);
-    for (const QString& exclusion : excluded) {
+    const QString plain = standardizedPath(path, m_home);
+    for (const QString& exclusion : m_excluded) {
         if (liesIn(plain, exclusion))
-            return u"It is excluded in the settings"_s;
+            return LateExclusions::reason();
         if (liesIn(exclusion, plain))
             return u"It holds “%1”, which is excluded in the settings"_s.arg(
                 PathText::forDisplay(PathText::lastComponent(exclusion)));
@@ -69,10 +108,11 @@ qint64 CleaningPlan::count() const
 CleaningPlan makeCleaningPlan(CleaningPlan selected, const SafetyChecker& safety,
                               const QStringList& excluded, const QString& home)
 {
+    const Gate gate(safety, excluded, home);
     QSet<QString> paths;
     for (CleaningPlan::Part& part : selected.parts) {
         std::erase_if(part.entries, [&](const CleaningPlan::Entry& entry) {
-            const QString reason = rejection(entry.path, safety, excluded, home);
+            const QString reason = gate.rejection(entry.path);
             if (reason.isNull())
                 paths.insert(entry.path);
             else

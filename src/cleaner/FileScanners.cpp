@@ -114,7 +114,7 @@ QStringList CategoryScanner::walkStarts(const QStringList& folders) const
             starts += folder;
             continue;
         }
-        for (const InspectedEntry& entry : listed(folder)) {
+        for (const InspectedEntry& entry : listedBesideHome(folder)) {
             if (!entry.name.startsWith(u'.'))
                 starts += folder + u'/' + entry.name;
         }
@@ -195,7 +195,7 @@ CategoryScanner::Items CategoryScanner::scanOldDownloads() const
     constexpr quint64 minSize = 1024;
     const QString folder = m_host.locations.path(u"~/Downloads");
     std::vector<Found> found;
-    for (const InspectedEntry& entry : listed(folder)) {
+    for (const InspectedEntry& entry : listedBesideHome(folder)) {
         if (entry.name.startsWith(u'.') || !isOld(entry.identity))
             continue;
         found.push_back(

@@ -71,7 +71,7 @@ CategoryScanner::Items CategoryScanner::scanApplicationLeftovers() const
     std::vector<Found> found;
     const QStringList folders = this->folders(leftoverFolders, u"leftovers");
     for (const QString& folder : folders) {
-        for (const InspectedEntry& entry : listed(folder)) {
+        for (const InspectedEntry& entry : listedBesideHome(folder)) {
             if (installed.isLeftover(entry.name))
                 found.push_back(
                     {entry.name, folder + u'/' + entry.name, entry.identity, u"xmark.app.fill"_s});

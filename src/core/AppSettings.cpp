@@ -52,6 +52,8 @@ void AppSettings::load()
     m_lowDiskThresholdPercent =
         m_defaults.integer(u"lowDiskThresholdPercent"_s).value_or(m_lowDiskThresholdPercent);
     m_excludedPaths = m_defaults.stringArray(u"excludedPaths"_s).value_or(m_excludedPaths);
+    for (QString& path : m_excludedPaths) // whoever wrote it
+        path = standardizedPath(path, m_home);
     if (const std::optional<double> seconds = m_defaults.real(u"lastPhysicalCleanDate"_s)) {
         // A number that is no date at all leaves the date empty.
         if (std::abs(*seconds) < 1e12)

@@ -5,6 +5,7 @@
 #include "platform/LocationAliases.h"
 #include "platform/PathText.h"
 #include "platform/PrivateDirectory.h"
+#include "platform/StandardizedPath.h"
 
 #include <QMutex>
 #include <QStringBuilder>
@@ -20,19 +21,6 @@
 using namespace Qt::StringLiterals;
 
 namespace brivane {
-
-namespace {
-
-/// `path` without links on the way and at its end, as far as it exists.
-QString withoutLinks(const QString& path)
-{
-    std::error_code failure;
-    const std::filesystem::path real =
-        std::filesystem::weakly_canonical(PathText::toBytes(path).toStdString(), failure);
-    return failure ? path : PathText::fromBytes(real.native());
-}
-
-} // namespace
 
 /// What a Locations knows. Constant after its making, but for the directory that
 /// temporaryDirectory() settles on at its first call.
@@ -125,9 +113,13 @@ Locations Locations::onLinux()
         return value.isEmpty() ? arrangement->home + standard : value;
     };
     const QString config = base("XDG_CONFIG_HOME", u"/.config"_s);
+    QString cache = base("XDG_CACHE_HOME", u"/.cache"_s);
+    // What lies in a cache is junk, and the home is none.
+    if (liesIn(arrangement->home, cache) || liesIn(arrangement->realHome, cache))
+        cache = arrangement->home + u"/.cache"_s;
     const AliasBases bases = {
         .home = arrangement->home,
-        .cache = base("XDG_CACHE_HOME", u"/.cache"_s),
+        .cache = cache,
         .config = config,
         .data = base("XDG_DATA_HOME", u"/.local/share"_s),
         .state = base("XDG_STATE_HOME", u"/.local/state"_s),

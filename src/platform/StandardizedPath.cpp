@@ -3,6 +3,7 @@
 #include "platform/PathText.h"
 
 #include <cstdlib>
+#include <filesystem>
 
 #include <pwd.h>
 #include <sys/stat.h>
@@ -84,6 +85,14 @@ QString standardizedPath(const QString& path, const QString& home)
             return shorter;
     }
     return absolute(parts);
+}
+
+QString withoutLinks(const QString& path)
+{
+    std::error_code failure;
+    const std::filesystem::path real =
+        std::filesystem::weakly_canonical(PathText::toBytes(path).toStdString(), failure);
+    return failure ? path : PathText::fromBytes(real.native());
 }
 
 } // namespace brivane

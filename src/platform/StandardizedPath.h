@@ -10,4 +10,8 @@ namespace brivane {
 /// exists. Looks at the disk for these two only; any thread.
 [[nodiscard]] QString standardizedPath(const QString& path, const QString& home);
 
+/// `path` without links on the way and at its end, as far as it exists; as it is where that cannot
+/// be found out. Blocks; any thread.
+[[nodiscard]] QString withoutLinks(const QString& path);
+
 } // namespace brivane

@@ -109,16 +109,18 @@ TEST_F(CleanerServiceTest, AStopKeepsWhatWasFoundAndOneBeforeThatLeavesNothing)
 
 TEST_F(CleanerServiceTest, WhatIsExcludedIsNeitherShownNorTakenAlong)
 {
-    for (const QString& name : {u"Tool"_s, u"Tool 2"_s, u"Kept/deep"_s, u"Holder/inner"_s})
+    for (const QString& name :
+         {u"Tool"_s, u"Tool 2"_s, u"Kept/deep"_s, u"Holder/inner"_s, u"Late"_s})
         file(u"~/Library/Caches/%1/a"_s.arg(name), 2000);
     settings.addExcludedPath(path(u"~/Library/Caches/Tool/"));
     scan();
     EXPECT_THAT(names(Type::applicationCaches),
-                UnorderedElementsAre(u"Tool 2"_s, u"Kept"_s, u"Holder"_s));
+                UnorderedElementsAre(u"Tool 2"_s, u"Kept"_s, u"Holder"_s, u"Late"_s));
     settings.addExcludedPath(path(u"~/Library/Caches/Holder/inner"));
     service.exclude(path(u"~/Library/Caches/Kept"));
-    EXPECT_THAT(names(Type::applicationCaches), UnorderedElementsAre(u"Tool 2"_s, u"Holder"_s));
-    EXPECT_EQ(service.totalSize(), 4000U);
+    EXPECT_THAT(names(Type::applicationCaches),
+                UnorderedElementsAre(u"Tool 2"_s, u"Holder"_s, u"Late"_s));
+    EXPECT_EQ(service.totalSize(), 6000U);
     EXPECT_TRUE(settings.isExcluded(path(u"~/Library/Caches/Kept")));
     QObject receiver; // the user is at it while the scan still goes on
     QObject::connect(&service, &CleanerService::totalsChanged, &receiver, [&] {
@@ -128,11 +130,45 @@ TEST_F(CleanerServiceTest, WhatIsExcludedIsNeitherShownNorTakenAlong)
     file(u"~/Library/Logs/tool.log"_s, 2000);
     scan();
     EXPECT_EQ(names(Type::applicationLogs), QStringList());
+    QObject::connect(&service, &CleanerService::progressChanged, &service,
+                     [&, changes = 0]() mutable {
+                         if (++changes == 2) // the removal is settled
+                             service.exclude(path(u"~/Library/Caches/Late"));
+                     });
     const auto result = clean(Route::ForGood);
-    EXPECT_EQ(result.failed, QStringList(path(u"~/Library/Caches/Holder")));
+    EXPECT_EQ(result.failed,
+              QStringList({path(u"~/Library/Caches/Holder"), path(u"~/Library/Caches/Late")}));
     EXPECT_EQ(result.cleaned, 1);
+    EXPECT_TRUE(stands(u"~/Library/Caches/Late/a"_s));
     EXPECT_TRUE(stands(u"~/Library/Caches/Tool/a"_s) && stands(u"~/Library/Caches/Kept/deep/a"_s) &&
                 stands(u"~/Library/Caches/Holder/inner/a"_s));
+}
+
+TEST_F(CleanerServiceTest, WhatIsExcludedWhileItIsBeingScannedIsNotShownEither)
+{
+    file(u"~/Library/Caches/Tool/a"_s, 2000);
+    service.scanAll();
+    ASSERT_TRUE(waitUntil([&] { return !service.categories().empty(); }));
+    service.exclude(path(u"~/Library/Caches/Tool"));
+    EXPECT_TRUE(waitUntil([&] { return service.scanComplete(); }));
+    EXPECT_TRUE(service.categories().empty());
+}
+
+TEST_F(CleanerServiceTest, WhereALinkLeadsIsJudgedAndNotItsNameAlone)
+{
+    for (const QString& place : {u"~/Fast/Tool/a"_s, u"~/Fast/Kept/a"_s, u"~/Library/Mail/Box/a"_s})
+        file(place, 5000);
+    machine.link(u"~/Library/Caches", PathText::toBytes(path(u"~/Fast")));
+    machine.link(u"~/Library/Logs", PathText::toBytes(path(u"~/Library/Mail")));
+    machine.link(u"~/.Trash", "../..");
+    machine.link(u"~/Downloads", PathText::toBytes(path(u"~")));
+    settings.addExcludedPath(path(u"~/Fast/Kept"));
+    scan();
+    EXPECT_EQ(rows().join(u' '), u"applicationCaches applicationLogs"_s) << "the home is no junk";
+    EXPECT_THAT(clean(Route::ForGood).failed,
+                UnorderedElementsAre(path(u"~/Library/Caches/Kept"), path(u"~/Library/Logs/Box")));
+    EXPECT_FALSE(stands(u"~/Fast/Tool"_s));
+    EXPECT_TRUE(stands(u"~/Fast/Kept/a"_s) && stands(u"~/Library/Mail/Box/a"_s));
 }
 
 TEST_F(CleanerServiceTest, OnBothRoutesOnlyWhatWasShownAndMayGoIsGone)

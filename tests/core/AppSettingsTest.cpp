@@ -134,6 +134,8 @@ TEST_F(AppSettingsTest, ExcludedPathsAreStandardisedSortedAndUnique)
     EXPECT_EQ(under->excludedPaths(), expected);
     under->removeExcludedPath(u"/b/c"_s);
     EXPECT_EQ(settings()->excludedPaths(), QStringList{u"/Users/ann/Movies"_s});
+    under->setExcludedPaths({u"~/Movies/"_s}); // as somebody may write it into the file
+    EXPECT_TRUE(settings()->isExcluded(u"/Users/ann/Movies/a"_s));
 
     QFile::remove(file);
     settings()->removeExcludedPath(u"/none"_s);

@@ -88,6 +88,10 @@ TEST(Locations, AliasesTakeTheLongestWholeComponents)
         {u"~/.Trash"_s, u"/home/ann/.local/share/Trash/files"_s}};
     for (const auto& [from, to] : rows)
         EXPECT_EQ(locations.path(from), to);
+    for (const char* holdsHome : {"/", "/home/", "/home/ann"}) {
+        const Variable noCache("XDG_CACHE_HOME", holdsHome);
+        EXPECT_EQ(Locations::onLinux().path(u"~/Library/Caches"), u"/home/ann/.cache"_s);
+    }
 }
 
 TEST(Locations, AUserFolderIsWhereTheDesktopSaysAndNeverTheHomeOrAboveIt)

@@ -146,7 +146,7 @@ void DirectoryReader::append(Directory* directory, int descriptor, const char* n
         return enterLater(directory, *record);
     }
     if (isPlainOther(type, record->name())) {
-        record->attributes.mode = DTTOIF(type);
+        record->attributes.mode = static_cast<std::uint32_t>(DTTOIF(type));
         record->kind = kindOf(record->attributes.mode);
         return;
     }

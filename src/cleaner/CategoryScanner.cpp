@@ -51,6 +51,9 @@ CategoryScanner::CategoryScanner(Host& host, const Settings& settings, std::stop
 
 std::vector<CleanerItem> CategoryScanner::scanCategory(Type type) const
 {
+    // The scans of all types wait in line, also behind one that was stopped.
+    if (m_stop.stop_requested())
+        return {};
     switch (type) {
     case Type::unusedDiskImages:
         return scanDiskImages();

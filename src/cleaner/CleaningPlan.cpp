@@ -5,6 +5,7 @@
 #include "platform/StandardizedPath.h"
 #include "removal/SafetyChecker.h"
 
+#include <cerrno>
 #include <set>
 #include <tuple>
 
@@ -25,14 +26,6 @@ bool liesInOneOf(const QSet<QString>& folders, const QString& path)
     return false;
 }
 
-/// `path` by the folder in which it lies indeed; what stands there may be a link itself.
-QString realPlaceOf(const QString& path)
-{
-    const qsizetype slash = path.lastIndexOf(u'/');
-    const QString folder = slash > 0 ? withoutLinks(path.first(slash)) : QString();
-    return (folder == u"/"_s ? QString() : folder) + path.sliced(std::max<qsizetype>(slash, 0));
-}
-
 /// What says that a path may not go. A link on the way to it gives it two names, both of which
 /// count.
 class Gate {
@@ -47,21 +40,45 @@ public:
         m_excluded.removeDuplicates();
     }
 
-    /// Why `path` may not go; null when it may.
-    [[nodiscard]] QString rejection(const QString& path) const
+    /// Why an entry may not go; null when it may.
+    [[nodiscard]] QString rejection(const CleaningPlan::Entry& entry)
     {
-        const QString reason = rejectionByName(path);
-        const QString real = realPlaceOf(path);
-        return reason.isNull() && real != path ? rejectionByName(real) : reason;
+        const QString& path = entry.path;
+        const qsizetype slash = path.lastIndexOf(u'/');
+        if (slash > 0)
+            enter(path.first(slash));
+        QString reason = rejectionByName(path);
+        const QString real = m_realFolder + path.sliced(std::max<qsizetype>(slash, 0));
+        if (reason.isNull() && slash > 0 && real != path)
+            reason = rejectionByName(real);
+        // What is judged has to be what was found, and is demanded later.
+        if (reason.isNull() && entry.identity.folder && entry.identity.folder != m_folderId)
+            reason = FileError{ESTALE, path, FileOperation::Remove}.reason();
+        return reason;
     }
 
 private:
     [[nodiscard]] QString rejectionByName(const QString& path) const;
+    /// Finds out about the folder of the next path, which often is that of the one before.
+    void enter(const QString& folder)
+    {
+        if (folder == m_folder)
+            return;
+        m_folder = folder;
+        m_realFolder = withoutLinks(folder);
+        if (m_realFolder == u"/"_s)
+            m_realFolder.clear();
+        const auto id = FileIdentity::folderOf(m_realFolder + u"/any"_s);
+        m_folderId = id ? std::optional(*id) : std::nullopt;
+    }
 
     const SafetyChecker& m_safety;
     const QString& m_home;
     const QString m_realHome;
     QStringList m_excluded;
+    QString m_folder;
+    QString m_realFolder; ///< empty for "/"
+    std::optional<ObjectId> m_folderId;
 };
 
 QString Gate::rejectionByName(const QString& path) const
@@ -108,11 +125,11 @@ qint64 CleaningPlan::count() const
 CleaningPlan makeCleaningPlan(CleaningPlan selected, const SafetyChecker& safety,
                               const QStringList& excluded, const QString& home)
 {
-    const Gate gate(safety, excluded, home);
+    Gate gate(safety, excluded, home);
     QSet<QString> paths;
     for (CleaningPlan::Part& part : selected.parts) {
         std::erase_if(part.entries, [&](const CleaningPlan::Entry& entry) {
-            const QString reason = gate.rejection(entry.path);
+            const QString reason = gate.rejection(entry);
             if (reason.isNull())
                 paths.insert(entry.path);
             else

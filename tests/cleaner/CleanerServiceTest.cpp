@@ -169,6 +169,13 @@ TEST_F(CleanerServiceTest, WhereALinkLeadsIsJudgedAndNotItsNameAlone)
                 UnorderedElementsAre(path(u"~/Library/Caches/Kept"), path(u"~/Library/Logs/Box")));
     EXPECT_FALSE(stands(u"~/Fast/Tool"_s));
     EXPECT_TRUE(stands(u"~/Fast/Kept/a"_s) && stands(u"~/Library/Mail/Box/a"_s));
+
+    // The link stood there when it was found, stands elsewhere now, and may be back by and by.
+    const QString box = path(u"~/Library/Caches/Box");
+    const FileIdentity found = *FileIdentity::of(path(u"~/Library/Mail/Box"));
+    const CleaningPlan swapped{
+        {{.type = Type::applicationCaches, .entries = {{{}, u"Box"_s, box, 1, found}}}}};
+    EXPECT_EQ(makeCleaningPlan(swapped, safety, {}, machine.locations().home()).count(), 0);
 }
 
 TEST_F(CleanerServiceTest, OnBothRoutesOnlyWhatWasShownAndMayGoIsGone)

@@ -257,7 +257,17 @@ QStringList CategoryScanner::folders(std::span<const QStringView> table,
 
 QSet<QString> CategoryScanner::coveredElsewhere() const
 {
-    return texts(cachesCoveredElsewhere, u"cachesCoveredElsewhere");
+    // Where the place lies elsewhere on this machine, the name stands for something else.
+    const QString caches = m_host.locations.path(u"~/Library/Caches");
+    QSet<QString> names = texts({}, u"cachesCoveredElsewhere");
+    for (const QStringView name : cachesCoveredElsewhere) {
+        const QString folder = caches + u'/' + name.toString();
+        if (std::ranges::any_of(namedPlaces, [&](const NamedPlace& place) {
+                return liesIn(m_host.locations.path(place.path), folder);
+            }))
+            names.insert(name.toString());
+    }
+    return names;
 }
 
 } // namespace brivane

@@ -1,6 +1,5 @@
 #include "cleaner/CleanerItemListModel.h"
 
-#include "cleaner/ExtensionChips.h"
 #include "core/ByteFormatter.h"
 #include "platform/PathText.h"
 
@@ -195,7 +194,7 @@ std::vector<int> CleanerItemListModel::filtered() const
     const std::vector<CleanerItem>& items = m_category->items();
     for (std::size_t place = 0; place < items.size(); ++place) {
         const CleanerItem& item = items[place];
-        if (!m_extension.isEmpty() && pathExtension(item.path) != m_extension)
+        if (!m_extension.isEmpty() && PathText::extension(item.path) != m_extension)
             continue;
         if (!m_searchText.isEmpty() && !item.name.normalized(QString::NormalizationForm_C)
                                             .contains(m_searchText, Qt::CaseInsensitive))

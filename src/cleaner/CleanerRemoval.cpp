@@ -73,14 +73,15 @@ void fail(CleanerService::CleanResult& result, const QString& path, const QStrin
 
 } // namespace
 
-QCoro::Task<CleanerService::CleanResult> CleanerService::cleanSelected()
+QCoro::Task<CleanerService::CleanResult> CleanerService::cleanSelected(CleaningPlan selected)
 {
-    return clean(Route::Quarantine);
+    return clean(Route::Quarantine, std::move(selected));
 }
 
-QCoro::Task<CleanerService::CleanResult> CleanerService::cleanSelectedPermanently()
+QCoro::Task<CleanerService::CleanResult>
+CleanerService::cleanSelectedPermanently(CleaningPlan selected)
 {
-    return clean(Route::ForGood);
+    return clean(Route::ForGood, std::move(selected));
 }
 
 void CleanerService::stopCleaning()
@@ -103,7 +104,7 @@ CleaningPlan CleanerService::selection() const
     return plan;
 }
 
-QCoro::Task<CleanerService::CleanResult> CleanerService::clean(Route route)
+QCoro::Task<CleanerService::CleanResult> CleanerService::clean(Route route, CleaningPlan selected)
 {
     CleanResult result;
     if (m_progress)
@@ -112,14 +113,14 @@ QCoro::Task<CleanerService::CleanResult> CleanerService::clean(Route route)
     const bool isForGood = route == Route::ForGood;
     const QString start = isForGood ? u"Starting permanent cleanup of %1 items (%2)"_s
                                     : u"Starting cleanup of %1 items (%2) via quarantine"_s;
-    Log::cleaner.info(start.arg(selectedCount()).arg(ByteFormatter::format(selectedSize())));
+    Log::cleaner.info(start.arg(selected.count()).arg(ByteFormatter::format(selected.size())));
     m_removal = std::stop_source();
     m_lateExclusions = std::make_shared<LateExclusions>();
     const std::stop_token stop = m_removal.get_token();
-    setProgress(CleanProgress{.total = selectedCount()});
+    setProgress(CleanProgress{.total = selected.count()});
 
     const QFuture<CleaningPlan> planning =
-        m_remover.run([selected = selection(), safety = m_safety,
+        m_remover.run([selected = std::move(selected), safety = m_safety,
                        excluded = m_settings.excludedPaths(), home = m_host.locations.home()] {
             return makeCleaningPlan(selected, safety, excluded, home);
         });
@@ -254,6 +255,8 @@ QCoro::Task<CleanerService::PartResult> CleanerService::removePart(Part part)
 QCoro::Task<> CleanerService::forgetWhatIsGone(QSet<QString> gone)
 {
     const QPointer<CleanerService> self(this);
+    if (m_isScanning)
+        m_gone.unite(gone);
     std::vector<std::pair<QUuid, QString>> items;
     for (const auto& category : m_categories) {
         for (const CleanerItem& item : category->items())

@@ -55,6 +55,7 @@ CleanerService::~CleanerService()
 {
     m_scan.request_stop();
     m_removal.request_stop();
+    m_tracker.setInactive(ActivityTracker::smartClean);
 }
 
 std::unique_ptr<CleanerService> CleanerService::make(Composition& composition)
@@ -96,6 +97,7 @@ void CleanerService::scanAll()
     Q_EMIT categoriesChanged();
     Q_EMIT totalsChanged();
     Log::cleaner.info(u"Starting cleaner scan"_s);
+    m_gone.clear();
     m_scan = std::stop_source();
     doScan(m_scan.get_token());
 }
@@ -146,6 +148,9 @@ QCoro::Task<> CleanerService::doScan(std::stop_token stop)
                     now, [&](const QString& path) { return liesIn(item.path, path); });
             });
         }
+        if (!m_gone.isEmpty()) {
+            std::erase_if(*items, [&](const CleanerItem& item) { return isIn(m_gone, item.path); });
+        }
         const std::shared_ptr<CleanerCategory> found = category(type);
         if (!found)
             continue;
@@ -157,6 +162,8 @@ QCoro::Task<> CleanerService::doScan(std::stop_token stop)
                               .arg(found->items().size())
                               .arg(ByteFormatter::format(found->totalSize())));
     }
+    if (!self || stop.stop_requested()) // by who heard of the last of them
+        co_return;
     dropEmptyCategories();
     // In this order, since neither would be the state before a first scan.
     publish(m_scanComplete, true, this, &CleanerService::scanCompleteChanged);

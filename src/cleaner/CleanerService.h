@@ -77,10 +77,17 @@ public:
     /// Ends a scan; what it has found so far stays.
     void stopScan();
 
-    /// Removes what is selected at this moment, category after category. Only one removal runs at a
-    /// time: another one gives an empty result. Both end with what they have done when this goes.
-    QCoro::Task<CleanResult> cleanSelected();
-    QCoro::Task<CleanResult> cleanSelectedPermanently();
+    /// What is selected at this moment, for a question whose answer is to be about nothing else.
+    [[nodiscard]] CleaningPlan selection() const;
+    /// Removes what was selected, category after category. Only one removal runs at a time: another
+    /// one gives an empty result. Both end with what they have done when this goes.
+    QCoro::Task<CleanResult> cleanSelected(CleaningPlan selected);
+    QCoro::Task<CleanResult> cleanSelected() { return cleanSelected(selection()); }
+    QCoro::Task<CleanResult> cleanSelectedPermanently(CleaningPlan selected);
+    QCoro::Task<CleanResult> cleanSelectedPermanently()
+    {
+        return cleanSelectedPermanently(selection());
+    }
     /// Ends the removal after the item that it is at, on the way to the quarantine after the
     /// category, which goes there as a whole; what it has not come to stays listed.
     void stopCleaning();
@@ -114,8 +121,7 @@ private:
     [[nodiscard]] std::shared_ptr<CleanerCategory> category(Type type) const;
     void addCategory(Type type);
 
-    [[nodiscard]] CleaningPlan selection() const;
-    QCoro::Task<CleanResult> clean(Route route);
+    QCoro::Task<CleanResult> clean(Route route, CleaningPlan selected);
     QCoro::Task<PartResult> quarantinePart(CleaningPlan::Part part);
     QCoro::Task<PartResult> removePart(CleaningPlan::Part part);
     QCoro::Task<> forgetWhatIsGone(QSet<QString> gone);
@@ -132,6 +138,7 @@ private:
     std::stop_source m_scan;
     std::stop_source m_removal;
     std::shared_ptr<LateExclusions> m_lateExclusions; ///< of the removal
+    QSet<QString> m_gone; ///< paths that went since the scan began: a scanner may have seen them
     Worker m_scanner{QStringLiteral("cleaner scan")};
     Worker m_remover{QStringLiteral("cleaner removal")};
 };

@@ -148,7 +148,8 @@ QString CleanerViewModel::progressText() const
 {
     const QString name = m_service.progress().value_or(CleanProgress()).name;
     if (isStopping())
-        return u"Stopping after this item..."_s;
+        return m_route == CleanRoute::quarantine ? u"Stopping after this category..."_s
+                                                 : u"Stopping after this item..."_s;
     return name.isEmpty() ? u"Removing..."_s : QString(u"Removing "_s + PathText::forDisplay(name));
 }
 
@@ -181,8 +182,11 @@ void CleanerViewModel::setShowCleanConfirmation(bool isShown)
         return;
     m_runningAffectedApps.clear();
     ++m_confirmation;
+    if (isShown)
+        m_asked = m_service.selection();
     publish(m_showCleanConfirmation, isShown, this,
             &CleanerViewModel::showCleanConfirmationChanged);
+    Q_EMIT totalsChanged();
     Q_EMIT runningAffectedAppsChanged();
     if (isShown)
         detectRunningAffectedApps(this);
@@ -190,12 +194,12 @@ void CleanerViewModel::setShowCleanConfirmation(bool isShown)
 
 QString CleanerViewModel::confirmTitle() const
 {
-    return u"Clean %1 Items"_s.arg(m_service.selectedCount());
+    return u"Clean %1 Items"_s.arg(m_asked.count());
 }
 
 QString CleanerViewModel::confirmText() const
 {
-    return selectedSizeText() + u" will be freed"_s;
+    return ByteFormatter::format(m_asked.size()) + u" will be freed"_s;
 }
 
 QString CleanerViewModel::runningWarning() const
@@ -212,12 +216,12 @@ QString CleanerViewModel::restoreText() const
     return u"%1 days to restore before permanent deletion"_s.arg(m_settings.quarantinePurgeDays());
 }
 
-CategorySizes CleanerViewModel::preCleanSnapshot() const
+CategorySizes CleanerViewModel::capturePreCleanSnapshot() const
 {
     CategorySizes sizes;
-    for (const std::shared_ptr<CleanerCategory>& category : m_service.categories()) {
-        if (category->selectedSize() != 0)
-            sizes.emplace_back(factsOf(category->type()).rawValue, category->selectedSize());
+    for (const CleaningPlan::Part& part : m_asked.parts) {
+        if (part.size() != 0)
+            sizes.emplace_back(factsOf(part.type).rawValue, part.size());
     }
     return sizes;
 }
@@ -226,11 +230,9 @@ QCoro::Task<> CleanerViewModel::detectRunningAffectedApps(QPointer<CleanerViewMo
 {
     const int confirmation = self->m_confirmation;
     QStringList paths;
-    for (const std::shared_ptr<CleanerCategory>& category : self->m_service.categories()) {
-        for (const CleanerItem& item : category->items()) {
-            if (item.isSelected)
-                paths += item.path;
-        }
+    for (const CleaningPlan::Part& part : self->m_asked.parts) {
+        for (const CleaningPlan::Entry& entry : part.entries)
+            paths += entry.path;
     }
     const auto look = [paths, &workspace = self->m_host.workspace,
                        additions = self->m_host.locations.additions(u"runningApplications")] {
@@ -246,21 +248,25 @@ QCoro::Task<> CleanerViewModel::detectRunningAffectedApps(QPointer<CleanerViewMo
 
 QCoro::Task<> CleanerViewModel::clean(QPointer<CleanerViewModel> self, CleanRoute route)
 {
+    if (!self->m_showCleanConfirmation)
+        co_return; // it was answered
     self->setShowCleanConfirmation(false);
     if (self->isCleaning())
         co_return;
     // Before the removal, which takes items out of the lists.
-    CategorySizes selected = self->preCleanSnapshot();
+    CategorySizes selected = self->capturePreCleanSnapshot();
+    self->m_route = route;
     self->m_isCleaning = true;
     self->m_isStopping = false;
     Q_EMIT self->progressChanged();
     CleanerService::CleanResult result;
     if (route == CleanRoute::quarantine) {
-        QCoro::Task<CleanerService::CleanResult> removing = self->m_service.cleanSelected();
+        QCoro::Task<CleanerService::CleanResult> removing =
+            self->m_service.cleanSelected(self->m_asked);
         result = co_await removing;
     } else {
         QCoro::Task<CleanerService::CleanResult> removing =
-            self->m_service.cleanSelectedPermanently();
+            self->m_service.cleanSelectedPermanently(self->m_asked);
         result = co_await removing;
     }
     if (self)

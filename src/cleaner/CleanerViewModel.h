@@ -132,7 +132,7 @@ Q_SIGNALS:
 
 private:
     void followCategories();
-    [[nodiscard]] CategorySizes preCleanSnapshot() const;
+    [[nodiscard]] CategorySizes capturePreCleanSnapshot() const;
     static QCoro::Task<> detectRunningAffectedApps(QPointer<CleanerViewModel> self);
     static QCoro::Task<> clean(QPointer<CleanerViewModel> self, CleanRoute route);
     void finishCleaning(const CleanerService::CleanResult& result, CleanRoute route,
@@ -149,9 +149,11 @@ private:
     CleanerCategoryListModel m_categories;
     CleanerDetailViewModel m_detail;
     QString m_selectedCategory;
+    CleanRoute m_route = CleanRoute::quarantine; ///< of the last removal
     bool m_isCleaning = false;
     bool m_isStopping = false;
     bool m_showCleanConfirmation = false;
+    CleaningPlan m_asked;   ///< what the confirmation is about, whatever is selected meanwhile
     int m_confirmation = 0; ///< which one this is, so that no answer comes to a later one
     QStringList m_runningAffectedApps;
     std::unique_ptr<CleanResultViewModel> m_result;

@@ -122,6 +122,22 @@ qint64 CleaningPlan::count() const
     return sum;
 }
 
+quint64 CleaningPlan::size() const
+{
+    quint64 sum = 0;
+    for (const Part& part : parts)
+        sum += part.size();
+    return sum;
+}
+
+quint64 CleaningPlan::Part::size() const
+{
+    quint64 sum = 0;
+    for (const Entry& entry : entries)
+        sum += entry.size;
+    return sum;
+}
+
 CleaningPlan makeCleaningPlan(CleaningPlan selected, const SafetyChecker& safety,
                               const QStringList& excluded, const QString& home)
 {
@@ -146,12 +162,17 @@ CleaningPlan makeCleaningPlan(CleaningPlan selected, const SafetyChecker& safety
     return selected;
 }
 
+bool isIn(const QSet<QString>& removed, const QString& path)
+{
+    return removed.contains(path) || liesInOneOf(removed, path);
+}
+
 QSet<QUuid> itemsIn(const std::vector<std::pair<QUuid, QString>>& items,
                     const QSet<QString>& removed)
 {
     QSet<QUuid> gone;
     for (const auto& [id, path] : items) {
-        if (removed.contains(path) || liesInOneOf(removed, path))
+        if (isIn(removed, path))
             gone.insert(id);
     }
     return gone;

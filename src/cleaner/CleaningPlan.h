@@ -35,10 +35,14 @@ struct CleaningPlan {
         CleanerCategory::CategoryType type;
         std::vector<Entry> entries = {}; ///< that go
         std::vector<Rejected> rejected = {};
+
+        [[nodiscard]] quint64 size() const; ///< bytes of the entries
     };
     std::vector<Part> parts; ///< in the order of the categories
 
-    [[nodiscard]] qint64 count() const; ///< of the entries that go
+    // Of the entries that go.
+    [[nodiscard]] qint64 count() const;
+    [[nodiscard]] quint64 size() const; ///< bytes
 };
 
 /// What the user has excluded since a removal's plan was settled, which holds for what that has not
@@ -71,6 +75,9 @@ private:
 /// way: a path is judged by the place to which it leads, too.
 [[nodiscard]] CleaningPlan makeCleaningPlan(CleaningPlan selected, const SafetyChecker& safety,
                                             const QStringList& excluded, const QString& home);
+
+/// Whether `path` is one of these, or lies in one.
+[[nodiscard]] bool isIn(const QSet<QString>& removed, const QString& path);
 
 /// Those of `items` that are gone when nothing is left at `removed`: by their paths they lie there.
 [[nodiscard]] QSet<QUuid> itemsIn(const std::vector<std::pair<QUuid, QString>>& items,

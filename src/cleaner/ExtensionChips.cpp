@@ -12,19 +12,12 @@ using namespace Qt::StringLiterals;
 
 namespace brivane {
 
-QString pathExtension(QStringView path)
-{
-    const QStringView name = path.sliced(path.lastIndexOf(u'/') + 1);
-    const qsizetype dot = name.lastIndexOf(u'.');
-    return dot <= 0 ? QString() : name.sliced(dot + 1).toString().toLower();
-}
-
 void ExtensionChips::setItems(const std::vector<CleanerItem>& items)
 {
     std::vector<Chip> chips;
     QHash<QString, std::size_t> places;
     for (const CleanerItem& item : items) {
-        const QString extension = pathExtension(item.path);
+        const QString extension = PathText::extension(item.path);
         if (extension.isEmpty())
             continue;
         const auto place = places.constFind(extension);

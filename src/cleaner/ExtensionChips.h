@@ -10,10 +10,6 @@ namespace brivane {
 
 struct CleanerItem;
 
-/// The extension of the last component of `path`, in small letters; empty where it has none. What
-/// begins with its only dot has none, nor has what ends with it.
-[[nodiscard]] QString pathExtension(QStringView path);
-
 /// The endings that a category's items have, as chips to choose one of: "All" first, then those of
 /// most items. GUI thread.
 class ExtensionChips : public QAbstractListModel {

@@ -25,13 +25,6 @@ namespace brivane {
 
 namespace {
 
-/// What follows the last dot of a name, in lower case; nothing where only a dot is in front.
-QString extensionOf(QStringView name)
-{
-    const qsizetype dot = name.lastIndexOf(u'.');
-    return dot > 0 ? name.sliced(dot + 1).toString().toLower() : QString();
-}
-
 /// Endings to look for in very many names: without a QString for each. Any thread.
 class NameEndings {
 public:
@@ -41,7 +34,7 @@ public:
             m_endings.insert(ending.toStdString());
     }
 
-    /// As extensionOf() has it, of a name or a path.
+    /// As PathText::extension() has it, of a name or a path.
     [[nodiscard]] bool isAtEnd(std::string_view name) const
     {
         name.remove_prefix(name.rfind('/') + 1); // npos + 1 is 0
@@ -225,7 +218,7 @@ CategoryScanner::Items CategoryScanner::scanScreenshots() const
     Items items;
     for (const QString& folder : std::as_const(folders)) {
         for (const InspectedEntry& entry : listed(folder)) {
-            if (endings.contains(extensionOf(entry.name)) &&
+            if (endings.contains(PathText::extension(entry.name)) &&
                 beginsLikeOneOf(entry.name, beginnings) && entry.identity.isRegularFile() &&
                 entry.identity.size > 0U && isOld(entry.identity))
                 items.push_back(fileItem(entry.name, folder + u'/' + entry.name, entry.identity,

@@ -151,4 +151,11 @@ QString lastComponent(QStringView path)
     return path.sliced(path.lastIndexOf(u'/') + 1).toString();
 }
 
+QString extension(QStringView path)
+{
+    const QStringView name = path.sliced(path.lastIndexOf(u'/') + 1);
+    const qsizetype dot = name.lastIndexOf(u'.');
+    return dot > 0 ? name.sliced(dot + 1).toString().toLower() : QString();
+}
+
 } // namespace brivane::PathText

@@ -27,4 +27,8 @@ namespace brivane::PathText {
 /// What follows the last "/" of `path`, trailing slashes ignored; empty for "/" and "".
 [[nodiscard]] QString lastComponent(QStringView path);
 
+/// What follows the last dot in the last component of `path`, in small letters; empty where there
+/// is none, or only one in front.
+[[nodiscard]] QString extension(QStringView path);
+
 } // namespace brivane::PathText

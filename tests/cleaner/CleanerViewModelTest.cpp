@@ -103,13 +103,18 @@ TEST_F(CleanerTest, SaysWhatBecameOfARemovalAndKeepsTheCategory)
     model.detail()->toggleAll();
     model.setShowCleanConfirmation(true);
     EXPECT_EQ(model.confirmTitle(), u"Clean 2 Items");
+    model.toggleCategory(u"downloads"_s); // as when a scan goes on behind the question
+    EXPECT_EQ(model.confirmTitle(), u"Clean 2 Items") << "that was asked";
     model.moveToQuarantine();
     ASSERT_TRUE(waitUntil([&] { return model.showResult() && model.result()->hasDiskSpace(); }));
     EXPECT_EQ(model.result()->failures()->rowCount(), 1);
     ASSERT_EQ(model.result()->breakdown().size(), 2) << "what was selected, not what went";
+    EXPECT_TRUE(FileIdentity::of(path(u"~/Downloads/Old.zip")));
     EXPECT_EQ(model.result()->breakdown()[0].toMap()[u"name"_s].toString(), u"applicationCaches");
     EXPECT_FALSE(model.result()->quarantineText().isEmpty());
     model.dismissResult();
+    model.toggleCategory(u"downloads"_s);
+    model.setShowCleanConfirmation(true);
     model.deletePermanently();
     ASSERT_TRUE(waitUntil([&] { return model.showResult(); }));
     EXPECT_TRUE(model.result()->quarantineText().isEmpty());

@@ -19,6 +19,7 @@ struct Thing {
 /// What lies in the home of somebody who works on such a desktop.
 constexpr Thing things[] = {
     {u"~/.cache/thumbnails/large/a.png", 1, Type::applicationCaches, u"thumbnails"},
+    {u"~/.cache/Google/AndroidStudio/a", 1, Type::applicationCaches, u"Google"},
     {u"~/.cache/mozilla/firefox/x.default/cache2/a", 1, Type::browserCaches, u"Firefox"},
     {u"~/.cache/google-chrome/Default/Cache/a", 1, Type::browserCaches, u"Chrome"},
     {u"~/.cache/chromium/Default/Cache/a", 1, Type::browserCaches, u"Chromium"},

@@ -225,7 +225,7 @@ TEST(SafetyChecker, UserDataIsProtectedWhereADesktopKeepsIt)
 
     // What is added for the cleaner is for it to take.
     const SafetyChecker checker(desktop);
-    for (const QStringView table : {u"applicationCaches", u"applicationLogs", u"browserCaches",
+    for (const QStringView table : {u"applicationCaches", u"foldersWithLogs", u"browserCaches",
                                     u"mailCaches", u"nodeModules", u"systemLogs", u"vsCodeCache"}) {
         for (const Locations::Addition& addition : desktop.additions(table))
             EXPECT_TRUE(checker.isCleanerSafe(addition.value)) << qPrintable(addition.value);

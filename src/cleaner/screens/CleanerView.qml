@@ -73,7 +73,7 @@ FocusScope {
             icon: "checkmark.circle.fill"
             tint: ColorPalette.success
             title: qsTr("Nothing to Clean")
-            text: qsTr("There is no junk in the places that Smart Clean looks at.")
+            text: qsTr("Smart Clean knows of no junk that may be removed.")
         }
         RowLayout {
             Layout.fillWidth: true

@@ -105,19 +105,10 @@ FocusScope {
                 onBackWanted: list.forceActiveFocus(Qt.TabFocusReason)
             }
         }
-        ProgressPanel {
-            objectName: "cleanerProgress"
+        CleanerProgress {
             Layout.fillWidth: true
-            Layout.leftMargin: Metrics.spacingHuge
-            Layout.rightMargin: Metrics.spacingHuge
-            Layout.topMargin: Metrics.spacingMedium
-            Layout.bottomMargin: Metrics.spacingMedium
             visible: root.viewModel.isCleaning
-            text: root.viewModel.progressText
-            detail: root.viewModel.progressDetail
-            fraction: root.viewModel.progressFraction
-            canStop: !root.viewModel.isStopping
-            onStopped: root.viewModel.stopCleaning()
+            viewModel: root.viewModel
         }
         CleanerBottomBar {
             Layout.fillWidth: true

@@ -166,6 +166,8 @@ T.ItemDelegate {
             spacing: 1
 
             AppText {
+                id: titleText
+
                 Layout.fillWidth: true
                 horizontalAlignment: Text.AlignLeft // whichever way a name is written
                 elide: Text.ElideMiddle
@@ -173,6 +175,11 @@ T.ItemDelegate {
                 textStyle: root.hasStrongTitle ? AppText.Style.BodyStrong : AppText.Style.Body
                 color: root.titleColor
                 Accessible.ignored: true
+
+                WholeText {
+                    whole: titleText
+                    isWanted: root.hovered
+                }
             }
             Loader {
                 Layout.fillWidth: true
@@ -189,6 +196,8 @@ T.ItemDelegate {
                         Accessible.ignored: true
                     }
                     AppText {
+                        id: subtitleText
+
                         Layout.fillWidth: true
                         horizontalAlignment: Text.AlignLeft
                         elide: root.wrapsSubtitle ? Text.ElideNone : Text.ElideMiddle
@@ -197,6 +206,11 @@ T.ItemDelegate {
                         textStyle: AppText.Style.Callout
                         color: root.subtitleColor
                         Accessible.ignored: true
+
+                        WholeText {
+                            whole: subtitleText
+                            isWanted: root.hovered
+                        }
                     }
                     Loader {
                         active: root.mark !== null

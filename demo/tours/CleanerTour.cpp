@@ -68,7 +68,7 @@ void showDetail(Tour& tour, CleanerViewModel& cleaner)
     tour.takePicture(u"cleaner-chip"_s);
     tour.press(Qt::Key_F, Qt::ControlModifier);
     cleaner.detail()->setSelectedExtension({});
-    tour.type("a");
+    tour.type("disk");
     tour.takePicture(u"cleaner-filtered"_s);
     tour.type("zzz");
     tour.takePicture(u"cleaner-filtered-empty"_s);

@@ -13,6 +13,7 @@ Item {
     property int symbolSize: 14
     property int pixelSize: Metrics.textCallout
     property int weight: Font.Medium
+    property int elide: Text.ElideRight
 
     readonly property real symbolRoom: isBusy || symbol.length > 0 ? symbolSize + row.spacing : 0
 
@@ -44,7 +45,7 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             visible: text.length > 0
             width: Math.min(Math.ceil(implicitWidth), Math.max(0, root.width - root.symbolRoom))
-            elide: Text.ElideRight
+            elide: root.elide
             text: root.text
             font.pixelSize: root.pixelSize
             font.weight: root.weight

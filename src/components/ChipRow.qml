@@ -24,6 +24,7 @@ ListView {
     function showChosen(): void {
         if (chosenIndex < 0 || chosenIndex >= count)
             return;
+        forceLayout();
         positionViewAtIndex(Math.min(count - 1, chosenIndex + 1), ListView.Contain);
         positionViewAtIndex(Math.max(0, chosenIndex - 1), ListView.Contain);
     }
@@ -37,7 +38,7 @@ ListView {
     activeFocusOnTab: true
     onChosenIndexChanged: Qt.callLater(showChosen) // qmllint disable
     onActiveFocusChanged: showChosen()
-    onWidthChanged: showChosen()
+    onWidthChanged: Qt.callLater(showChosen) // qmllint disable
 
     Keys.onLeftPressed: choose(chosenIndex - 1)
     Keys.onUpPressed: choose(chosenIndex - 1)
@@ -65,6 +66,7 @@ ListView {
         required property string label
 
         objectName: "chip" + index
+        width: Math.min(implicitWidth, 160)
         modelData: ({ label: label, objectName: "chip" + index })
         chosen: index === root.chosenIndex
         isOutlined: true

@@ -19,7 +19,7 @@ T.ItemDelegate {
     property bool hasStrongTitle: false
     property string subtitle
     property color subtitleColor: ColorPalette.secondaryText
-    property int subtitleLines: 1 // that it may take; of more than one, it is cut at its end
+    property bool wrapsSubtitle: false // for what has to be read in full: the row grows with it
     property Component mark: null // at the end of the subtitle's line
     property string kind // of the entry, before the subtitle
     property color kindColor: ColorPalette.purple
@@ -58,7 +58,7 @@ T.ItemDelegate {
         return menu !== null;
     }
 
-    implicitHeight: subtitle.length > 0 || kind.length > 0 ? 36 + 16 * subtitleLines : 36
+    implicitHeight: wrapsSubtitle ? Math.max(52, words.implicitHeight + 20) : subtitle.length > 0 || kind.length > 0 ? 52 : 36
     leftPadding: Metrics.spacingMedium
     rightPadding: Metrics.spacingSmall
     hoverEnabled: true
@@ -161,9 +161,13 @@ T.ItemDelegate {
             visible: children.length > 0
         }
         ColumnLayout {
+            id: words
+
             spacing: 1
 
             AppText {
+                id: titleText
+
                 Layout.fillWidth: true
                 horizontalAlignment: Text.AlignLeft // whichever way a name is written
                 elide: Text.ElideMiddle
@@ -171,6 +175,11 @@ T.ItemDelegate {
                 textStyle: root.hasStrongTitle ? AppText.Style.BodyStrong : AppText.Style.Body
                 color: root.titleColor
                 Accessible.ignored: true
+
+                WholeText {
+                    whole: titleText
+                    isWanted: root.hovered
+                }
             }
             Loader {
                 Layout.fillWidth: true
@@ -187,15 +196,21 @@ T.ItemDelegate {
                         Accessible.ignored: true
                     }
                     AppText {
+                        id: subtitleText
+
                         Layout.fillWidth: true
                         horizontalAlignment: Text.AlignLeft
-                        elide: root.subtitleLines > 1 ? Text.ElideRight : Text.ElideMiddle
-                        wrapMode: root.subtitleLines > 1 ? Text.Wrap : Text.NoWrap
-                        maximumLineCount: root.subtitleLines
+                        elide: root.wrapsSubtitle ? Text.ElideNone : Text.ElideMiddle
+                        wrapMode: root.wrapsSubtitle ? Text.Wrap : Text.NoWrap
                         text: root.subtitle
                         textStyle: AppText.Style.Callout
                         color: root.subtitleColor
                         Accessible.ignored: true
+
+                        WholeText {
+                            whole: subtitleText
+                            isWanted: root.hovered
+                        }
                     }
                     Loader {
                         active: root.mark !== null

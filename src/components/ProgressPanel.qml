@@ -12,6 +12,7 @@ Item {
     property real fraction: -1
     property color tint: ColorPalette.blue
     property bool canStop: false
+    property bool isStopping: false // the button stays where it is, to no effect
     property string stopLabel: qsTr("Stop")
 
     signal stopped()
@@ -53,6 +54,7 @@ Item {
             CapsuleActionButton {
                 objectName: "stopProgress"
                 visible: root.canStop
+                enabled: !root.isStopping
                 label: root.stopLabel
                 icon.name: "stop.fill"
                 color: ColorPalette.danger

@@ -53,8 +53,10 @@ Item {
         id: label
 
         anchors.centerIn: parent
+        width: Math.min(implicitWidth, root.width - 2 * Metrics.spacingMedium)
         symbol: root.modelData.icon ?? ""
         text: root.modelData.label
+        elide: Text.ElideMiddle // a figure at its end stays
         symbolSize: 15
         color: root.chosen ? root.chosenTextColor : ColorPalette.secondaryText
     }

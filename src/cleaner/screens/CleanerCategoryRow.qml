@@ -33,6 +33,7 @@ KeyboardListRow {
     subtitleColor: detailColor
     hasCheckBox: true
     isCheckBoxApart: true
+    leftPadding: Metrics.spacingSmall // in line with the header: the check box has some of its own
     hasRoundCheckBox: true
     checkState: itsCheckState
     isSelected: isChosen

@@ -41,7 +41,6 @@ ColumnLayout {
         }
         CapsuleActionButton {
             objectName: "selectAll"
-            Layout.alignment: Qt.AlignTop
             enabled: root.detail.hasItems
             label: root.detail.selectAllLabel
             toolTip: root.detail.selectAllToolTip

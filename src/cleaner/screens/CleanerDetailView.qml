@@ -45,7 +45,7 @@ FocusScope {
                 id: filter
 
                 objectName: "cleanerFilter"
-                Layout.preferredWidth: Math.min(240, Math.max(150, root.width * 0.32))
+                Layout.preferredWidth: 200
                 placeholderText: qsTr("Filter items...")
                 text: root.detail.searchText
                 onTextChanged: list.rearrange(() => root.detail.searchText = text)

@@ -45,7 +45,7 @@ ColumnLayout {
             objectName: "failures"
             anchors.left: parent.left
             anchors.right: parent.right
-            implicitHeight: Math.min(2.6 * 70, count * 70)
+            implicitHeight: Math.min(190, contentHeight)
             name: qsTr("What stayed")
             spacing: 2
             model: root.result?.failures ?? null
@@ -63,7 +63,7 @@ ColumnLayout {
                 menu: rowMenu
                 title: shownPath
                 subtitle: reason
-                subtitleLines: 2
+                wrapsSubtitle: true
                 subtitleColor: ColorPalette.lightened(ColorPalette.red, 0.2)
 
                 trailing: RowButton {

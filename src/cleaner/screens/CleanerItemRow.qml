@@ -29,6 +29,7 @@ KeyboardListRow {
     subtitle: folder
     trailingText: sizeText
     trailingWidth: 68
+    rightPadding: Metrics.spacingMedium // in line with the header
     hasCheckBox: true
     checkState: isSelected ? Qt.Checked : Qt.Unchecked
     tint: categoryColor

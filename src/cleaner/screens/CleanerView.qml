@@ -73,7 +73,7 @@ FocusScope {
             icon: "checkmark.circle.fill"
             tint: ColorPalette.success
             title: qsTr("Nothing to Clean")
-            text: qsTr("There is no junk in the places that Smart Clean looks at.")
+            text: qsTr("Smart Clean knows of no junk that may be removed.")
         }
         RowLayout {
             Layout.fillWidth: true
@@ -105,19 +105,10 @@ FocusScope {
                 onBackWanted: list.forceActiveFocus(Qt.TabFocusReason)
             }
         }
-        ProgressPanel {
-            objectName: "cleanerProgress"
+        CleanerProgress {
             Layout.fillWidth: true
-            Layout.leftMargin: Metrics.spacingHuge
-            Layout.rightMargin: Metrics.spacingHuge
-            Layout.topMargin: Metrics.spacingMedium
-            Layout.bottomMargin: Metrics.spacingMedium
             visible: root.viewModel.isCleaning
-            text: root.viewModel.progressText
-            detail: root.viewModel.progressDetail
-            fraction: root.viewModel.progressFraction
-            canStop: !root.viewModel.isStopping
-            onStopped: root.viewModel.stopCleaning()
+            viewModel: root.viewModel
         }
         CleanerBottomBar {
             Layout.fillWidth: true

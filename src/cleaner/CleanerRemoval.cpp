@@ -2,6 +2,7 @@
 
 #include "cleaner/CleanProgressRelay.h"
 #include "cleaner/CleanerService.h"
+#include "cleaner/KeptBack.h"
 #include "core/AppSettings.h"
 #include "core/ByteFormatter.h"
 #include "core/Log.h"
@@ -25,6 +26,7 @@ using Part = CleaningPlan::Part;
 /// What became of the removal of a part: why each that is still there is, and how far it came.
 struct PartRemoval {
     QHash<QString, QString> failed;
+    QSet<QUuid> kept; ///< back, by the user
     std::size_t reached = 0;
 };
 
@@ -36,12 +38,19 @@ QString reasonOf(const RemovalReport& report, const QString& path, const Locatio
 }
 
 PartRemoval removeItems(const Part& part, Host& host, CleanProgress progress,
-                        CleanProgressRelay& relay, const std::stop_token& stop)
+                        CleanProgressRelay& relay, const KeptBack& keptBack,
+                        const std::stop_token& stop)
 {
     PartRemoval removal;
     for (const CleaningPlan::Entry& entry : part.entries) {
         if (stop.stop_requested())
             break;
+        if (keptBack.holds(entry, host.locations.home())) {
+            removal.kept.insert(entry.id);
+            ++removal.reached;
+            ++progress.completed;
+            continue;
+        }
         progress.name = entry.name;
         relay.tell(progress);
         const RemovalReport report = host.fileSystem.removeItem(entry.path, entry.identity);
@@ -107,6 +116,7 @@ QCoro::Task<CleanerService::CleanResult> CleanerService::clean(Route route)
                                     : u"Starting cleanup of %1 items (%2) via quarantine"_s;
     Log::cleaner.info(start.arg(selectedCount()).arg(ByteFormatter::format(selectedSize())));
     m_removal = std::stop_source();
+    m_keptBack = std::make_shared<KeptBack>();
     const std::stop_token stop = m_removal.get_token();
     setProgress(CleanProgress{.total = selectedCount()});
 
@@ -140,6 +150,7 @@ QCoro::Task<CleanerService::CleanResult> CleanerService::clean(Route route)
     if (!self)
         co_return result;
     dropEmptyCategories();
+    m_keptBack.reset();
     setProgress({});
     if (isForGood && result.cleaned > 0)
         m_host.notifications.post(NotificationNames::diskSpaceChanged);
@@ -161,19 +172,38 @@ QCoro::Task<> CleanerService::quarantinePart(Part part, CleanResult& result, QSe
     QuarantineService* quarantine = co_await opening;
     if (!self || !quarantine)
         co_return;
+    const QFuture<QSet<QUuid>> looking =
+        m_remover.run([part, keptBack = m_keptBack, home = m_host.locations.home()] {
+            QSet<QUuid> kept;
+            for (const CleaningPlan::Entry& entry : part.entries) {
+                if (keptBack->holds(entry, home))
+                    kept.insert(entry.id);
+            }
+            return kept;
+        });
+    const QSet<QUuid> kept = co_await looking;
+    if (!self)
+        co_return;
     std::vector<QuarantineCandidate> candidates;
     candidates.reserve(part.entries.size());
-    for (const CleaningPlan::Entry& entry : part.entries)
-        candidates.push_back({entry.path, entry.identity});
-    const QString categoryName = factsOf(part.type).displayName;
-    QCoro::Task<QuarantineService::HandOver> handing =
-        quarantine->quarantine(std::move(candidates), categoryName);
-    const QuarantineService::HandOver handOver = co_await handing;
+    for (const CleaningPlan::Entry& entry : part.entries) {
+        if (!kept.contains(entry.id))
+            candidates.push_back({entry.path, entry.identity});
+    }
+    QuarantineService::HandOver handOver;
+    if (!candidates.empty()) {
+        QCoro::Task<QuarantineService::HandOver> handing =
+            quarantine->quarantine(std::move(candidates), factsOf(part.type).displayName);
+        handOver = co_await handing;
+    }
     result.cleaned += handOver.moved;
     result.freedBytes += handOver.size;
     QSet<QUuid> moved;
     for (const CleaningPlan::Entry& entry : part.entries) {
-        if (handOver.movedPaths.contains(entry.path)) {
+        if (kept.contains(entry.id)) {
+            if (self)
+                failIfStillSelected(result, part.type, entry.id);
+        } else if (handOver.movedPaths.contains(entry.path)) {
             moved.insert(entry.id);
             gone.insert(entry.path);
         } else {
@@ -197,14 +227,19 @@ QCoro::Task<> CleanerService::removePart(Part part, CleanResult& result, QSet<QS
     const auto relay = std::make_shared<CleanProgressRelay>(
         *this, [this](const CleanProgress& now) { setProgress(now); });
     const QFuture<PartRemoval> removing =
-        m_remover.run([part, &host = m_host, progress, relay, stop] {
-            return removeItems(part, host, progress, *relay, stop);
+        m_remover.run([part, &host = m_host, progress, relay, keptBack = m_keptBack, stop] {
+            return removeItems(part, host, progress, *relay, *keptBack, stop);
         });
     const PartRemoval removal = co_await removing;
     relay->end();
     QSet<QUuid> removed;
     for (std::size_t i = 0; i < removal.reached; ++i) {
         const CleaningPlan::Entry& entry = part.entries[i];
+        if (removal.kept.contains(entry.id)) {
+            if (self)
+                failIfStillSelected(result, part.type, entry.id);
+            continue;
+        }
         if (const auto failure = removal.failed.find(entry.path); failure != removal.failed.end()) {
             fail(result, entry.path, *failure);
             continue;
@@ -222,6 +257,16 @@ QCoro::Task<> CleanerService::removePart(Part part, CleanResult& result, QSet<QS
     progress.completed += static_cast<qint64>(removal.reached);
     progress.name.clear();
     setProgress(progress);
+}
+
+void CleanerService::failIfStillSelected(CleanResult& result, Type type, const QUuid& item) const
+{
+    const auto found = category(type);
+    if (!found)
+        return;
+    const auto kept = std::ranges::find(found->items(), item, &CleanerItem::id);
+    if (kept != found->items().end() && kept->isSelected)
+        fail(result, kept->path, u"Something in it was excluded meanwhile"_s);
 }
 
 QCoro::Task<> CleanerService::forgetWhatIsGone(QSet<QString> gone)

@@ -1,6 +1,7 @@
 #include "cleaner/CleanerService.h"
 
 #include "cleaner/CategoryScanner.h"
+#include "cleaner/KeptBack.h"
 #include "cleaner/tables/BaseCategories.h"
 #include "core/ActivityTracker.h"
 #include "core/AppSettings.h"
@@ -50,6 +51,10 @@ CleanerService::CleanerService(Host& host, AppSettings& settings, ActivityTracke
     , m_safety(safety)
     , m_quarantine(quarantine)
 {
+    connect(&settings, &AppSettings::excludedPathsChanged, this, [this] {
+        if (m_keptBack)
+            m_keptBack->setExcluded(m_settings.excludedPaths());
+    });
 }
 
 CleanerService::~CleanerService()
@@ -199,6 +204,13 @@ void CleanerService::addCategory(Type type)
     connect(category.get(), &CleanerCategory::itemsChanged, this, &CleanerService::totalsChanged);
     connect(category.get(), &CleanerCategory::selectionChanged, this,
             &CleanerService::totalsChanged);
+    connect(category.get(), &CleanerCategory::selectionChanged, this,
+            [this, raw = category.get()](int first, int last) {
+                for (int at = first; m_keptBack && at <= last; ++at) {
+                    const CleanerItem& item = raw->items()[static_cast<std::size_t>(at)];
+                    m_keptBack->setSelected(item.id, item.isSelected);
+                }
+            });
     m_categories.push_back(category);
 }
 

@@ -19,6 +19,7 @@ namespace brivane {
 class ActivityTracker;
 class AppSettings;
 class Composition;
+class KeptBack;
 class QuarantineProvider;
 class SafetyChecker;
 struct Host;
@@ -75,8 +76,10 @@ public:
     /// Ends a scan; what it has found so far stays.
     void stopScan();
 
-    /// Removes what is selected at this moment, category after category. Only one removal runs at a
-    /// time: another one gives an empty result. Both end with what they have done when this goes.
+    /// Removes what is selected at this moment, category after category. What is deselected or
+    /// excluded before the removal comes to it stays; the quarantine takes a category at once. Only
+    /// one removal runs at a time: another one gives an empty result. Both end with what they have
+    /// done when this goes.
     QCoro::Task<CleanResult> cleanSelected();
     QCoro::Task<CleanResult> cleanSelectedPermanently();
     /// Ends the removal after the item that it is at; what it has not come to stays listed.
@@ -110,6 +113,7 @@ private:
     QCoro::Task<> quarantinePart(CleaningPlan::Part part, CleanResult& result, QSet<QString>& gone);
     QCoro::Task<> removePart(CleaningPlan::Part part, CleanResult& result, QSet<QString>& gone);
     QCoro::Task<> forgetWhatIsGone(QSet<QString> gone);
+    void failIfStillSelected(CleanResult& result, Type type, const QUuid& item) const;
 
     Host& m_host;
     AppSettings& m_settings;
@@ -122,6 +126,7 @@ private:
     std::optional<CleanProgress> m_progress;
     std::stop_source m_scan;
     std::stop_source m_removal;
+    std::shared_ptr<KeptBack> m_keptBack; ///< of a removal; null while there is none
     Worker m_scanner{QStringLiteral("cleaner scan")};
     Worker m_remover{QStringLiteral("cleaner removal")};
 };

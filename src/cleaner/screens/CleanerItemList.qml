@@ -39,7 +39,7 @@ KeyboardList {
         else if (event.key === Qt.Key_Escape)
             backWanted();
         else if (event.matches(StandardKey.SelectAll))
-            detail.toggleAll();
+            detail.selectAll();
         else if (event.matches(StandardKey.Copy) && currentRow)
             viewModel.copyPath(currentEntry.path);
         else

@@ -16,6 +16,7 @@ ConfirmOverlay {
     icon: "checkmark.circle.fill"
     tint: ColorPalette.success
     title: qsTr("Cleanup Complete")
+    spokenText: [cleaned, freed, failed].filter(stat => stat.value.length > 0).map(stat => stat.value + " " + stat.caption).join(", ")
     cancelLabel: qsTr("Done")
     cancelColor: ColorPalette.accent
     onDismissed: viewModel.dismissResult()
@@ -26,19 +27,28 @@ ConfirmOverlay {
         spacing: 2 * Metrics.spacingHuge
 
         HeaderStat {
+            id: cleaned
+
             objectName: "cleanedStat"
+            Accessible.ignored: true // the dialog says it
             value: root.result?.cleanedText ?? ""
             caption: qsTr("Cleaned")
             tint: ColorPalette.green
         }
         HeaderStat {
+            id: freed
+
             objectName: "freedStat"
+            Accessible.ignored: true
             value: root.result?.freedText ?? ""
             caption: qsTr("Freed")
             tint: ColorPalette.cyan
         }
         HeaderStat {
+            id: failed
+
             objectName: "failedStat"
+            Accessible.ignored: true
             visible: value.length > 0
             value: root.result?.failedText ?? ""
             caption: qsTr("Failed")

@@ -106,7 +106,16 @@ FocusScope {
             }
         }
         ProgressPanel {
+            id: progress
+
+            function announce(): void {
+                if (visible)
+                    ScreenReader.alert(progress);
+            }
+
             objectName: "cleanerProgress"
+            onVisibleChanged: Qt.callLater(announce) // qmllint disable
+            onCanStopChanged: Qt.callLater(announce) // qmllint disable
             Layout.fillWidth: true
             Layout.leftMargin: Metrics.spacingHuge
             Layout.rightMargin: Metrics.spacingHuge

@@ -45,6 +45,10 @@ T.ItemDelegate {
     readonly property bool hasMenu: menu !== null && menu.visible && menu.entry === entry
     property var pressedEntry
 
+    component CutLine: RowLayout {
+        property bool isCut: false // it is not all to be read
+    }
+
     signal activated(entry: var)
     signal ticked(entry: var)
 
@@ -107,6 +111,14 @@ T.ItemDelegate {
         }
     }
 
+    Loader { // made for the row under the pointer alone
+        anchors.fill: parent
+        active: root.hovered && (titleText.truncated || (subtitleLine.item as CutLine)?.isCut === true)
+        sourceComponent: ToolTipArea {
+            text: root.subtitle.length > 0 ? root.title + "\n" + root.subtitle : root.title
+        }
+    }
+
     background: Rectangle {
         radius: root.cornerRadius
         color: {
@@ -164,6 +176,8 @@ T.ItemDelegate {
             spacing: 1
 
             AppText {
+                id: titleText
+
                 Layout.fillWidth: true
                 horizontalAlignment: Text.AlignLeft // whichever way a name is written
                 elide: Text.ElideMiddle
@@ -173,10 +187,14 @@ T.ItemDelegate {
                 Accessible.ignored: true
             }
             Loader {
+                id: subtitleLine
+
                 Layout.fillWidth: true
                 active: root.subtitle.length > 0 || root.kind.length > 0
                 visible: active
-                sourceComponent: RowLayout {
+                sourceComponent: CutLine {
+                    isCut: subtitleText.truncated
+
                     spacing: Metrics.spacingSmall
 
                     AppText {
@@ -187,6 +205,8 @@ T.ItemDelegate {
                         Accessible.ignored: true
                     }
                     AppText {
+                        id: subtitleText
+
                         Layout.fillWidth: true
                         horizontalAlignment: Text.AlignLeft
                         elide: root.subtitleLines > 1 ? Text.ElideRight : Text.ElideMiddle

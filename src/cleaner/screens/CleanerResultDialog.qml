@@ -10,13 +10,17 @@ ConfirmOverlay {
     required property CleanerViewModel viewModel
     readonly property CleanResultViewModel result: viewModel.result
 
+    function said(stat: HeaderStat): string {
+        return stat.value + " " + stat.caption;
+    }
+
     objectName: "cleanerResult"
     implicitWidth: 540
     asked: viewModel.showResult
     icon: "checkmark.circle.fill"
     tint: ColorPalette.success
     title: qsTr("Cleanup Complete")
-    spokenText: [cleaned, freed, failed].filter(stat => stat.value.length > 0).map(stat => stat.value + " " + stat.caption).join(", ")
+    spokenText: said(cleaned) + ", " + said(freed) + (failed.visible ? ", " + said(failed) : "")
     cancelLabel: qsTr("Done")
     cancelColor: ColorPalette.accent
     onDismissed: viewModel.dismissResult()

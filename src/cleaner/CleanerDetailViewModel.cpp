@@ -67,6 +67,12 @@ void CleanerDetailViewModel::toggleAll()
         m_category->toggleAll();
 }
 
+void CleanerDetailViewModel::selectAll()
+{
+    if (hasItems() && !m_category->areAllSelected())
+        m_category->toggleAll();
+}
+
 void CleanerDetailViewModel::toggle(const CleanerItem& item)
 {
     if (m_category)

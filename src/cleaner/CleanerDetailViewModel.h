@@ -56,6 +56,7 @@ public:
 
     /// Selects all items of the category, or none when all are.
     Q_INVOKABLE void toggleAll();
+    Q_INVOKABLE void selectAll();
     Q_INVOKABLE void toggle(const brivane::CleanerItem& item);
     [[nodiscard]] Q_INVOKABLE bool isSelected(const brivane::CleanerItem& item) const;
     /// Where an item is listed; -1 where it is not.

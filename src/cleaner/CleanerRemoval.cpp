@@ -2,6 +2,7 @@
 
 #include "cleaner/CleanProgressRelay.h"
 #include "cleaner/CleanerService.h"
+#include "cleaner/KeptBack.h"
 #include "core/AppSettings.h"
 #include "core/ByteFormatter.h"
 #include "core/Log.h"
@@ -25,6 +26,7 @@ using Part = CleaningPlan::Part;
 /// What became of the removal of a part: why each that is still there is, and how far it came.
 struct PartRemoval {
     QHash<QString, QString> failed;
+    QSet<QUuid> kept; ///< back, by the user
     std::size_t reached = 0;
     bool isSpaceFreed = false; ///< also by a part of what failed
 };
@@ -37,21 +39,23 @@ QString reasonOf(const RemovalReport& report, const QString& path, const Locatio
 }
 
 PartRemoval removeItems(const Part& part, Host& host, CleanProgress progress,
-                        CleanProgressRelay& relay, const LateExclusions& excluded,
+                        CleanProgressRelay& relay, const KeptBack& keptBack,
                         const std::stop_token& stop)
 {
     PartRemoval removal;
     for (const CleaningPlan::Entry& entry : part.entries) {
         if (stop.stop_requested())
             break;
+        if (keptBack.holds(entry, host.locations.home())) {
+            removal.kept.insert(entry.id);
+            ++removal.reached;
+            ++progress.completed;
+            continue;
+        }
         progress.name = entry.name;
         relay.tell(progress);
         ++removal.reached;
         ++progress.completed;
-        if (excluded.hold(entry.path)) {
-            removal.failed.insert(entry.path, LateExclusions::reason());
-            continue;
-        }
         const RemovalReport report = host.fileSystem.removeItem(entry.path, entry.identity);
         removal.isSpaceFreed = removal.isSpaceFreed || report.removed > 0;
         if (report.isComplete()) {
@@ -115,7 +119,7 @@ QCoro::Task<CleanerService::CleanResult> CleanerService::clean(Route route, Clea
                                     : u"Starting cleanup of %1 items (%2) via quarantine"_s;
     Log::cleaner.info(start.arg(selected.count()).arg(ByteFormatter::format(selected.size())));
     m_removal = std::stop_source();
-    m_lateExclusions = std::make_shared<LateExclusions>();
+    m_keptBack = std::make_shared<KeptBack>();
     const std::stop_token stop = m_removal.get_token();
     setProgress(CleanProgress{.total = selected.count()});
 
@@ -154,6 +158,7 @@ QCoro::Task<CleanerService::CleanResult> CleanerService::clean(Route route, Clea
     if (!self)
         co_return result;
     dropEmptyCategories();
+    m_keptBack.reset();
     setProgress({});
     if (result.isSpaceFreed)
         m_host.notifications.post(NotificationNames::diskSpaceChanged);
@@ -177,26 +182,38 @@ QCoro::Task<CleanerService::PartResult> CleanerService::quarantinePart(Part part
     QuarantineService* quarantine = co_await opening;
     if (!self || !quarantine)
         co_return done;
-    std::erase_if(part.entries, [&](const CleaningPlan::Entry& entry) {
-        const bool isExcluded = m_lateExclusions->hold(entry.path);
-        if (isExcluded)
-            fail(result, entry.path, LateExclusions::reason());
-        progress.completed += isExcluded ? 1 : 0;
-        return isExcluded;
-    });
+    const QFuture<QSet<QUuid>> looking =
+        m_remover.run([part, keptBack = m_keptBack, home = m_host.locations.home()] {
+            QSet<QUuid> kept;
+            for (const CleaningPlan::Entry& entry : part.entries) {
+                if (keptBack->holds(entry, home))
+                    kept.insert(entry.id);
+            }
+            return kept;
+        });
+    const QSet<QUuid> kept = co_await looking;
+    if (!self)
+        co_return done;
     std::vector<QuarantineCandidate> candidates;
     candidates.reserve(part.entries.size());
-    for (const CleaningPlan::Entry& entry : part.entries)
-        candidates.push_back({entry.path, entry.identity});
-    const QString categoryName = factsOf(part.type).displayName;
-    QCoro::Task<QuarantineService::HandOver> handing =
-        quarantine->quarantine(std::move(candidates), categoryName);
-    const QuarantineService::HandOver handOver = co_await handing;
+    for (const CleaningPlan::Entry& entry : part.entries) {
+        if (!kept.contains(entry.id))
+            candidates.push_back({entry.path, entry.identity});
+    }
+    QuarantineService::HandOver handOver;
+    if (!candidates.empty()) {
+        QCoro::Task<QuarantineService::HandOver> handing =
+            quarantine->quarantine(std::move(candidates), factsOf(part.type).displayName);
+        handOver = co_await handing;
+    }
     result.cleaned += handOver.moved;
     result.freedBytes += handOver.size;
     QSet<QUuid> moved;
     for (const CleaningPlan::Entry& entry : part.entries) {
-        if (handOver.movedPaths.contains(entry.path)) {
+        if (kept.contains(entry.id)) {
+            if (self)
+                failIfStillSelected(result, part.type, entry.id);
+        } else if (handOver.movedPaths.contains(entry.path)) {
             moved.insert(entry.id);
             done.gone.insert(entry.path);
         } else {
@@ -223,8 +240,8 @@ QCoro::Task<CleanerService::PartResult> CleanerService::removePart(Part part)
     const auto relay = std::make_shared<CleanProgressRelay>(
         *this, [this](const CleanProgress& now) { setProgress(now); });
     const QFuture<PartRemoval> removing =
-        m_remover.run([part, &host = m_host, progress, relay, excluded = m_lateExclusions, stop] {
-            return removeItems(part, host, progress, *relay, *excluded, stop);
+        m_remover.run([part, &host = m_host, progress, relay, keptBack = m_keptBack, stop] {
+            return removeItems(part, host, progress, *relay, *keptBack, stop);
         });
     const PartRemoval removal = co_await removing;
     relay->end();
@@ -232,6 +249,11 @@ QCoro::Task<CleanerService::PartResult> CleanerService::removePart(Part part)
     QSet<QUuid> removed;
     for (std::size_t i = 0; i < removal.reached; ++i) {
         const CleaningPlan::Entry& entry = part.entries[i];
+        if (removal.kept.contains(entry.id)) {
+            if (self)
+                failIfStillSelected(result, part.type, entry.id);
+            continue;
+        }
         if (const auto failure = removal.failed.find(entry.path); failure != removal.failed.end()) {
             fail(result, entry.path, *failure);
             continue;
@@ -250,6 +272,16 @@ QCoro::Task<CleanerService::PartResult> CleanerService::removePart(Part part)
     progress.name.clear();
     setProgress(progress);
     co_return done;
+}
+
+void CleanerService::failIfStillSelected(CleanResult& result, Type type, const QUuid& item) const
+{
+    const auto found = category(type);
+    if (!found)
+        return;
+    const auto kept = std::ranges::find(found->items(), item, &CleanerItem::id);
+    if (kept != found->items().end() && kept->isSelected)
+        fail(result, kept->path, u"Something in it was excluded meanwhile"_s);
 }
 
 QCoro::Task<> CleanerService::forgetWhatIsGone(QSet<QString> gone)

@@ -1,6 +1,7 @@
 #include "cleaner/CleanerService.h"
 
 #include "cleaner/CategoryScanner.h"
+#include "cleaner/KeptBack.h"
 #include "core/ActivityTracker.h"
 #include "core/AppSettings.h"
 #include "core/ByteFormatter.h"
@@ -49,6 +50,10 @@ CleanerService::CleanerService(Host& host, AppSettings& settings, ActivityTracke
     , m_safety(safety)
     , m_quarantine(quarantine)
 {
+    connect(&settings, &AppSettings::excludedPathsChanged, this, [this] {
+        if (m_keptBack)
+            m_keptBack->setExcluded(m_settings.excludedPaths());
+    });
 }
 
 CleanerService::~CleanerService()
@@ -188,8 +193,6 @@ void CleanerService::stopScan()
 void CleanerService::exclude(const QString& path)
 {
     m_settings.addExcludedPath(path);
-    if (m_progress)
-        m_lateExclusions->add(path);
     for (const auto& category : m_categories) {
         QSet<QUuid> excluded;
         for (const CleanerItem& item : category->items()) {
@@ -209,6 +212,13 @@ void CleanerService::addCategory(Type type)
     connect(category.get(), &CleanerCategory::itemsChanged, this, &CleanerService::totalsChanged);
     connect(category.get(), &CleanerCategory::selectionChanged, this,
             &CleanerService::totalsChanged);
+    connect(category.get(), &CleanerCategory::selectionChanged, this,
+            [this, raw = category.get()](int first, int last) {
+                for (int at = first; m_keptBack && at <= last; ++at) {
+                    const CleanerItem& item = raw->items()[static_cast<std::size_t>(at)];
+                    m_keptBack->setSelected(item.id, item.isSelected);
+                }
+            });
     m_categories.push_back(category);
 }
 

@@ -19,6 +19,7 @@ namespace brivane {
 class ActivityTracker;
 class AppSettings;
 class Composition;
+class KeptBack;
 class QuarantineProvider;
 class SafetyChecker;
 struct Host;
@@ -79,8 +80,10 @@ public:
 
     /// What is selected at this moment, for a question whose answer is to be about nothing else.
     [[nodiscard]] CleaningPlan selection() const;
-    /// Removes what was selected, category after category. Only one removal runs at a time: another
-    /// one gives an empty result. Both end with what they have done when this goes.
+    /// Removes what was selected, category after category. What is deselected or excluded before
+    /// the removal comes to it stays; the quarantine takes a category at once. Only one removal
+    /// runs at a time: another one gives an empty result. Both end with what they have done when
+    /// this goes.
     QCoro::Task<CleanResult> cleanSelected(CleaningPlan selected);
     QCoro::Task<CleanResult> cleanSelected() { return cleanSelected(selection()); }
     QCoro::Task<CleanResult> cleanSelectedPermanently(CleaningPlan selected);
@@ -125,6 +128,7 @@ private:
     QCoro::Task<PartResult> quarantinePart(CleaningPlan::Part part);
     QCoro::Task<PartResult> removePart(CleaningPlan::Part part);
     QCoro::Task<> forgetWhatIsGone(QSet<QString> gone);
+    void failIfStillSelected(CleanResult& result, Type type, const QUuid& item) const;
 
     Host& m_host;
     AppSettings& m_settings;
@@ -137,7 +141,7 @@ private:
     std::optional<CleanProgress> m_progress;
     std::stop_source m_scan;
     std::stop_source m_removal;
-    std::shared_ptr<LateExclusions> m_lateExclusions; ///< of the removal
+    std::shared_ptr<KeptBack> m_keptBack; ///< of a removal; null while there is none
     QSet<QString> m_gone; ///< paths that went since the scan began: a scanner may have seen them
     Worker m_scanner{QStringLiteral("cleaner scan")};
     Worker m_remover{QStringLiteral("cleaner removal")};

@@ -94,7 +94,7 @@ QString Gate::rejectionByName(const QString& path) const
     const QString plain = standardizedPath(path, m_home);
     for (const QString& exclusion : m_excluded) {
         if (liesIn(plain, exclusion))
-            return LateExclusions::reason();
+            return u"It is excluded in the settings"_s;
         if (liesIn(exclusion, plain))
             return u"It holds “%1”, which is excluded in the settings"_s.arg(
                 PathText::forDisplay(PathText::lastComponent(exclusion)));

@@ -1,13 +1,10 @@
 #pragma once
 
 #include "cleaner/CleanerCategory.h"
-#include "platform/LiesIn.h"
 
 #include <QSet>
 #include <QStringList>
 
-#include <algorithm>
-#include <mutex>
 #include <vector>
 
 namespace brivane {
@@ -43,30 +40,6 @@ struct CleaningPlan {
     // Of the entries that go.
     [[nodiscard]] qint64 count() const;
     [[nodiscard]] quint64 size() const; ///< bytes
-};
-
-/// What the user has excluded since a removal's plan was settled, which holds for what that has not
-/// come to yet. Any thread.
-class LateExclusions {
-public:
-    void add(const QString& path)
-    {
-        const std::lock_guard lock(m_mutex);
-        m_paths += path;
-    }
-    /// Whether `path` may not go because of these.
-    [[nodiscard]] bool hold(const QString& path) const
-    {
-        const std::lock_guard lock(m_mutex);
-        return std::ranges::any_of(m_paths, [&](const QString& excluded) {
-            return liesIn(path, excluded) || liesIn(excluded, path);
-        });
-    }
-    static QString reason() { return QStringLiteral("It is excluded in the settings"); }
-
-private:
-    mutable std::mutex m_mutex;
-    QStringList m_paths; ///< guarded by m_mutex
 };
 
 /// Takes out of `selected`, where everything is an entry, what may not go, and what goes with

@@ -35,6 +35,8 @@ ListView {
     clip: true
     boundsBehavior: Flickable.StopAtBounds
     keyNavigationEnabled: false
+    currentIndex: chosenIndex // it has the keyboard
+    highlightFollowsCurrentItem: false
     activeFocusOnTab: true
     onChosenIndexChanged: Qt.callLater(showChosen) // qmllint disable
     onActiveFocusChanged: showChosen()
@@ -56,7 +58,7 @@ ListView {
 
     Accessible.role: Accessible.Grouping
     Accessible.name: name
-    Accessible.description: (itemAtIndex(chosenIndex) as SegmentPill)?.text ?? ""
+    Accessible.description: (currentItem as SegmentPill)?.text ?? ""
     Accessible.focusable: true
     Accessible.focused: activeFocus
 

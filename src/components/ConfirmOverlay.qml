@@ -17,6 +17,7 @@ AppPopup {
     property color tint: ColorPalette.accent
     property string title
     property string text
+    property string spokenText: text // where it is not what there is to read
     property string cancelLabel: qsTr("Cancel")
     property color cancelColor: ColorPalette.gray // another where there is nothing to cancel
     property list<ConfirmAnswer> answers
@@ -75,7 +76,7 @@ AppPopup {
         spacing: Metrics.spacingSmall
         Accessible.role: Accessible.Dialog
         Accessible.name: root.title
-        Accessible.description: root.text
+        Accessible.description: root.spokenText
         Keys.onUpPressed: scroller.contentY = Math.max(0, scroller.contentY - scroller.step)
         Keys.onDownPressed: scroller.contentY = Math.min(scroller.contentHeight - scroller.height, scroller.contentY + scroller.step)
 

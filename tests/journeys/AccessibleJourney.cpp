@@ -34,6 +34,7 @@ protected:
     {
         QAccessible::setActive(true);
         disk().machine.file(u"~/Documents/Notes.txt", QByteArray("Buy milk\n"));
+        disk().machine.file(u"~/Library/Caches/Tool", SandboxMachine::Size{9000});
         prepareQuarantine(disk().machine);
         Journey::SetUp();
     }
@@ -91,6 +92,14 @@ TEST_F(AccessibleJourney, EveryControlHasARoleAndANameInEveryStateOfTheWindow)
     ASSERT_TRUE(tabTo(u"chartPicker"_s));
     app().press(Qt::Key_Down);
     listen(app(), "treemap");
+
+    app().press(Qt::Key_2, Qt::ControlModifier);
+    ASSERT_TRUE(app().shows(u"emptyPageButton"_s));
+    app().press(Qt::Key_Return);
+    ASSERT_TRUE(app().shows(u"cleanerRescan"_s));
+    app().press(Qt::Key_Right);
+    listen(app(), "items");
+    listenOver(u"removeSelected"_s, Qt::Key_Return, u"moveToQuarantine"_s);
 
     quarantineNotes();
     app().press(Qt::Key_Space);

@@ -174,4 +174,45 @@ TEST_F(CleanerJourney, ARemovalIsStoppedAndWhatItDidNotReachStaysListed)
     EXPECT_EQ(service().selectedCount(), 3) << "the next press goes on";
 }
 
+TEST_F(CleanerJourney, TheKeyboardStaysOnItsItemAndIsNeverLost)
+{
+    changeDisk([&] {
+        for (int i = 0; i < 120; ++i)
+            disk().machine.file(u"~/Library/Caches/%1.e%1"_s.arg(i), SandboxMachine::Size{2000});
+    });
+    scanForJunk();
+    app().press(Qt::Key_Home);
+    app().press(Qt::Key_Right);
+    const qint64 selected = service().selectedCount();
+    app().press(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(service().selectedCount(), selected) << "all were";
+    ASSERT_TRUE(tabTo(u"chip0"_s));
+    app().press(Qt::Key_End);
+    EXPECT_EQ(focus(), u"chip121"_s);
+    app().press(Qt::Key_Home);
+    ASSERT_TRUE(tabTo(u"cleanerItemRow"_s));
+    for (int i = 0; i < 60; ++i)
+        app().press(Qt::Key_Down);
+    const auto current = [&] {
+        app().picture();
+        return app().window().activeFocusItem()->property("name").toString();
+    };
+    const QString name = current();
+    QSet<QUuid> gone;
+    bool isGone = false;
+    for (const CleanerItem& item : service().categories().front()->items()) {
+        isGone = !isGone;
+        if (isGone && item.name != name)
+            gone += item.id;
+    }
+    service().categories().front()->removeItems(gone);
+    AppWindow::step();
+    EXPECT_EQ(current(), name) << "of so many rows, all are made anew";
+    changeDisk([&] {
+        service().exclude(path(u"Caches"_s));
+        EXPECT_TRUE(app().host().defaults.waitUntilSaved());
+    });
+    EXPECT_TRUE(waitUntil([&] { return focus() == u"cleanerCategoryRow"_s; }));
+}
+
 } // namespace brivane::testing

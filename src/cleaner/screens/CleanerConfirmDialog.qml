@@ -35,7 +35,10 @@ ConfirmOverlay {
     ]
 
     NoteLine {
+        id: warning
+
         objectName: "runningWarning"
+        onVisibleChanged: if (visible) ScreenReader.alert(warning) // it comes after the question
         Layout.fillWidth: true
         visible: text.length > 0
         icon: "exclamationmark.triangle.fill"

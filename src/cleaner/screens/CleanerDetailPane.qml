@@ -46,6 +46,7 @@ FocusScope {
         anchors.fill: parent
         active: root.viewModel.detail.hasCategory
         focus: true
+        visible: active // else the keyboard would be on it, once its category has gone
         sourceComponent: CleanerDetailView {
             viewModel: root.viewModel
             onBackWanted: root.backWanted()

@@ -33,7 +33,18 @@ RowLayout {
         }
     }
     AppText {
+        id: words
+
+        // That a scan begins or has ended is to be seen here alone.
+        readonly property bool isScanning: root.viewModel.isScanning
+
+        function announce(): void {
+            if (visible)
+                ScreenReader.alert(words);
+        }
+
         objectName: "cleanerHeaderText"
+        onIsScanningChanged: Qt.callLater(announce) // qmllint disable
         Layout.fillWidth: true
         text: root.viewModel.headerText
         textStyle: AppText.Style.Title

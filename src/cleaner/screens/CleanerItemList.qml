@@ -39,12 +39,40 @@ KeyboardList {
         else if (event.key === Qt.Key_Escape)
             backWanted();
         else if (event.matches(StandardKey.SelectAll))
-            detail.toggleAll();
+            detail.selectAll();
         else if (event.matches(StandardKey.Copy) && currentRow)
             viewModel.copyPath(currentEntry.path);
         else
             return;
         event.accepted = true;
+    }
+
+    // Where much goes at once, all rows are new; the keyboard stays on its item.
+    Connections {
+        id: keeper
+
+        property var entry
+
+        function keepRow(): void {
+            root.forceLayout();
+            const row = entry === undefined ? -1 : root.rowOf(entry);
+            if (row < 0 && (root.currentItem || !root.activeFocus || root.count === 0))
+                return;
+            const wanted = row < 0 ? root.currentIndex : row;
+            root.currentIndex = -1; // the view has no item for the same index
+            root.moveTo(wanted);
+        }
+
+        target: root.detail.rows
+
+        function onModelAboutToBeReset(): void {
+            entry = root.currentEntry;
+        }
+
+        function onModelReset(): void {
+            if (!root.isRearranged)
+                Qt.callLater(keepRow); // qmllint disable
+        }
     }
 
     // Another category begins at its top.

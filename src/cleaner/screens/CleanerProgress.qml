@@ -19,6 +19,14 @@ Rectangle {
     ProgressPanel {
         id: panel
 
+        function announce(): void {
+            if (visible)
+                ScreenReader.alert(panel);
+        }
+
+        onVisibleChanged: Qt.callLater(announce) // qmllint disable
+        onIsStoppingChanged: Qt.callLater(announce) // qmllint disable
+
         objectName: "cleanerProgress"
         anchors.left: parent.left
         anchors.right: parent.right

@@ -10,12 +10,17 @@ ConfirmOverlay {
     required property CleanerViewModel viewModel
     readonly property CleanResultViewModel result: viewModel.result
 
+    function said(stat: HeaderStat): string {
+        return stat.value + " " + stat.caption;
+    }
+
     objectName: "cleanerResult"
     implicitWidth: 540
     asked: viewModel.showResult
     icon: "checkmark.circle.fill"
     tint: ColorPalette.success
     title: qsTr("Cleanup Complete")
+    spokenText: said(cleaned) + ", " + said(freed) + (failed.visible ? ", " + said(failed) : "")
     cancelLabel: qsTr("Done")
     cancelColor: ColorPalette.accent
     onDismissed: viewModel.dismissResult()
@@ -26,19 +31,28 @@ ConfirmOverlay {
         spacing: 2 * Metrics.spacingHuge
 
         HeaderStat {
+            id: cleaned
+
             objectName: "cleanedStat"
+            Accessible.ignored: true // the dialog says it
             value: root.result?.cleanedText ?? ""
             caption: qsTr("Cleaned")
             tint: ColorPalette.green
         }
         HeaderStat {
+            id: freed
+
             objectName: "freedStat"
+            Accessible.ignored: true
             value: root.result?.freedText ?? ""
             caption: qsTr("Freed")
             tint: ColorPalette.cyan
         }
         HeaderStat {
+            id: failed
+
             objectName: "failedStat"
+            Accessible.ignored: true
             visible: value.length > 0
             value: root.result?.failedText ?? ""
             caption: qsTr("Failed")

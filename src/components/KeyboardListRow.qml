@@ -45,10 +45,6 @@ T.ItemDelegate {
     readonly property bool hasMenu: menu !== null && menu.visible && menu.entry === entry
     property var pressedEntry
 
-    component CutLine: RowLayout {
-        property bool isCut: false // it is not all to be read
-    }
-
     signal activated(entry: var)
     signal ticked(entry: var)
 
@@ -108,14 +104,6 @@ T.ItemDelegate {
                 root.ListView.view.currentIndex = root.index;
                 root.openMenu(point.position.x, point.position.y);
             }
-        }
-    }
-
-    Loader { // made for the row under the pointer alone
-        anchors.fill: parent
-        active: root.hovered && (titleText.truncated || (subtitleLine.item as CutLine)?.isCut === true)
-        sourceComponent: ToolTipArea {
-            text: root.subtitle.length > 0 ? root.title + "\n" + root.subtitle : root.title
         }
     }
 
@@ -194,14 +182,10 @@ T.ItemDelegate {
                 }
             }
             Loader {
-                id: subtitleLine
-
                 Layout.fillWidth: true
                 active: root.subtitle.length > 0 || root.kind.length > 0
                 visible: active
-                sourceComponent: CutLine {
-                    isCut: subtitleText.truncated
-
+                sourceComponent: RowLayout {
                     spacing: Metrics.spacingSmall
 
                     AppText {

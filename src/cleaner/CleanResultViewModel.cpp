@@ -69,6 +69,21 @@ QString CleanResultViewModel::failedText() const
     return m_result.failed.isEmpty() ? QString() : QString::number(m_result.failed.size());
 }
 
+QString CleanResultViewModel::stoppedText() const
+{
+    return m_result.notReached == 0
+               ? QString()
+               : u"Stopped before the end — %1 not reached"_s.arg(m_result.notReached);
+}
+
+QString CleanResultViewModel::alongsideText() const
+{
+    return m_result.alongside == 0
+               ? QString()
+               : u"%1 more went along — they were listed twice, or lay in others"_s.arg(
+                     m_result.alongside);
+}
+
 QString CleanResultViewModel::beforeText() const
 {
     return DiskSpaceChange::percent(m_diskSpace.before);

@@ -46,6 +46,9 @@ class CleanResultViewModel : public QObject {
     Q_PROPERTY(QString failedText READ failedText CONSTANT)
     /// See CleanFailureModel.
     Q_PROPERTY(QAbstractItemModel* failures READ failures CONSTANT)
+    /// What else there is to know of the numbers; each empty where there is nothing.
+    Q_PROPERTY(QString stoppedText READ stoppedText CONSTANT)
+    Q_PROPERTY(QString alongsideText READ alongsideText CONSTANT)
     Q_PROPERTY(bool hasDiskSpace READ hasDiskSpace NOTIFY diskSpaceChanged)
     Q_PROPERTY(double beforeFraction READ beforeFraction NOTIFY diskSpaceChanged)
     Q_PROPERTY(double afterFraction READ afterFraction NOTIFY diskSpaceChanged)
@@ -72,6 +75,8 @@ public:
     [[nodiscard]] QString freedText() const;
     [[nodiscard]] QString failedText() const;
     [[nodiscard]] CleanFailureModel* failures() { return &m_failures; }
+    [[nodiscard]] QString stoppedText() const;
+    [[nodiscard]] QString alongsideText() const;
     [[nodiscard]] bool hasDiskSpace() const { return m_hasDiskSpace; }
     [[nodiscard]] double beforeFraction() const { return m_diskSpace.before; }
     [[nodiscard]] double afterFraction() const { return m_diskSpace.after; }

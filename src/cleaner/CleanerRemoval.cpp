@@ -133,6 +133,7 @@ QCoro::Task<CleanerService::CleanResult> CleanerService::clean(Route route, Clea
         co_return result;
     setProgress(CleanProgress{.total = plan.count()});
     QSet<QString> gone;
+    result.notReached = plan.count();
     for (const Part& part : plan.parts) {
         if (stop.stop_requested())
             break;
@@ -149,10 +150,14 @@ QCoro::Task<CleanerService::CleanResult> CleanerService::clean(Route route, Clea
         result.failed += done.result.failed;
         result.reasons.insert(done.result.reasons);
         result.isSpaceFreed = result.isSpaceFreed || done.result.isSpaceFreed;
+        result.notReached -= static_cast<qint64>(done.reached);
         gone.unite(done.gone);
         if (!self)
             co_return result;
     }
+    for (const Part& part : plan.parts)
+        result.alongside += std::ranges::count_if(
+            part.alongside, [&](const QString& path) { return isIn(gone, path); });
     QCoro::Task<> forgetting = forgetWhatIsGone(gone);
     co_await forgetting;
     if (!self)
@@ -206,6 +211,7 @@ QCoro::Task<CleanerService::PartResult> CleanerService::quarantinePart(Part part
             quarantine->quarantine(std::move(candidates), factsOf(part.type).displayName);
         handOver = co_await handing;
     }
+    done.reached = part.entries.size();
     result.cleaned += handOver.moved;
     result.freedBytes += handOver.size;
     QSet<QUuid> moved;
@@ -244,6 +250,7 @@ QCoro::Task<CleanerService::PartResult> CleanerService::removePart(Part part)
             return removeItems(part, host, progress, *relay, *keptBack, stop);
         });
     const PartRemoval removal = co_await removing;
+    done.reached = removal.reached;
     relay->end();
     result.isSpaceFreed = removal.isSpaceFreed;
     QSet<QUuid> removed;

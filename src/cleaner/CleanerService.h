@@ -49,6 +49,8 @@ public:
         quint64 freedBytes = 0;          ///< quarantine: measured at the move; for good: as scanned
         QStringList failed;              ///< paths that were refused or could not be removed
         QHash<QString, QString> reasons; ///< of those, for the user
+        qint64 alongside = 0;            ///< further items that are gone, since they lay in others
+        qint64 notReached = 0;           ///< items that a stop came before
         /// For good alone: something is gone, be it a part of what failed.
         bool isSpaceFreed = false;
     };
@@ -114,7 +116,8 @@ private:
     /// What became of one category's share in a removal.
     struct PartResult {
         CleanResult result;
-        QSet<QString> gone; ///< paths
+        QSet<QString> gone;      ///< paths
+        std::size_t reached = 0; ///< entries
     };
 
     QCoro::Task<> doScan(std::stop_token stop);

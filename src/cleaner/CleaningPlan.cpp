@@ -156,7 +156,11 @@ CleaningPlan makeCleaningPlan(CleaningPlan selected, const SafetyChecker& safety
     std::set<Place> taken;
     for (CleaningPlan::Part& part : selected.parts) {
         std::erase_if(part.entries, [&](const CleaningPlan::Entry& entry) {
-            return liesInOneOf(paths, entry.path) || !taken.insert(placeOf(entry)).second;
+            const bool goesAlong =
+                liesInOneOf(paths, entry.path) || !taken.insert(placeOf(entry)).second;
+            if (goesAlong)
+                part.alongside += entry.path;
+            return goesAlong;
         });
     }
     return selected;

@@ -32,6 +32,7 @@ struct CleaningPlan {
         CleanerCategory::CategoryType type;
         std::vector<Entry> entries = {}; ///< that go
         std::vector<Rejected> rejected = {};
+        QStringList alongside = {}; ///< paths that go with another one
 
         [[nodiscard]] quint64 size() const; ///< bytes of the entries
     };

@@ -85,6 +85,21 @@ AppPopup {
             id: scroller
 
             readonly property real step: interactive ? 40 : 0
+            readonly property Item keyboard: Window.activeFocusItem
+
+            // What of it has the keyboard is to be seen.
+            function show(item: Item): void {
+                let holder = item;
+                while (holder && holder !== words)
+                    holder = holder.parent;
+                if (!holder)
+                    return;
+                const top = item.mapToItem(words, 0, 0).y;
+                const end = Math.min(top + item.height + Metrics.spacingSmall, contentHeight) - height;
+                contentY = Math.min(Math.max(contentY, end), Math.max(0, top - Metrics.spacingSmall));
+            }
+
+            onKeyboardChanged: show(keyboard)
 
             Layout.fillWidth: true
             Layout.fillHeight: true

@@ -217,6 +217,7 @@ TEST_F(CleanerServiceTest, OnBothRoutesOnlyWhatWasShownAndMayGoIsGone)
         for (const QString& stays : failed)
             EXPECT_FALSE(result.reasons.value(stays).isEmpty()) << qPrintable(stays);
         EXPECT_EQ(result.cleaned, 3) << "Grown, the reports and the box, each once";
+        EXPECT_EQ(result.cleaned + result.failed.size() + result.alongside, selected);
         EXPECT_EQ(result.freedBytes, isForGood ? 15'000U : 15'700U);
         for (const QString& place :
              {caches + u"Grown"_s, u"~/Downloads/Box"_s, u"~/Library/Logs/DiagnosticReports"_s})
@@ -276,6 +277,7 @@ TEST_F(CleanerServiceTest, ARemovalStopsAfterTheItemThatItIsAtAndLetsNoOtherIn)
     EXPECT_EQ(result.cleaned, 2);
     EXPECT_EQ(result.freedBytes, 8999U + 8998U);
     EXPECT_TRUE(result.failed.isEmpty());
+    EXPECT_EQ(result.notReached, 2);
     EXPECT_TRUE(std::ranges::is_sorted(told, {}, &CleanProgress::completed));
     EXPECT_FALSE(service.progress());
     EXPECT_EQ(names(Type::applicationCaches), QStringList(u"3"_s));

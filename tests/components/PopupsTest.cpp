@@ -34,6 +34,27 @@ QByteArray between(const QByteArray& action)
 
 } // namespace
 
+TEST(Popups, WhatHasTheKeyboardIsInSightInALowWindow)
+{
+    QmlScene scene(
+        "Item { width: 500; height: 300; ConfirmOverlay { objectName: 'ask'; asked: true;"
+        " HoverPillButton { objectName: 'first'; label: 'A' }"
+        " Item { implicitHeight: 900; implicitWidth: 10 }"
+        " HoverPillButton { objectName: 'last'; label: 'B' } } }",
+        {500, 300});
+    ASSERT_TRUE(reaches([&] { return hasKeyboard(scene, u"confirmCancel"_s); }));
+    for (const QString& name : {u"last"_s, u"first"_s}) {
+        for (int count = 0; count < 3 && !hasKeyboard(scene, name); ++count)
+            QTest::keyClick(&scene.view(), Qt::Key_Backtab);
+        ASSERT_TRUE(hasKeyboard(scene, name)) << qPrintable(name);
+        const QQuickItem* item = scene.view().activeFocusItem();
+        const qreal top = item->mapToScene({}).y();
+        EXPECT_GE(top, 0) << qPrintable(name);
+        EXPECT_LE(top + item->height(), 300) << qPrintable(name);
+    }
+    EXPECT_EQ(scene.warnings().join(u'\n'), QString());
+}
+
 TEST(Popups, EachKindGivesTheKeyboardBack)
 {
     QmlScene scene("Gallery {}", {1200, 3000});

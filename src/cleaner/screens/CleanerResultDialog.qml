@@ -59,6 +59,21 @@ ConfirmOverlay {
             tint: ColorPalette.red
         }
     }
+    NoteLine {
+        objectName: "stoppedNote"
+        Layout.fillWidth: true
+        visible: text.length > 0
+        icon: "stop.fill"
+        text: root.result?.stoppedText ?? ""
+        tint: ColorPalette.warning
+    }
+    NoteLine {
+        objectName: "alongsideNote"
+        Layout.fillWidth: true
+        visible: text.length > 0
+        icon: "info.circle.fill"
+        text: root.result?.alongsideText ?? ""
+    }
     CleanerFailures {
         Layout.fillWidth: true
         visible: (root.result?.failedText ?? "").length > 0

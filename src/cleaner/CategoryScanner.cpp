@@ -80,16 +80,17 @@ std::vector<CleanerCategory::CategoryType> CategoryScanner::baseCategoriesHere()
 {
     const Locations& locations = m_host.locations;
     std::vector<Type> types(std::begin(baseCategories), std::end(baseCategories));
-    const auto isElsewhere = [&locations](Type type) {
+    // Of other machines, which may have left something here all the same.
+    const QSet<QString> foreign = texts({}, u"foreignCategories");
+    const auto isElsewhere = [&](Type type) {
         const auto isPlaceOfIt = [&](const NamedPlace& place) {
             return place.type == type && exists(locations.path(place.path));
         };
-        return std::ranges::find(macCategories, type) != std::end(macCategories) &&
+        return foreign.contains(factsOf(type).rawValue) &&
                std::ranges::none_of(namedPlaces, isPlaceOfIt) &&
                !(type == Type::iOSBackups && exists(locations.path(backupFolder)));
     };
-    if (locations.isLinuxDesktop())
-        std::erase_if(types, isElsewhere);
+    std::erase_if(types, isElsewhere);
     return types;
 }
 

@@ -23,11 +23,4 @@ inline constexpr CleanerCategory::CategoryType baseCategories[] = {
     CleanerCategory::CategoryType::iOSBackups,
 };
 
-/// Those of them for what a Mac alone has. On another system they come up where their places exist.
-inline constexpr CleanerCategory::CategoryType macCategories[] = {
-    CleanerCategory::CategoryType::xcodeJunk,
-    CleanerCategory::CategoryType::iTunesTemp,
-    CleanerCategory::CategoryType::iOSBackups,
-};
-
 } // namespace brivane

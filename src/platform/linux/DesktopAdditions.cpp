@@ -99,6 +99,13 @@ constexpr Row mailCaches[] = {
     {u"Evolution (Flatpak)", u"~/.var/app/org.gnome.Evolution/cache"},
 };
 
+/// What there is on a Mac alone: told of only where there is something of it.
+constexpr Row foreignCategories[] = {
+    {u"", u"xcodeJunk"},
+    {u"", u"iTunesTemp"},
+    {u"", u"iOSBackups"},
+};
+
 /// Where what is a log by its name lies among histories and states.
 constexpr Row foldersWithLogs[] = {
     {u"", u"$STATE"},
@@ -230,6 +237,7 @@ constexpr struct {
     {u"developerTools", developerTools},
     {u"diskImageExtensions", diskImageExtensions},
     {u"foldersWithLogs", foldersWithLogs},
+    {u"foreignCategories", foreignCategories},
     {u"largeFiles", largeFiles},
     {u"leftovers", leftovers},
     {u"mailCaches", mailCaches},

@@ -35,8 +35,9 @@ struct RemovalReport {
 ///
 /// A folder of this user's own whose mode denies what its removal takes, the one at `path` or one
 /// below it, is opened up while it is emptied; where it stays it has its exact mode again, unless
-/// somebody moved it in between. The folder that holds `path` is never touched, nor is anything
-/// beside `path`: a Trash's record of it is DefaultFileSystem's business.
+/// somebody moved it in between. The mode of the folder that holds `path` is never touched: where
+/// that folder may not be changed, a folder in it is not emptied either. Nor is anything beside
+/// `path` touched: a Trash's record of it is DefaultFileSystem's business.
 [[nodiscard]] RemovalReport removeTree(const QString& path,
                                        const std::optional<FileIdentity>& expected = {});
 

@@ -60,6 +60,8 @@ TEST(FileRemoval, FoldersOfTheUsersOwnGoWhateverTheirModeAndKeepItWhereTheyStay)
             ASSERT_EQ(::chmod(folder / "parent", 0555), 0);
             EXPECT_EQ(codesOf(removeTree(text(folder / "parent/target"))), std::vector{EACCES});
             EXPECT_EQ(modeOf(folder / "parent/target"), mode);
+            ASSERT_EQ(::chmod(folder / "parent/target", 0755), 0);
+            EXPECT_TRUE(stands(folder / "parent/target/file")) << "emptied, though it stays";
             EXPECT_EQ(modeOf(folder / "parent"), 0555U) << "it is not what was to be removed";
             ASSERT_EQ(::chmod(folder / "parent", 0755), 0);
             EXPECT_TRUE(removeTree(text(folder / "parent")).isComplete());

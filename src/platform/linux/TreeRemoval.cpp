@@ -268,6 +268,13 @@ RemovalReport removeTree(const QString& path, const std::optional<FileIdentity>&
     const auto place = posix::PathPlace::find(path, FileOperation::Remove);
     if (!place)
         return {.removed = 0, .failures = {place.error()}};
+    // What cannot go itself is not emptied either.
+    posix::FileStatus found;
+    const bool isMeant = posix::readStatus(place->folder(), place->name(), found) == 0 &&
+                         found.isDirectory() &&
+                         (!expected || expected->isSameObject(found.identity));
+    if (isMeant && ::faccessat(place->folder(), ".", W_OK | X_OK, AT_EACCESS) != 0)
+        return {.removed = 0, .failures = {{errno, path, FileOperation::Remove}}};
     return posix::removeTarget(
         {.folder = place->folder(), .name = place->name(), .path = path, .expected = expected});
 }

@@ -80,7 +80,7 @@ private:
     [[nodiscard]] QStringList walkStarts(const QStringList& folders) const;
     /// What stands in a table, and what the desktop adds to it.
     [[nodiscard]] QSet<QString> texts(std::span<const QStringView> table,
-                                      QStringView additions) const;
+                                      QStringView additions = {}) const;
     [[nodiscard]] std::vector<InspectedEntry> listed(const QString& path) const;
     /// The same of a folder in which anything may be junk: nothing where a link made it the home
     /// directory, or one that holds that.
@@ -89,7 +89,7 @@ private:
     // Where junk lies. What the desktop has beyond the tables comes after them.
     [[nodiscard]] std::vector<NamedPath> additions(QStringView table) const;
     [[nodiscard]] QStringList folders(std::span<const QStringView> table,
-                                      QStringView additions) const;
+                                      QStringView additions = {}) const;
     [[nodiscard]] QSet<QString> coveredElsewhere() const;
 
     // Rules that are more than a row.

@@ -157,7 +157,7 @@ CategoryScanner::Items CategoryScanner::searchFiles(const QStringList& folders,
 
 CategoryScanner::Items CategoryScanner::scanDiskImages() const
 {
-    const QStringList folders = this->folders(diskImageFolders, u"diskImageFolders");
+    const QStringList folders = this->folders(diskImageFolders);
     const QSet<QString> endings = texts(diskImageExtensions, u"diskImageExtensions");
     return searchFiles(folders, endings, 1, std::numeric_limits<std::size_t>::max(),
                        u"opticaldisc.fill"_s);
@@ -168,7 +168,7 @@ CategoryScanner::Items CategoryScanner::scanLargeFiles() const
     constexpr quint64 smallest = 104'857'600;
     constexpr std::size_t most = 50;
     const QStringList folders = this->folders(largeFileFolders, u"largeFiles");
-    const QSet<QString> endings = texts(largeFileJunkExtensions, u"largeFileExtensions");
+    const QSet<QString> endings = texts(largeFileJunkExtensions);
     return searchFiles(folders, endings, smallest, most, u"doc.fill"_s);
 }
 
@@ -213,7 +213,7 @@ CategoryScanner::Items CategoryScanner::scanScreenshots() const
     if (const QString location = screenshotLocation(); !location.isEmpty())
         folders += location;
     folders.removeDuplicates();
-    const QSet<QString> endings = texts(screenshotExtensions, u"screenshotExtensions");
+    const QSet<QString> endings = texts(screenshotExtensions);
     const QSet<QString> beginnings = texts(screenshotPrefixes, u"screenshotPrefixes");
     Items items;
     for (const QString& folder : std::as_const(folders)) {

@@ -5,7 +5,6 @@
 #include <QCoroFuture>
 
 #include <algorithm>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -29,16 +28,15 @@ QStringView trimmed(QStringView line)
 
 } // namespace
 
-LocalSnapshots::SnapshotError::SnapshotError(QString command, QString output)
-    : m_command(std::move(command))
-    , m_output(std::move(output))
+LocalSnapshots::SnapshotError::SnapshotError(const QString& command, const QString& output)
+    : CommandError(command, output)
     , m_what(errorDescription().toUtf8())
 {
 }
 
 QString LocalSnapshots::SnapshotError::errorDescription() const
 {
-    return u"Command '"_s + m_command + u"' failed: "_s + m_output;
+    return u"Command "_s + CommandError::errorDescription();
 }
 
 QCoro::Task<QString> LocalSnapshots::runCommand(Locations locations, QString executable,

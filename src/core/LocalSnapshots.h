@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Locations.h"
+#include "core/ShellRunner.h"
 
 #include <QCoroTask>
 #include <QDateTime>
@@ -9,7 +9,6 @@
 #include <QStringList>
 #include <QUuid>
 
-#include <exception>
 #include <optional>
 
 namespace brivane {
@@ -27,21 +26,15 @@ struct SnapshotInfo {
 /// may not show before they go. No instances.
 class LocalSnapshots {
 public:
-    /// A command that ended with another status than 0.
-    class SnapshotError : public std::exception {
+    /// A command that ended with another status than 0. Its output is all that it printed.
+    class SnapshotError : public ShellRunner::CommandError {
     public:
-        SnapshotError(QString command, QString output);
+        SnapshotError(const QString& command, const QString& output);
 
-        /// The executable, as the caller named it.
-        [[nodiscard]] const QString& command() const { return m_command; }
-        /// All that it printed.
-        [[nodiscard]] const QString& output() const { return m_output; }
         [[nodiscard]] QString errorDescription() const;
         [[nodiscard]] const char* what() const noexcept override { return m_what.constData(); }
 
     private:
-        QString m_command;
-        QString m_output;
         QByteArray m_what;
     };
 
